@@ -1,0 +1,3 @@
+#pragma once
+
+enum class LogLevel { Debug, Info, Warning, Error, Critical, Fatal, Trace };

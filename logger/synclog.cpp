@@ -1,0 +1,78 @@
+#include "synclog.h"
+
+#include <QDateTime>
+#include <QDebug>
+#include <QSaveFile>
+
+SyncLog &SyncLog::instance()
+{
+    static SyncLog *log = new SyncLog;
+    return *log;
+}
+
+void SyncLog::append(const QString &line)
+{
+    const QString stamped =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss.zzz ")) + line;
+    {
+        QMutexLocker locker(&m_mutex);
+        m_lines.push_back(stamped);
+        ++m_total;
+        while (int(m_lines.size()) > m_capacity)
+            m_lines.pop_front();
+    }
+    qDebug().noquote() << line;
+}
+
+QStringList SyncLog::lines() const
+{
+    QMutexLocker locker(&m_mutex);
+    return QStringList(m_lines.begin(), m_lines.end());
+}
+
+QStringList SyncLog::linesSince(qint64 *cursor) const
+{
+    QMutexLocker locker(&m_mutex);
+    const qint64 firstKept = m_total - qint64(m_lines.size());
+    const qint64 from = std::max(*cursor, firstKept) - firstKept;
+    *cursor = m_total;
+    return QStringList(m_lines.begin() + from, m_lines.end());
+}
+
+qint64 SyncLog::totalAppended() const
+{
+    QMutexLocker locker(&m_mutex);
+    return m_total;
+}
+
+void SyncLog::clear()
+{
+    QMutexLocker locker(&m_mutex);
+    m_lines.clear();
+}
+
+bool SyncLog::exportTo(const QString &path, QString *error) const
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
+        if (error)
+            *error = file.errorString();
+        return false;
+    }
+    for (const QString &line : lines())
+        file.write(line.toUtf8() + '\n');
+    if (!file.commit()) {
+        if (error)
+            *error = file.errorString();
+        return false;
+    }
+    return true;
+}
+
+void SyncLog::setCapacity(int capacity)
+{
+    QMutexLocker locker(&m_mutex);
+    m_capacity = std::max(1, capacity);
+    while (int(m_lines.size()) > m_capacity)
+        m_lines.pop_front();
+}

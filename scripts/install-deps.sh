@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Installs everything Velmorin needs to build, run and test on Debian 12 or
+# Ubuntu. Both README commands and CI go through this one script.
+set -euo pipefail
+
+packages=(
+    # build
+    cmake ninja-build g++ pkg-config git
+    qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins
+    qt6-websockets-dev qt6-declarative-dev qt6-svg-dev libqt6svg6
+    qt6-httpserver-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
+    libqscintilla2-qt6-dev libgl-dev
+    libx11-dev libxi-dev libxtst-dev libxkbcommon-dev libxkbcommon-x11-dev
+    # running without a display, and the desktop tests
+    xvfb xauth jwm x11-utils xdotool dbus
+    # the Windows build path: cross compiler and Wine to run its tests
+    g++-mingw-w64-x86-64-posix wine wine64
+    # formatting check
+    clang-format
+)
+
+sudo=""
+if [ "$(id -u)" -ne 0 ]; then
+    sudo="sudo"
+fi
+
+export DEBIAN_FRONTEND=noninteractive
+apt_options=(-y -q -o DPkg::Lock::Timeout=300 --no-install-recommends)
+
+$sudo env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300 update
+$sudo env DEBIAN_FRONTEND=noninteractive apt-get install "${apt_options[@]}" "${packages[@]}"

@@ -1,0 +1,34 @@
+#include "appmodes.h"
+
+#include <QStandardPaths>
+
+namespace {
+AppModes g_current;
+}
+
+AppModes AppModes::fromArguments(const QStringList &arguments, bool writeDebugLog)
+{
+    AppModes modes;
+    const QString first = arguments.size() > 1 ? arguments.at(1) : QString();
+    modes.debug = arguments.size() > 1 && first == QLatin1String("--debug") ? true : writeDebugLog;
+    modes.perfTest = first == QLatin1String("--perf-test");
+    modes.demo = first == QLatin1String("--demo");
+    return modes;
+}
+
+const AppModes &AppModes::current()
+{
+    return g_current;
+}
+
+void AppModes::setCurrent(const AppModes &modes)
+{
+    g_current = modes;
+}
+
+QString AppModes::debugLogPath()
+{
+    static const QString path = QStandardPaths::writableLocation(QStandardPaths::TempLocation) +
+                                QStringLiteral("/Velmorin-debug-log.txt");
+    return path;
+}

@@ -1,0 +1,149 @@
+#include "application.h"
+#include "appmodes.h"
+#include "clipboardmonitor.h"
+#include "consoleengine.h"
+#include "crashhandler.h"
+#include "fileengine.h"
+#include "logger.h"
+#include "mainwindow.h"
+#include "runguard.h"
+#include "settings.h"
+#include "trayicon.h"
+
+#include <QDate>
+#include <QDebug>
+#include <QFile>
+#include <QLibraryInfo>
+#include <QMessageBox>
+#include <QSslSocket>
+#include <QStandardPaths>
+#include <QThread>
+#include <QTranslator>
+
+#include <chrono>
+#include <memory>
+
+namespace {
+
+void setUpLogging(const AppModes &modes)
+{
+    Logger &logger = Logger::instance();
+    QString fileProblem;
+    if (modes.debug) {
+        auto file = std::make_unique<FileEngine>(QStringLiteral("file"), AppModes::debugLogPath());
+        if (!file->isOpen())
+            fileProblem = file->errorString();
+        logger.addEngine(std::move(file));
+    } else if (!modes.demo) {
+        CrashHandler::initialise(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    }
+    logger.addEngine(std::make_unique<ConsoleEngine>(QStringLiteral("std")));
+    logger.installMessageHandler();
+    logger.removeEngine(QStringLiteral("DEFAULT"));
+    qDebug().noquote() << "Logging engines:" << logger.engineNames().join(QStringLiteral(", "));
+    if (!fileProblem.isNull())
+        qWarning().noquote() << "Unable to open the debug log" << AppModes::debugLogPath() << "-"
+                             << fileProblem;
+}
+
+void logBanner(const AppModes &modes)
+{
+    const QString stars(58, QLatin1Char('*'));
+    qInfo().noquote() << stars;
+    qInfo().noquote() << "Started new log at " + QDate::currentDate().toString(Qt::ISODate);
+    if (modes.debug)
+        qInfo().noquote() << "Logging to " + AppModes::debugLogPath();
+    qInfo().noquote() << stars;
+    qDebug() << "TLS library build:" << QSslSocket::sslLibraryBuildVersionString()
+             << "run time:" << QSslSocket::sslLibraryVersionString()
+             << "supported:" << QSslSocket::supportsSsl();
+}
+
+void installTranslators(QCoreApplication &app)
+{
+    auto *qtTranslator = new QTranslator(&app);
+    if (qtTranslator->load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                           QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(qtTranslator);
+    auto *translator = new QTranslator(&app);
+    if (translator->load(QLocale(), QStringLiteral("velmorin"), QStringLiteral("_"),
+                         QStringLiteral(":/i18n")))
+        QCoreApplication::installTranslator(translator);
+}
+
+void applyStyle(QApplication &app)
+{
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QFile sheet(QStringLiteral(":/styles/base.qss"));
+    if (sheet.open(QIODevice::ReadOnly))
+        app.setStyleSheet(QString::fromUtf8(sheet.readAll()));
+}
+
+void connectTrayIcon(TrayIcon &tray, MainWindow &mainWindow)
+{
+    QObject::connect(&tray, &TrayIcon::toggleRequested, &mainWindow, &MainWindow::toggleVisible);
+    QObject::connect(&tray, &TrayIcon::showRequested, &mainWindow, &MainWindow::showAndPin);
+    QObject::connect(&tray, &TrayIcon::settingsRequested, &mainWindow, &MainWindow::showSettings);
+    QObject::connect(&tray, &TrayIcon::quitRequested, &QCoreApplication::quit);
+    if (QSystemTrayIcon::isSystemTrayAvailable()) {
+        tray.show();
+    } else {
+        qWarning() << "No system tray is available; showing the window instead";
+        mainWindow.show();
+    }
+}
+
+void showReleaseNotesOnce(MainWindow &mainWindow)
+{
+    if (Settings::releaseNotesVersion() == Settings::currentReleaseNotesVersion())
+        return;
+    qDebug() << "Showing the release notes of version" << Settings::currentReleaseNotesVersion();
+    mainWindow.show();
+    mainWindow.openReleaseNotes();
+    Settings::setReleaseNotesVersion(Settings::currentReleaseNotesVersion());
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    qSetMessagePattern(QStringLiteral("%{file}(%{line}): %{message}"));
+    QCoreApplication::setOrganizationName(QStringLiteral("Velmorin"));
+    QCoreApplication::setOrganizationDomain(QStringLiteral("velmorin.app"));
+    QCoreApplication::setApplicationName(QStringLiteral("Velmorin"));
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+
+    Application app(argc, argv);
+    applyStyle(app);
+    installTranslators(app);
+
+    QSettings settings;
+    Settings::writeDefaults(settings);
+
+    const AppModes modes = AppModes::fromArguments(
+        app.arguments(), settings.value(SettingsKey::WriteDebugLog).toBool());
+    AppModes::setCurrent(modes);
+    setUpLogging(modes);
+    logBanner(modes);
+
+    RunGuard guard(QStringLiteral("VelmorinRunGuard"));
+    if (!guard.waitToRun(10, std::chrono::milliseconds(1000))) {
+        QMessageBox::warning(nullptr, QStringLiteral("Velmorin"),
+                             QObject::tr("Velmorin is already running!"), QMessageBox::Ok);
+        return 0;
+    }
+
+    qDebug() << "Main thread:" << QThread::currentThreadId();
+    qDebug().noquote() << "Settings:" << settings.fileName();
+
+    TrayIcon tray;
+    MainWindow mainWindow(modes.anyOn());
+    ClipboardMonitor clipboardMonitor;
+
+    QObject::connect(&app, &QCoreApplication::aboutToQuit,
+                     [] { qDebug() << "Quitting the application"; });
+    connectTrayIcon(tray, mainWindow);
+    showReleaseNotesOnce(mainWindow);
+
+    return QApplication::exec();
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+class QLabel;
+class QToolButton;
+class ReleaseNotesDialog;
+class SettingsDialog;
+
+// The paste window: opened from the tray or the global shortcut, hidden again when another
+// application takes the focus unless it is pinned open.
+class MainWindow final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // testModes: the program runs in debug, performance-test or demo mode.
+    explicit MainWindow(bool testModes, QWidget *parent = nullptr);
+    ~MainWindow() override;
+
+    bool isPinned() const;
+    void setPinned(bool pinned);
+
+    void showAndPin();
+    void toggleVisible();
+    void hideWindow();
+    void showSettings();
+    void openReleaseNotes();
+
+    bool testModes() const { return m_testModes; }
+
+private:
+    bool m_testModes;
+    QToolButton *m_pinButton;
+    QLabel *m_emptyLabel;
+    QPointer<SettingsDialog> m_settingsDialog;
+    QPointer<ReleaseNotesDialog> m_releaseNotes;
+};

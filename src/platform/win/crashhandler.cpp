@@ -1,0 +1,23 @@
+#include "crashhandler.h"
+
+#include "crashreport.h"
+
+#include <QDebug>
+#include <QDir>
+
+QString CrashHandler::reportFolder(const QString &dataFolder)
+{
+    return dataFolder + QStringLiteral("/crashes");
+}
+
+bool CrashHandler::initialise(const QString &dataFolder)
+{
+    const QString folder = reportFolder(dataFolder);
+    if (!QDir().mkpath(folder) ||
+        !CrashReport::install(QDir::toNativeSeparators(folder).toStdWString())) {
+        qWarning() << "Unable to prepare the crash report folder" << folder;
+        return false;
+    }
+    qDebug() << "Crash reports go to" << folder;
+    return true;
+}

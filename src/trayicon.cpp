@@ -1,0 +1,38 @@
+#include "trayicon.h"
+
+#include <QCursor>
+#include <QMenu>
+
+TrayIcon::TrayIcon(QObject *parent)
+    : QSystemTrayIcon(QIcon(QStringLiteral(":/icons/images/velmorin.svg")), parent)
+{
+    setToolTip(tr("Velmorin"));
+    connect(this, &QSystemTrayIcon::activated, this, &TrayIcon::onActivated);
+}
+
+void TrayIcon::onActivated(QSystemTrayIcon::ActivationReason reason)
+{
+    if (reason == QSystemTrayIcon::Context)
+        showContextMenu();
+    else
+        emit toggleRequested();
+}
+
+void TrayIcon::showContextMenu()
+{
+    QMenu menu;
+    menu.setObjectName(QStringLiteral("trayMenu"));
+    const QAction *show = menu.addAction(tr("Show"));
+    const QAction *settings = menu.addAction(tr("Settings"));
+    menu.addSeparator();
+    const QAction *quit = menu.addAction(tr("Quit"));
+
+    const QRect area = geometry();
+    const QAction *chosen = menu.exec(area.isValid() ? area.center() : QCursor::pos());
+    if (chosen == show)
+        emit showRequested();
+    else if (chosen == settings)
+        emit settingsRequested();
+    else if (chosen == quit)
+        emit quitRequested();
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QSystemTrayIcon>
+
+// The tray icon: a click toggles the paste window, the context menu offers Show, Settings, Quit.
+class TrayIcon final : public QSystemTrayIcon
+{
+    Q_OBJECT
+
+public:
+    explicit TrayIcon(QObject *parent = nullptr);
+
+signals:
+    void toggleRequested();
+    void showRequested();
+    void settingsRequested();
+    void quitRequested();
+
+private:
+    void onActivated(QSystemTrayIcon::ActivationReason reason);
+    void showContextMenu();
+};

@@ -1,0 +1,52 @@
+#include "testprofile.h"
+
+#include <QDir>
+#include <QSettings>
+
+TestProfile::TestProfile()
+{
+    for (const char *folder : {"config", "data", "home", "tmp", "runtime"})
+        QDir(m_root.path()).mkpath(QString::fromLatin1(folder));
+    QFile::setPermissions(path(QStringLiteral("runtime")),
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+}
+
+QString TestProfile::path(const QString &relative) const
+{
+    return relative.isEmpty() ? m_root.path() : m_root.filePath(relative);
+}
+
+QString TestProfile::settingsFile() const
+{
+    return path(QStringLiteral("config/Velmorin/Velmorin.conf"));
+}
+
+QString TestProfile::debugLogFile() const
+{
+    return path(QStringLiteral("tmp/Velmorin-debug-log.txt"));
+}
+
+QProcessEnvironment TestProfile::environment() const
+{
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("XDG_CONFIG_HOME"), path(QStringLiteral("config")));
+    env.insert(QStringLiteral("XDG_DATA_HOME"), path(QStringLiteral("data")));
+    env.insert(QStringLiteral("XDG_RUNTIME_DIR"), path(QStringLiteral("runtime")));
+    env.insert(QStringLiteral("HOME"), path(QStringLiteral("home")));
+    env.insert(QStringLiteral("TMPDIR"), path(QStringLiteral("tmp")));
+    env.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
+    env.remove(QStringLiteral("LANGUAGE"));
+    env.remove(QStringLiteral("LC_ALL"));
+    return env;
+}
+
+void TestProfile::setSetting(const QString &key, const QVariant &value) const
+{
+    QSettings settings(settingsFile(), QSettings::IniFormat);
+    settings.setValue(key, value);
+}
+
+QVariant TestProfile::setting(const QString &key) const
+{
+    return QSettings(settingsFile(), QSettings::IniFormat).value(key);
+}

@@ -1,0 +1,99 @@
+#include "settings.h"
+
+#include <QSize>
+#include <QTemporaryDir>
+#include <QTest>
+
+class TestSettings final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void firstStartWritesEveryDefault();
+    void laterStartsKeepWhatTheUserChose();
+    void keysWithoutDefaultStayAbsent();
+
+private:
+    QTemporaryDir m_dir;
+};
+
+void TestSettings::initTestCase()
+{
+    QVERIFY(m_dir.isValid());
+    QCoreApplication::setOrganizationName(QStringLiteral("VelmorinTest"));
+    QCoreApplication::setApplicationName(QStringLiteral("Velmorin"));
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_dir.path());
+}
+
+void TestSettings::firstStartWritesEveryDefault()
+{
+    QSettings settings;
+    settings.clear();
+    const int count = int(Settings::firstRunDefaults().size());
+    QCOMPARE(Settings::writeDefaults(settings), count);
+
+    // What a fresh start reads back from disk.
+    QSettings fresh;
+    QCOMPARE(fresh.allKeys().size(), count);
+    QCOMPARE(fresh.value(SettingsKey::KeepItems).toString(), QStringLiteral("20"));
+    QCOMPARE(fresh.value(SettingsKey::IgnoreLength).toString(), QStringLiteral("3"));
+    QCOMPARE(fresh.value(SettingsKey::IgnoreSize).toString(), QStringLiteral("4"));
+    QCOMPARE(fresh.value(SettingsKey::Shortcut).toString(), QStringLiteral("CTRL+SHIFT+V"));
+    QCOMPARE(fresh.value(SettingsKey::IncludeImages).toBool(), true);
+    QCOMPARE(fresh.value(SettingsKey::SyncHistory).toBool(), true);
+    QCOMPARE(fresh.value(SettingsKey::WriteDebugLog).toBool(), false);
+    QCOMPARE(fresh.value(SettingsKey::Theme).toInt(), 2);
+    QCOMPARE(fresh.value(SettingsKey::WindowSize).toSize(), QSize(420, 520));
+    QVERIFY(fresh.value(SettingsKey::HistoryFilePath)
+                .toString()
+                .endsWith(QLatin1String("History.json")));
+    QVERIFY(fresh.value(SettingsKey::SnippetFilePath)
+                .toString()
+                .endsWith(QLatin1String("Snippets.json")));
+    QVERIFY(fresh.value(SettingsKey::SyncFolder)
+                .toString()
+                .endsWith(QLatin1String("Velmorin Sync Folder")));
+    QVERIFY(fresh.value(SettingsKey::ExcludedApplications).toStringList().isEmpty());
+    QVERIFY(fresh.value(SettingsKey::DelayedApplications).toMap().isEmpty());
+}
+
+void TestSettings::laterStartsKeepWhatTheUserChose()
+{
+    {
+        QSettings settings;
+        settings.clear();
+        Settings::writeDefaults(settings);
+        settings.setValue(SettingsKey::KeepItems, QStringLiteral("500"));
+        settings.setValue(SettingsKey::Shortcut, QString()); // switched off on purpose
+        settings.setValue(SettingsKey::IncludeImages, false);
+        settings.setValue(SettingsKey::ExcludedApplications,
+                          QStringList{QStringLiteral("keepass.exe")});
+        settings.remove(SettingsKey::OpenOnMouse); // a key this version adds
+    }
+    QSettings restarted;
+    QCOMPARE(Settings::writeDefaults(restarted), 1);
+    QCOMPARE(restarted.value(SettingsKey::KeepItems).toString(), QStringLiteral("500"));
+    QCOMPARE(restarted.value(SettingsKey::Shortcut).toString(), QString());
+    QCOMPARE(restarted.value(SettingsKey::IncludeImages).toBool(), false);
+    QCOMPARE(restarted.value(SettingsKey::ExcludedApplications).toStringList(),
+             QStringList{QStringLiteral("keepass.exe")});
+    QCOMPARE(restarted.value(SettingsKey::OpenOnMouse).toBool(), true);
+    QCOMPARE(Settings::writeDefaults(restarted), 0);
+}
+
+void TestSettings::keysWithoutDefaultStayAbsent()
+{
+    QSettings settings;
+    settings.clear();
+    Settings::writeDefaults(settings);
+    QVERIFY(!settings.contains(SettingsKey::ReleaseNotesVersion));
+    QVERIFY(!settings.contains(SettingsKey::SyncTarget));
+    QVERIFY(!settings.contains(SettingsKey::LastSync));
+    QCOMPARE(Settings::releaseNotesVersion(), QString());
+    Settings::setReleaseNotesVersion(Settings::currentReleaseNotesVersion());
+    QCOMPARE(QSettings().value(SettingsKey::ReleaseNotesVersion).toString(), QStringLiteral("1.9"));
+}
+
+QTEST_GUILESS_MAIN(TestSettings)
+#include "testsettings.moc"

@@ -1,0 +1,155 @@
+#include "appmodes.h"
+#include "support/appprocess.h"
+#include "support/testprofile.h"
+
+#include <QFile>
+#include <QTest>
+
+// Start-up as the user meets it: the real program in a private profile, its log read back.
+class TestStartup final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void modeSwitches_data();
+    void modeSwitches();
+    void demoThenDebugIgnoresTheSecondSwitch();
+    void capitalisedSwitchIsNoSwitch();
+    void writeDebugLogSettingStartsTheFileLog();
+    void sigtermQuitsCleanlyAndKeepsSettings();
+    void releaseNotesShowOncePerVersion();
+
+private:
+    static void startAndWait(AppProcess &app, const QStringList &arguments = {});
+};
+
+void TestStartup::startAndWait(AppProcess &app, const QStringList &arguments)
+{
+    app.start(arguments);
+    QVERIFY2(app.waitForOutput(QStringLiteral("Main thread:")), qPrintable(app.output()));
+}
+
+void TestStartup::modeSwitches_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("writeDebugLog");
+    QTest::addColumn<bool>("debug");
+    QTest::addColumn<bool>("perfTest");
+    QTest::addColumn<bool>("demo");
+
+    const QString app = QStringLiteral("velmorin");
+    QTest::newRow("none") << QStringList{app} << false << false << false << false;
+    QTest::newRow("none, setting on") << QStringList{app} << true << true << false << false;
+    QTest::newRow("--debug") << QStringList{app, "--debug"} << false << true << false << false;
+    QTest::newRow("--perf-test") << QStringList{app, "--perf-test"} << false << false << true
+                                 << false;
+    QTest::newRow("--demo, setting on")
+        << QStringList{app, "--demo"} << true << true << false << true;
+    QTest::newRow("--demo --debug")
+        << QStringList{app, "--demo", "--debug"} << false << false << false << true;
+    QTest::newRow("--debug --demo")
+        << QStringList{app, "--debug", "--demo"} << false << true << false << false;
+    QTest::newRow("--DEBUG") << QStringList{app, "--DEBUG"} << false << false << false << false;
+    QTest::newRow("--Demo") << QStringList{app, "--Demo"} << false << false << false << false;
+    QTest::newRow("unknown, setting on")
+        << QStringList{app, "--updater"} << true << true << false << false;
+}
+
+void TestStartup::modeSwitches()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(bool, writeDebugLog);
+    const AppModes modes = AppModes::fromArguments(arguments, writeDebugLog);
+    QTEST(modes.debug, "debug");
+    QTEST(modes.perfTest, "perfTest");
+    QTEST(modes.demo, "demo");
+}
+
+void TestStartup::demoThenDebugIgnoresTheSecondSwitch()
+{
+    TestProfile profile;
+    AppProcess app(QStringLiteral(VELMORIN_BINARY), profile);
+    startAndWait(app, {QStringLiteral("--demo"), QStringLiteral("--debug")});
+    const QString log = app.output();
+    QVERIFY2(log.contains(QStringLiteral("Started new log at ")), qPrintable(log));
+    QVERIFY(!log.contains(QStringLiteral("Logging to ")));
+    // Demo mode collects no crash reports, and without debug mode there is no file log.
+    QVERIFY(!log.contains(QStringLiteral("Crash reports go to")));
+    QVERIFY(log.contains(QStringLiteral("Logging engines: std\n")));
+    QVERIFY(!QFile::exists(profile.debugLogFile()));
+}
+
+void TestStartup::capitalisedSwitchIsNoSwitch()
+{
+    TestProfile profile;
+    AppProcess app(QStringLiteral(VELMORIN_BINARY), profile);
+    startAndWait(app, {QStringLiteral("--DEBUG")});
+    QVERIFY(!app.output().contains(QStringLiteral("Logging to ")));
+    QVERIFY(app.output().contains(QStringLiteral("Crash reports go to")));
+    QVERIFY(!QFile::exists(profile.debugLogFile()));
+}
+
+void TestStartup::writeDebugLogSettingStartsTheFileLog()
+{
+    TestProfile profile;
+    profile.setSetting(QStringLiteral("WriteDebugLog"), true);
+    AppProcess app(QStringLiteral(VELMORIN_BINARY), profile);
+    startAndWait(app);
+    const QString log = app.output();
+    QVERIFY2(log.contains(QStringLiteral("Logging to ") + profile.debugLogFile()), qPrintable(log));
+    QVERIFY(log.contains(QStringLiteral("Logging engines: file, std\n")));
+    QVERIFY(!log.contains(QStringLiteral("Crash reports go to")));
+
+    // The file holds the same banner, and a second run appends to it.
+    app.terminate();
+    QVERIFY(app.waitForExit());
+    AppProcess again(QStringLiteral(VELMORIN_BINARY), profile);
+    startAndWait(again);
+    again.terminate();
+    QVERIFY(again.waitForExit());
+    QFile file(profile.debugLogFile());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString written = QString::fromUtf8(file.readAll());
+    QCOMPARE(written.count(QStringLiteral("] [INFO] Started new log at ")), 2);
+    QCOMPARE(written.count(QStringLiteral("] [DEBUG] Quitting the application\n")), 2);
+    QCOMPARE(written.count(QStringLiteral("] [INFO] ") + QString(58, QLatin1Char('*')) + '\n'), 4);
+}
+
+void TestStartup::sigtermQuitsCleanlyAndKeepsSettings()
+{
+    TestProfile profile;
+    AppProcess app(QStringLiteral(VELMORIN_BINARY), profile);
+    startAndWait(app);
+    QVERIFY(app.isRunning());
+    app.terminate();
+    QVERIFY(app.waitForExit());
+    QCOMPARE(app.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(app.exitCode(), 0);
+    QVERIFY2(app.output().contains(QStringLiteral("Quitting the application")),
+             qPrintable(app.output()));
+    // Written before the event loop ended and kept through the orderly shutdown.
+    QCOMPARE(profile.setting(QStringLiteral("ReleaseNotesVersion")).toString(),
+             QStringLiteral("1.9"));
+    QCOMPARE(profile.setting(QStringLiteral("KeepItems")).toString(), QStringLiteral("20"));
+}
+
+void TestStartup::releaseNotesShowOncePerVersion()
+{
+    TestProfile profile;
+    profile.setSetting(QStringLiteral("ReleaseNotesVersion"), QStringLiteral("1.8"));
+    AppProcess first(QStringLiteral(VELMORIN_BINARY), profile);
+    startAndWait(first);
+    QVERIFY(first.waitForOutput(QStringLiteral("Showing the release notes")));
+    first.terminate();
+    QVERIFY(first.waitForExit());
+    QCOMPARE(profile.setting(QStringLiteral("ReleaseNotesVersion")).toString(),
+             QStringLiteral("1.9"));
+
+    AppProcess second(QStringLiteral(VELMORIN_BINARY), profile);
+    startAndWait(second);
+    QTest::qWait(300);
+    QVERIFY(!second.output().contains(QStringLiteral("Showing the release notes")));
+}
+
+QTEST_GUILESS_MAIN(TestStartup)
+#include "teststartup.moc"
