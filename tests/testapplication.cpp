@@ -1,0 +1,56 @@
+#include "application.h"
+#include "mainwindow.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+// The application object as the program builds it: losing the focus to another application
+// hides the paste window unless it is pinned open.
+class TestApplication final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void focusLossHidesOnlyAnUnpinnedWindow();
+    void foreignNativeMessagesAreNeverConsumed();
+};
+
+void TestApplication::focusLossHidesOnlyAnUnpinnedWindow()
+{
+    auto *app = qobject_cast<Application *>(QCoreApplication::instance());
+    QVERIFY(app);
+    MainWindow window(false);
+    QCOMPARE(app->mainWindow(), &window);
+
+    window.show();
+    QEvent deactivate(QEvent::ApplicationDeactivate);
+    QCoreApplication::sendEvent(app, &deactivate);
+    QVERIFY(!window.isVisible());
+
+    window.showAndPin();
+    QVERIFY(window.isPinned());
+    QCoreApplication::sendEvent(app, &deactivate);
+    QVERIFY(window.isVisible());
+
+    window.setPinned(false);
+    QCoreApplication::sendEvent(app, &deactivate);
+    QVERIFY(!window.isVisible());
+}
+
+void TestApplication::foreignNativeMessagesAreNeverConsumed()
+{
+    auto *app = qobject_cast<Application *>(QCoreApplication::instance());
+    QSignalSpy resumed(app, &Application::powerResume);
+    int fakeEvent = 0;
+    QVERIFY(!app->nativeEventFilter("xcb_generic_event_t", &fakeEvent, nullptr));
+    QCOMPARE(resumed.count(), 0);
+}
+
+int main(int argc, char *argv[])
+{
+    Application app(argc, argv);
+    TestApplication test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "testapplication.moc"
