@@ -29,18 +29,23 @@ void setUpLogging(const AppModes &modes)
 {
     Logger &logger = Logger::instance();
     QString fileProblem;
+    QString crashFolder;
     if (modes.debug) {
         auto file = std::make_unique<FileEngine>(QStringLiteral("file"), AppModes::debugLogPath());
         if (!file->isOpen())
             fileProblem = file->errorString();
         logger.addEngine(std::move(file));
     } else if (!modes.demo) {
-        CrashHandler::initialise(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+        const QString data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+        if (CrashHandler::initialise(data))
+            crashFolder = CrashHandler::reportFolder(data);
     }
     logger.addEngine(std::make_unique<ConsoleEngine>(QStringLiteral("std")));
     logger.installMessageHandler();
     logger.removeEngine(QStringLiteral("DEFAULT"));
     qDebug().noquote() << "Logging engines:" << logger.engineNames().join(QStringLiteral(", "));
+    if (!crashFolder.isNull())
+        qDebug().noquote() << "Crash reports go to" << crashFolder;
     if (!fileProblem.isNull())
         qWarning().noquote() << "Unable to open the debug log" << AppModes::debugLogPath() << "-"
                              << fileProblem;

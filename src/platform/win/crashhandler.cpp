@@ -18,6 +18,5 @@ bool CrashHandler::initialise(const QString &dataFolder)
         qWarning() << "Unable to prepare the crash report folder" << folder;
         return false;
     }
-    qDebug() << "Crash reports go to" << folder;
     return true;
 }

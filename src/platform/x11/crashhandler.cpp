@@ -75,6 +75,5 @@ bool CrashHandler::initialise(const QString &dataFolder)
     action.sa_flags = SA_RESETHAND;
     for (const int number : g_fatalSignals)
         sigaction(number, &action, nullptr);
-    qDebug() << "Crash reports go to" << folder;
     return true;
 }
