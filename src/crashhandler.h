@@ -8,5 +8,8 @@ class CrashHandler final
 {
 public:
     static bool initialise(const QString &dataFolder);
-    static QString reportFolder(const QString &dataFolder);
+    static QString reportFolder(const QString &dataFolder)
+    {
+        return dataFolder + QStringLiteral("/crashes");
+    }
 };

@@ -5,11 +5,6 @@
 #include <QDebug>
 #include <QDir>
 
-QString CrashHandler::reportFolder(const QString &dataFolder)
-{
-    return dataFolder + QStringLiteral("/crashes");
-}
-
 bool CrashHandler::initialise(const QString &dataFolder)
 {
     const QString folder = reportFolder(dataFolder);

@@ -49,11 +49,6 @@ void onFatalSignal(int number)
 
 } // namespace
 
-QString CrashHandler::reportFolder(const QString &dataFolder)
-{
-    return dataFolder + QStringLiteral("/crashes");
-}
-
 bool CrashHandler::initialise(const QString &dataFolder)
 {
     const QString folder = reportFolder(dataFolder);
