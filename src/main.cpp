@@ -128,6 +128,12 @@ int main(int argc, char *argv[])
     const AppModes modes = AppModes::fromArguments(
         app.arguments(), settings.value(SettingsKey::WriteDebugLog).toBool());
     AppModes::setCurrent(modes);
+    if (modes.perfTest) {
+        // A large history that stays on this computer, for this run only.
+        Settings::setRunOverrides({{SettingsKey::KeepItems, QStringLiteral("1000")},
+                                   {SettingsKey::IncludeImages, true},
+                                   {SettingsKey::SyncHistory, false}});
+    }
     setUpLogging(modes);
     logBanner(modes);
 
@@ -145,8 +151,10 @@ int main(int argc, char *argv[])
     MainWindow mainWindow(modes.anyOn());
     ClipboardMonitor clipboardMonitor;
 
-    QObject::connect(&app, &QCoreApplication::aboutToQuit,
-                     [] { qDebug() << "Quitting the application"; });
+    QObject::connect(&app, &QCoreApplication::aboutToQuit, &mainWindow, [&mainWindow] {
+        qDebug() << "Quitting the application";
+        mainWindow.prepareToQuit();
+    });
     connectTrayIcon(tray, mainWindow);
     showReleaseNotesOnce(mainWindow);
 

@@ -1,19 +1,28 @@
 #include "mainwindow.h"
 
 #include "application.h"
+#include "appmodes.h"
+#include "historyfile.h"
+#include "historyitemmodel.h"
 #include "releasenotesdialog.h"
 #include "settings.h"
 #include "settingsdialog.h"
 
+#include <QDebug>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QListView>
+#include <QMessageBox>
 #include <QSettings>
+#include <QSortFilterProxyModel>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 MainWindow::MainWindow(bool testModes, QWidget *parent)
-    : QWidget(parent, Qt::Window), m_testModes(testModes), m_pinButton(new QToolButton(this)),
-      m_emptyLabel(new QLabel(this))
+    : QWidget(parent, Qt::Window), m_testModes(testModes),
+      m_history(new HistoryItemModel(HistoryFile::path(AppModes::current()), this)),
+      m_pinButton(new QToolButton(this)), m_emptyLabel(new QLabel(this)),
+      m_historyView(new QListView(this))
 {
     setWindowTitle(tr("Velmorin"));
     setWindowIcon(QIcon(QStringLiteral(":/icons/images/velmorin.svg")));
@@ -35,15 +44,62 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
     m_emptyLabel->setAlignment(Qt::AlignCenter);
     m_emptyLabel->setWordWrap(true);
 
+    m_historyView->setModel(m_history->proxy());
+    m_historyView->setObjectName(QStringLiteral("historyView"));
+    m_historyView->setUniformItemSizes(true);
+    m_historyView->setTextElideMode(Qt::ElideRight);
+    m_historyView->setIconSize(QSize(16, 16));
+
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(header);
     layout->addWidget(m_emptyLabel, 1);
+    layout->addWidget(m_historyView, 1);
+
+    connect(m_history, &HistoryItemModel::warning, this, [this](const QString &text) {
+        QMessageBox::warning(this, QStringLiteral("Velmorin"), text);
+    });
+    for (auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(m_history->proxy(), signal, this, &MainWindow::updateEmptyState);
+    connect(m_history->proxy(), &QAbstractItemModel::modelReset, this,
+            &MainWindow::updateEmptyState);
+    loadHistory();
 
     const QSize size = QSettings().value(SettingsKey::WindowSize).toSize();
     resize(size.isValid() ? size : QSize(420, 520));
 
     if (auto *app = qobject_cast<Application *>(QCoreApplication::instance()))
         app->setMainWindow(this);
+}
+
+void MainWindow::loadHistory()
+{
+    const AppModes &modes = AppModes::current();
+    if (modes.perfTest) {
+        m_history->fillWithGeneratedClippings(1000);
+    } else if (modes.demo) {
+        m_history->loadDemo();
+    } else {
+        m_history->load();
+        m_history->startCleanCache();
+    }
+    updateEmptyState();
+}
+
+void MainWindow::updateEmptyState()
+{
+    const bool empty = m_history->proxy()->rowCount() == 0;
+    m_emptyLabel->setVisible(empty);
+    m_historyView->setVisible(!empty);
+}
+
+void MainWindow::prepareToQuit()
+{
+    if (Settings::clearHistory()) {
+        qDebug() << "Clearing the history on quit";
+        m_history->clearHistory();
+    }
+    m_history->save(false);
+    m_history->finishSaves();
 }
 
 MainWindow::~MainWindow()

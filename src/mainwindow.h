@@ -3,7 +3,9 @@
 #include <QPointer>
 #include <QWidget>
 
+class HistoryItemModel;
 class QLabel;
+class QListView;
 class QToolButton;
 class ReleaseNotesDialog;
 class SettingsDialog;
@@ -29,11 +31,20 @@ public:
     void openReleaseNotes();
 
     bool testModes() const { return m_testModes; }
+    HistoryItemModel *historyModel() const { return m_history; }
+
+    // What quitting does to the history: cleared when the user asked for it, and saved.
+    void prepareToQuit();
 
 private:
+    void loadHistory();
+    void updateEmptyState();
+
     bool m_testModes;
+    HistoryItemModel *m_history;
     QToolButton *m_pinButton;
     QLabel *m_emptyLabel;
+    QListView *m_historyView;
     QPointer<SettingsDialog> m_settingsDialog;
     QPointer<ReleaseNotesDialog> m_releaseNotes;
 };

@@ -13,6 +13,12 @@ QString inFolder(QStandardPaths::StandardLocation location, const QString &name)
                                     name);
 }
 
+QVariantMap &runOverrides()
+{
+    static QVariantMap overrides;
+    return overrides;
+}
+
 } // namespace
 
 QList<QPair<QString, QVariant>> Settings::firstRunDefaults()
@@ -77,6 +83,19 @@ int Settings::writeDefaults(QSettings &settings)
     return written;
 }
 
+void Settings::setRunOverrides(const QVariantMap &overrides)
+{
+    runOverrides() = overrides;
+}
+
+QVariant Settings::value(const QString &key)
+{
+    const auto overridden = runOverrides().constFind(key);
+    if (overridden != runOverrides().constEnd())
+        return *overridden;
+    return QSettings().value(key);
+}
+
 bool Settings::writeDebugLog()
 {
     return QSettings().value(SettingsKey::WriteDebugLog).toBool();
@@ -95,4 +114,39 @@ QString Settings::releaseNotesVersion()
 void Settings::setReleaseNotesVersion(const QString &version)
 {
     QSettings().setValue(SettingsKey::ReleaseNotesVersion, version);
+}
+
+bool Settings::clearHistory()
+{
+    return value(SettingsKey::ClearHistory).toBool();
+}
+
+int Settings::keepItems()
+{
+    return value(SettingsKey::KeepItems).toInt();
+}
+
+int Settings::ignoreLength()
+{
+    return value(SettingsKey::IgnoreLength).toInt();
+}
+
+int Settings::ignoreSize()
+{
+    return value(SettingsKey::IgnoreSize).toInt();
+}
+
+bool Settings::includeImages()
+{
+    return value(SettingsKey::IncludeImages).toBool();
+}
+
+QString Settings::historyFilePath()
+{
+    return value(SettingsKey::HistoryFilePath).toString();
+}
+
+bool Settings::syncHistory()
+{
+    return value(SettingsKey::SyncHistory).toBool();
 }

@@ -5,6 +5,7 @@
 #include <QSettings>
 #include <QString>
 #include <QVariant>
+#include <QVariantMap>
 
 // Every settings key of the program. Nothing else in the code spells a key.
 namespace SettingsKey {
@@ -63,8 +64,22 @@ public:
     // Writes the defaults of keys that are not stored yet; returns how many were written.
     static int writeDefaults(QSettings &settings);
 
+    // Values that replace stored ones for this run only (the performance-test mode raises the
+    // history limit without touching what the user chose).
+    static void setRunOverrides(const QVariantMap &overrides);
+    static QVariant value(const QString &key);
+
     static bool writeDebugLog();
     static void setWriteDebugLog(bool on);
     static QString releaseNotesVersion();
     static void setReleaseNotesVersion(const QString &version);
+    static bool clearHistory();
+
+    // History limits. The stored texts are read as integers; anything unreadable counts as 0.
+    static int keepItems();
+    static int ignoreLength();
+    static int ignoreSize();
+    static bool includeImages();
+    static QString historyFilePath();
+    static bool syncHistory();
 };

@@ -1,11 +1,18 @@
 #include "settingsdialog.h"
 
+#include "applicationslist.h"
 #include "settings.h"
+#include "settingsevents.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
+#include <QFormLayout>
 #include <QLabel>
+#include <QMenu>
+#include <QSettings>
+#include <QSpinBox>
 #include <QTabWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 SettingsDialog::SettingsDialog(QWidget *parent) : QDialog(parent), m_pages(new QTabWidget(this))
@@ -13,6 +20,8 @@ SettingsDialog::SettingsDialog(QWidget *parent) : QDialog(parent), m_pages(new Q
     setWindowTitle(tr("Velmorin Settings"));
     setObjectName(QStringLiteral("settingsDialog"));
     m_pages->addTab(createGeneralPage(), tr("General"));
+    m_pages->addTab(createHistoryPage(), tr("History"));
+    m_pages->addTab(createApplicationsPage(), tr("Applications"));
 
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -39,14 +48,72 @@ QWidget *SettingsDialog::createGeneralPage()
     return page;
 }
 
+QWidget *SettingsDialog::createHistoryPage()
+{
+    auto *page = new QWidget(this);
+    m_keepItems = new QSpinBox(page);
+    m_keepItems->setRange(1, 100000);
+    m_ignoreLength = new QSpinBox(page);
+    m_ignoreLength->setRange(0, 1000);
+    m_ignoreLength->setSuffix(tr(" characters"));
+    m_ignoreSize = new QSpinBox(page);
+    m_ignoreSize->setRange(1, 100000);
+    m_ignoreSize->setSuffix(tr(" × 1024 characters"));
+    m_includeImages = new QCheckBox(tr("Keep copied images"), page);
+    m_clearHistory = new QCheckBox(tr("Clear the history on quit (locked items stay)"), page);
+
+    auto *layout = new QFormLayout(page);
+    layout->addRow(tr("Clippings to keep:"), m_keepItems);
+    layout->addRow(tr("Ignore texts shorter than:"), m_ignoreLength);
+    layout->addRow(tr("Ignore texts longer than:"), m_ignoreSize);
+    layout->addRow(m_includeImages);
+    layout->addRow(m_clearHistory);
+    return page;
+}
+
+QWidget *SettingsDialog::createApplicationsPage()
+{
+    auto *page = new QWidget(this);
+    m_applications = new ApplicationsList(page);
+    auto *hint = new QLabel(tr("Applications appear here once you copy something in them. "
+                               "Right-click one to change how its copies are treated."),
+                            page);
+    hint->setWordWrap(true);
+    auto *actions = new QToolButton(page);
+    actions->setText(tr("Rules"));
+    actions->setMenu(m_applications->actionMenu());
+    actions->setPopupMode(QToolButton::InstantPopup);
+
+    auto *layout = new QVBoxLayout(page);
+    layout->addWidget(hint);
+    layout->addWidget(m_applications, 1);
+    layout->addWidget(actions, 0, Qt::AlignRight);
+    return page;
+}
+
 void SettingsDialog::load()
 {
     m_writeDebugLog->setChecked(Settings::writeDebugLog());
+    m_keepItems->setValue(Settings::keepItems());
+    m_ignoreLength->setValue(Settings::ignoreLength());
+    m_ignoreSize->setValue(Settings::ignoreSize());
+    m_includeImages->setChecked(Settings::includeImages());
+    m_clearHistory->setChecked(Settings::clearHistory());
+    m_applications->load();
 }
 
 void SettingsDialog::save()
 {
     Settings::setWriteDebugLog(m_writeDebugLog->isChecked());
+    QSettings settings;
+    // The limits are stored as texts, as they always have been.
+    settings.setValue(SettingsKey::KeepItems, QString::number(m_keepItems->value()));
+    settings.setValue(SettingsKey::IgnoreLength, QString::number(m_ignoreLength->value()));
+    settings.setValue(SettingsKey::IgnoreSize, QString::number(m_ignoreSize->value()));
+    settings.setValue(SettingsKey::IncludeImages, m_includeImages->isChecked());
+    settings.setValue(SettingsKey::ClearHistory, m_clearHistory->isChecked());
+    m_applications->save();
+    SettingsEvents::instance()->notifyChanged();
 }
 
 void SettingsDialog::showEvent(QShowEvent *event)

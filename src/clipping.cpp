@@ -1,0 +1,97 @@
+#include "clipping.h"
+
+#include <QDir>
+#include <QImage>
+#include <QStandardItem>
+#include <QStandardPaths>
+
+namespace Clipping {
+
+QString briefOf(const QString &text)
+{
+    const QStringList lines = text.trimmed().split(QLatin1Char('\n'));
+    QStringList kept;
+    kept.reserve(lines.size());
+    for (const QString &line : lines) {
+        const QString trimmed = line.trimmed();
+        if (!trimmed.isEmpty())
+            kept.append(trimmed);
+    }
+    return kept.join(QLatin1Char(' ')).replace(QLatin1Char('\t'), QLatin1Char(' '));
+}
+
+QString shortText(const QString &text)
+{
+    return text.left(50).remove(QLatin1Char('\n'));
+}
+
+namespace {
+
+QStandardItem *newItem(const QString &brief, int type, const QPixmap &icon,
+                       const QString &application, const QDateTime &time)
+{
+    auto *item = new QStandardItem(brief);
+    item->setEditable(false);
+    item->setData(type, TypeRole);
+    item->setData(icon, IconRole);
+    item->setData(application, ApplicationRole);
+    item->setData(QUuid::createUuid(), IdRole);
+    item->setData(time, TimeRole);
+    item->setData(false, RemovedRole);
+    item->setData(false, PinnedRole);
+    item->setData(false, LockedRole);
+    return item;
+}
+
+} // namespace
+
+QStandardItem *newTextItem(const QString &text, const QString &html, const QPixmap &icon,
+                           const QString &application, const QDateTime &time)
+{
+    QStandardItem *item = newItem(briefOf(text), TextType, icon, application, time);
+    item->setData(text, TextRole);
+    item->setData(html, HtmlRole);
+    item->setData(html.isEmpty() ? text : html, ToolTipRole);
+    return item;
+}
+
+QStandardItem *newImageItem(const QUrl &source, const QImage &image, const QPixmap &icon,
+                            const QString &application, const QDateTime &time)
+{
+    QString filename;
+    if (!source.isEmpty()) {
+        filename = source.fileName();
+        if (filename.isEmpty())
+            filename = source.path().section(QLatin1Char('/'), -1);
+    }
+    QString label = filename;
+    if (filename.isEmpty()) {
+        label = QStringLiteral("%1 x %2").arg(image.width()).arg(image.height());
+        filename =
+            application + QStringLiteral("-%1x%2.png").arg(image.width()).arg(image.height());
+    }
+    QStandardItem *item = newItem(label, ImageType, icon, application, time);
+    item->setData(label, TextRole);
+    item->setData(QString(), HtmlRole);
+    item->setData(label, ToolTipRole);
+    item->setData(filename, FilenameRole);
+    return item;
+}
+
+QString imagesRoot()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QDir::separator() +
+           QStringLiteral("images");
+}
+
+QString idFolderName(const QUuid &id)
+{
+    return id.toString(QUuid::WithBraces);
+}
+
+QString imageFolder(const QUuid &id)
+{
+    return imagesRoot() + QDir::separator() + idFolderName(id);
+}
+
+} // namespace Clipping

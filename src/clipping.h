@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QDateTime>
+#include <QPixmap>
+#include <QString>
+#include <QUrl>
+#include <QUuid>
+
+class QImage;
+class QStandardItem;
+
+// The clipping record: one history entry kept as item data of a QStandardItem. The role
+// numbers are part of the record; every view, the history file and sync read them.
+namespace Clipping {
+
+enum Role : int {
+    BriefRole = Qt::DisplayRole,
+    IconRole = Qt::DecorationRole,
+    ToolTipRole = Qt::ToolTipRole,
+    PinnedRole = Qt::CheckStateRole,
+    HtmlRole = Qt::UserRole,
+    TextRole = Qt::UserRole + 1,
+    IdRole = Qt::UserRole + 2,
+    TimeRole = Qt::UserRole + 3,
+    RemovedRole = Qt::UserRole + 5,
+    ApplicationRole = Qt::UserRole + 9,
+    ThumbnailRole = Qt::UserRole + 10,
+    TypeRole = Qt::UserRole + 11,
+    FilenameRole = Qt::UserRole + 12,
+    LockedRole = Qt::UserRole + 21,
+};
+
+enum Type : int { TextType = 0, ImageType = 1, OldImageType = 2 };
+
+inline bool isImage(int type)
+{
+    return type == ImageType || type == OldImageType;
+}
+
+// One line: the text's non-blank lines, trimmed, joined by a blank; tabs become blanks.
+QString briefOf(const QString &text);
+// The text as it appears in log lines: at most 50 characters, line feeds removed.
+QString shortText(const QString &text);
+
+QStandardItem *newTextItem(const QString &text, const QString &html, const QPixmap &icon,
+                           const QString &application, const QDateTime &time);
+// The label and file name come from the URL's file name, or else from the size and the
+// application ("app.exe-640x480.png").
+QStandardItem *newImageItem(const QUrl &source, const QImage &image, const QPixmap &icon,
+                            const QString &application, const QDateTime &time);
+
+// "images" in the application data folder, and one clipping's folder inside it.
+QString imagesRoot();
+QString imageFolder(const QUuid &id);
+QString idFolderName(const QUuid &id);
+
+} // namespace Clipping

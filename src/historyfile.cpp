@@ -1,0 +1,189 @@
+#include "historyfile.h"
+
+#include "appmodes.h"
+#include "settings.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+namespace {
+
+const QString kType = QStringLiteral("type");
+const QString kBrief = QStringLiteral("brief");
+const QString kText = QStringLiteral("text");
+const QString kHtml = QStringLiteral("html");
+const QString kTime = QStringLiteral("time");
+const QString kId = QStringLiteral("id");
+const QString kRemoved = QStringLiteral("removed");
+const QString kPinned = QStringLiteral("pinned");
+const QString kLocked = QStringLiteral("locked");
+const QString kApplication = QStringLiteral("application");
+const QString kFilename = QStringLiteral("filename");
+
+} // namespace
+
+QString HistoryFile::fileName(const AppModes &modes)
+{
+    if (modes.perfTest)
+        return QStringLiteral("History-perftest.json");
+    if (modes.demo)
+        return QStringLiteral("History-demo.json");
+    return QStringLiteral("History.json");
+}
+
+QString HistoryFile::path(const AppModes &modes)
+{
+    const QString chosen = Settings::historyFilePath();
+    if (chosen.isEmpty()) {
+        return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+               QDir::separator() + fileName(modes);
+    }
+    if (!modes.perfTest && !modes.demo)
+        return chosen;
+    return QFileInfo(chosen).path() + QDir::separator() + fileName(modes);
+}
+
+QString HistoryFile::temporaryPath(const QString &path)
+{
+    return path + QStringLiteral("-tmp");
+}
+
+QJsonObject HistoryFile::toJson(const Record &record)
+{
+    QJsonObject object{
+        {kType, record.type},
+        {kBrief, record.brief},
+        {kText, record.text},
+        {kHtml, record.html},
+        {kTime, record.time.toString(Qt::ISODate)},
+        {kId, record.id.toString(QUuid::WithBraces)},
+        {kRemoved, record.removed},
+        {kPinned, record.pinned},
+        {kLocked, record.locked},
+        {kApplication, record.application},
+    };
+    if (!record.filename.isEmpty())
+        object.insert(kFilename, record.filename);
+    return object;
+}
+
+HistoryFile::Record HistoryFile::fromJson(const QJsonObject &object)
+{
+    Record record;
+    record.type = object.value(kType).toInt(0);
+    record.brief = object.value(kBrief).toString();
+    record.text = object.value(kText).toString();
+    record.html = object.value(kHtml).toString();
+    record.time = QDateTime::fromString(object.value(kTime).toString(), Qt::ISODate);
+    record.id = QUuid::fromString(object.value(kId).toString());
+    record.removed = object.value(kRemoved).toBool(false);
+    record.pinned = object.value(kPinned).toBool(false);
+    record.locked = object.value(kLocked).toBool(false);
+    record.application = object.value(kApplication).toString();
+    record.filename = object.value(kFilename).toString();
+    return record;
+}
+
+QByteArray HistoryFile::encode(const Document &document)
+{
+    QJsonArray clippings;
+    for (const Record &record : document.records)
+        clippings.append(toJson(record));
+    QJsonObject icons;
+    for (auto icon = document.icons.constBegin(); icon != document.icons.constEnd(); ++icon)
+        icons.insert(icon.key(), QString::fromLatin1(icon.value().toBase64()));
+    const QJsonObject root{
+        {QStringLiteral("version"), Version},
+        {QStringLiteral("magic"), Magic},
+        {QStringLiteral("clippings"), clippings},
+        {QStringLiteral("icons"), icons},
+    };
+    return QJsonDocument(root).toJson(QJsonDocument::Compact);
+}
+
+bool HistoryFile::decode(const QByteArray &bytes, Document *document)
+{
+    QJsonParseError error;
+    const QJsonDocument json = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError) {
+        qWarning() << "Parsing JSON document failed.";
+        return false;
+    }
+    const QJsonObject root = json.object();
+    const int version = root.value(QStringLiteral("version")).toInt(0);
+    if (version > Version) {
+        qWarning() << "The history file has version" << version
+                   << "but the application expects version" << Version;
+        return false;
+    }
+    const qint64 magic = root.value(QStringLiteral("magic")).toInteger(0);
+    if (magic != Magic) {
+        qWarning() << "The history file has unknown magic number" << magic;
+        return false;
+    }
+    const QJsonArray clippings = root.value(QStringLiteral("clippings")).toArray();
+    document->records.reserve(clippings.size());
+    for (const QJsonValue &clipping : clippings)
+        document->records.append(fromJson(clipping.toObject()));
+    const QJsonObject icons = root.value(QStringLiteral("icons")).toObject();
+    for (auto icon = icons.constBegin(); icon != icons.constEnd(); ++icon)
+        document->icons.insert(icon.key(),
+                               QByteArray::fromBase64(icon.value().toString().toLatin1()));
+    return true;
+}
+
+HistoryFile::WriteResult HistoryFile::write(const QString &path, const QByteArray &data)
+{
+    const QString folder = QFileInfo(path).absolutePath();
+    if (!QDir().mkpath(folder)) {
+        qWarning().noquote() << "Failed to create " + folder;
+        return WriteResult::FolderFailed;
+    }
+    if (!data.isEmpty()) {
+        // QSaveFile brings the "-tmp" file to stable storage before it appears under its name,
+        // so the old history is removed only once a complete new one is on disk.
+        const QString temporary = temporaryPath(path);
+        QSaveFile file(temporary);
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+            qWarning().noquote() << temporary + " cannot be opened for writing.";
+            return WriteResult::TemporaryFailed;
+        }
+        if (file.write(data) == data.size() && file.commit()) {
+            QFile::remove(path);
+            if (QFile::rename(temporary, path)) {
+                qDebug().noquote() << "Wrote history items to " + path;
+                return WriteResult::Written;
+            }
+        }
+    }
+    qWarning() << "Writing to file" << path << "failed.";
+    return WriteResult::WriteFailed;
+}
+
+HistoryFile::ReadResult HistoryFile::read(const QString &path, QByteArray *data)
+{
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly)) {
+        *data = file.readAll();
+        return ReadResult::Read;
+    }
+    const QString temporary = temporaryPath(path);
+    QFile recovered(temporary);
+    if (!QFile::exists(path) && recovered.open(QIODevice::ReadOnly)) {
+        *data = recovered.readAll();
+        recovered.close();
+        const bool renamed = QFile::rename(temporary, path);
+        qWarning().noquote() << "The history file was missing; recovered it from" << temporary
+                             << (renamed ? "" : "(it stays under that name until the next save)");
+        return ReadResult::Recovered;
+    }
+    qWarning().noquote() << path + " cannot be opened for reading.";
+    return ReadResult::Missing;
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QUuid>
+
+class AppModes;
+class QJsonObject;
+
+// The history file: where it lives, its JSON form, and how it is written and read without
+// ever leaving the user with less than the last complete save. Free of widgets and of the
+// model, so encoding and writing can run on a worker thread.
+class HistoryFile final
+{
+public:
+    static constexpr int Version = 8;
+    static constexpr qint32 Magic = qint32(0xFEED0002);
+
+    // One clipping as the file holds it.
+    struct Record
+    {
+        int type = 0;
+        QString brief;
+        QString text;
+        QString html;
+        QDateTime time;
+        QUuid id;
+        bool removed = false;
+        bool pinned = false;
+        bool locked = false;
+        QString application;
+        QString filename;
+    };
+
+    struct Document
+    {
+        QList<Record> records;
+        QHash<QString, QByteArray> icons; // application -> PNG bytes
+    };
+
+    enum class WriteResult { Written, FolderFailed, TemporaryFailed, WriteFailed };
+    enum class ReadResult { Read, Recovered, Missing };
+
+    // "History.json", or the file of the performance-test or demo mode.
+    static QString fileName(const AppModes &modes);
+    // HistoryFilePath when set, else the application data folder. In the performance-test and
+    // demo modes the mode's own file in that folder, so a test run never writes the user's file.
+    static QString path(const AppModes &modes);
+    static QString temporaryPath(const QString &path);
+
+    static QByteArray encode(const Document &document);
+    // On a refused document logs why and returns false.
+    static bool decode(const QByteArray &bytes, Document *document);
+
+    // Writes path + "-tmp" to stable storage, then replaces path with it. Logs every failure.
+    static WriteResult write(const QString &path, const QByteArray &data);
+    // Reads path; when only its "-tmp" file is there (a save was cut short between removing the
+    // old file and renaming the new one), reads that and puts it back in place.
+    static ReadResult read(const QString &path, QByteArray *data);
+
+private:
+    static QJsonObject toJson(const Record &record);
+    static Record fromJson(const QJsonObject &object);
+};

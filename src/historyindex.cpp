@@ -1,0 +1,187 @@
+#include "historyindex.h"
+
+#include "clipping.h"
+
+#include <QStandardItemModel>
+
+using namespace Clipping;
+
+HistoryIndex::HistoryIndex(QStandardItemModel *model) : QObject(model), m_model(model)
+{
+    connect(model, &QAbstractItemModel::rowsInserted, this,
+            [this](const QModelIndex &parent, int first, int last) {
+                if (!parent.isValid())
+                    onRowsInserted(first, last);
+            });
+    connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this,
+            [this](const QModelIndex &parent, int first, int last) {
+                if (!parent.isValid())
+                    onRowsAboutToBeRemoved(first, last);
+            });
+    connect(model, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex &topLeft, const QModelIndex &bottomRight,
+                   const QList<int> &roles) {
+                if (!topLeft.parent().isValid())
+                    onDataChanged(topLeft.row(), bottomRight.row(), roles);
+            });
+    connect(model, &QAbstractItemModel::modelReset, this, &HistoryIndex::rebuild);
+    connect(model, &QAbstractItemModel::layoutChanged, this, &HistoryIndex::rebuild);
+    connect(model, &QAbstractItemModel::rowsMoved, this, &HistoryIndex::rebuild);
+    rebuild();
+}
+
+int HistoryIndex::firstRowWithBrief(const QString &brief) const
+{
+    return firstRowOf(m_byBrief.values(brief));
+}
+
+int HistoryIndex::firstRowWithId(const QUuid &id) const
+{
+    return firstRowOf(m_byId.values(id));
+}
+
+int HistoryIndex::insertionRow(bool pinned, const QDateTime &time)
+{
+    if (m_order == Order::Unknown)
+        m_order = rowsAreInOrder() ? Order::Sorted : Order::Unsorted;
+    return m_order == Order::Sorted ? search(pinned, time) : walk(pinned, time);
+}
+
+bool HistoryIndex::isConsistent() const
+{
+    if (m_keys.size() != m_model->rowCount() || m_byBrief.size() != m_keys.size() ||
+        m_byId.size() != m_keys.size())
+        return false;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        QStandardItem *item = m_model->item(row);
+        const auto keys = m_keys.constFind(item);
+        if (keys == m_keys.constEnd() || keys->brief != item->data(BriefRole).toString() ||
+            keys->id != item->data(IdRole).toUuid() || !m_byBrief.contains(keys->brief, item) ||
+            !m_byId.contains(keys->id, item))
+            return false;
+    }
+    return m_order != Order::Sorted || rowsAreInOrder();
+}
+
+void HistoryIndex::add(QStandardItem *item)
+{
+    Keys keys{item->data(BriefRole).toString(), item->data(IdRole).toUuid()};
+    m_byBrief.insert(keys.brief, item);
+    m_byId.insert(keys.id, item);
+    m_keys.insert(item, std::move(keys));
+}
+
+void HistoryIndex::remove(QStandardItem *item)
+{
+    const auto keys = m_keys.constFind(item);
+    if (keys == m_keys.constEnd())
+        return;
+    m_byBrief.remove(keys->brief, item);
+    m_byId.remove(keys->id, item);
+    m_keys.erase(keys);
+}
+
+void HistoryIndex::rebuild()
+{
+    m_byBrief.clear();
+    m_byId.clear();
+    m_keys.clear();
+    for (int row = 0; row < m_model->rowCount(); ++row)
+        add(m_model->item(row));
+    m_order = Order::Unknown;
+}
+
+void HistoryIndex::onRowsInserted(int first, int last)
+{
+    for (int row = first; row <= last; ++row)
+        add(m_model->item(row));
+    if (!m_orderedInsert || first != last)
+        m_order = Order::Unknown;
+    m_orderedInsert = false;
+}
+
+void HistoryIndex::onRowsAboutToBeRemoved(int first, int last)
+{
+    // Removing rows keeps rows in order; rows out of order may stay so.
+    for (int row = first; row <= last; ++row)
+        remove(m_model->item(row));
+}
+
+void HistoryIndex::onDataChanged(int first, int last, const QList<int> &roles)
+{
+    const bool all = roles.isEmpty();
+    if (all || roles.contains(BriefRole) || roles.contains(IdRole)) {
+        for (int row = first; row <= last; ++row) {
+            QStandardItem *item = m_model->item(row);
+            remove(item);
+            add(item);
+        }
+    }
+    if (all || roles.contains(PinnedRole) || roles.contains(TimeRole))
+        m_order = Order::Unknown;
+}
+
+int HistoryIndex::firstRowOf(const QList<QStandardItem *> &items) const
+{
+    int first = -1;
+    for (const QStandardItem *item : items) {
+        const int row = item->row();
+        if (first < 0 || row < first)
+            first = row;
+    }
+    return first;
+}
+
+bool HistoryIndex::goesAbove(bool pinned, const QDateTime &time, int row) const
+{
+    const QStandardItem *item = m_model->item(row);
+    const bool rowPinned = item->data(PinnedRole).toBool();
+    if (pinned && !rowPinned)
+        return true;
+    return rowPinned == pinned && item->data(TimeRole).toDateTime() < time;
+}
+
+bool HistoryIndex::comesBefore(int row, int other) const
+{
+    const QStandardItem *a = m_model->item(row);
+    const QStandardItem *b = m_model->item(other);
+    const bool aPinned = a->data(PinnedRole).toBool();
+    const bool bPinned = b->data(PinnedRole).toBool();
+    if (aPinned != bPinned)
+        return aPinned;
+    return a->data(TimeRole).toDateTime() > b->data(TimeRole).toDateTime();
+}
+
+int HistoryIndex::walk(bool pinned, const QDateTime &time) const
+{
+    const int rows = m_model->rowCount();
+    for (int row = 0; row < rows; ++row) {
+        if (goesAbove(pinned, time, row))
+            return row;
+    }
+    return rows;
+}
+
+int HistoryIndex::search(bool pinned, const QDateTime &time) const
+{
+    // In ordered rows goesAbove() is false up to some row and true from there on.
+    int low = 0;
+    int high = m_model->rowCount();
+    while (low < high) {
+        const int middle = low + (high - low) / 2;
+        if (goesAbove(pinned, time, middle))
+            high = middle;
+        else
+            low = middle + 1;
+    }
+    return low;
+}
+
+bool HistoryIndex::rowsAreInOrder() const
+{
+    for (int row = 1; row < m_model->rowCount(); ++row) {
+        if (comesBefore(row, row - 1))
+            return false;
+    }
+    return true;
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QDateTime>
+#include <QHash>
+#include <QMultiHash>
+#include <QObject>
+#include <QUuid>
+
+class QStandardItem;
+class QStandardItemModel;
+
+// Lookups that merging a clipping needs, without walking every row: the rows by brief and by
+// id, and where a clipping of a given pinned state and time belongs. It follows the model's own
+// signals, so rows added, removed or changed by anyone stay indexed.
+//
+// The answers are exactly those of walking the rows from the top: the first row that matches,
+// and the first row that a new clipping goes above. The walk is replaced by a binary search
+// only while the rows are known to be in order (pinned first, newest first); an edit that may
+// break the order (locking sets the time to now, a pin toggled in place) makes the index check
+// the order again once, and use the walk for as long as the rows are out of order.
+class HistoryIndex final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit HistoryIndex(QStandardItemModel *model);
+
+    // First row whose brief equals brief, or -1.
+    int firstRowWithBrief(const QString &brief) const;
+    // First row whose id equals id, or -1.
+    int firstRowWithId(const QUuid &id) const;
+    // First row that a clipping with this pinned state and time goes above; rowCount() when
+    // it belongs at the end.
+    int insertionRow(bool pinned, const QDateTime &time);
+
+    // Tells the index that the next insertion is at the row insertionRow() answered, which
+    // keeps rows that are in order in order.
+    void expectOrderedInsert() { m_orderedInsert = true; }
+
+    // For tests and checks: whether the index agrees with the model row by row.
+    bool isConsistent() const;
+
+private:
+    struct Keys
+    {
+        QString brief;
+        QUuid id;
+    };
+    enum class Order { Unknown, Sorted, Unsorted };
+
+    void add(QStandardItem *item);
+    void remove(QStandardItem *item);
+    void rebuild();
+    void onRowsInserted(int first, int last);
+    void onRowsAboutToBeRemoved(int first, int last);
+    void onDataChanged(int first, int last, const QList<int> &roles);
+    int firstRowOf(const QList<QStandardItem *> &items) const;
+    bool goesAbove(bool pinned, const QDateTime &time, int row) const;
+    bool comesBefore(int row, int other) const;
+    int walk(bool pinned, const QDateTime &time) const;
+    int search(bool pinned, const QDateTime &time) const;
+    bool rowsAreInOrder() const;
+
+    QStandardItemModel *m_model;
+    QMultiHash<QString, QStandardItem *> m_byBrief;
+    QMultiHash<QUuid, QStandardItem *> m_byId;
+    QHash<QStandardItem *, Keys> m_keys;
+    Order m_order = Order::Sorted;
+    bool m_orderedInsert = false;
+};

@@ -1,0 +1,542 @@
+#include "historyitemmodel.h"
+
+#include "applicationrules.h"
+#include "cleancache.h"
+#include "clipping.h"
+#include "copytocache.h"
+#include "historyindex.h"
+#include "historywriter.h"
+#include "makethumbnail.h"
+#include "settings.h"
+#include "settingsevents.h"
+#include "synclog.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QDebug>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QSortFilterProxyModel>
+#include <QThreadPool>
+
+using namespace Clipping;
+
+namespace {
+
+HistoryItemModel *g_instance = nullptr;
+
+void mergeLog(const QString &line)
+{
+    SyncLog::write(QStringLiteral("Merge clippings: ") + line);
+}
+
+} // namespace
+
+HistoryItemModel::HistoryItemModel(const QString &path, QObject *parent)
+    : QStandardItemModel(parent), m_path(path), m_proxy(new QSortFilterProxyModel(this)),
+      m_index(new HistoryIndex(this)), m_writer(new HistoryWriter(this)),
+      m_clock([] { return QDateTime::currentDateTime(); })
+{
+    setColumnCount(1);
+    m_proxy->setSourceModel(this);
+    m_proxy->setFilterRole(RemovedRole);
+    m_proxy->setFilterFixedString(QStringLiteral("false"));
+    connect(m_writer, &HistoryWriter::finished, this, &HistoryItemModel::onSaveFinished);
+    connect(SettingsEvents::instance(), &SettingsEvents::changed, this,
+            &HistoryItemModel::reloadSettings);
+    reloadSettings();
+    if (!g_instance)
+        g_instance = this;
+}
+
+HistoryItemModel::~HistoryItemModel()
+{
+    m_writer->waitForDone();
+    if (g_instance == this)
+        g_instance = nullptr;
+}
+
+HistoryItemModel *HistoryItemModel::instance()
+{
+    return g_instance;
+}
+
+void HistoryItemModel::setClock(std::function<QDateTime()> clock)
+{
+    m_clock = std::move(clock);
+}
+
+void HistoryItemModel::reloadSettings()
+{
+    m_limits.keepItems = Settings::keepItems();
+    m_limits.ignoreLength = Settings::ignoreLength();
+    m_limits.ignoreSize = Settings::ignoreSize();
+    m_limits.includeImages = Settings::includeImages();
+    m_excluded = ApplicationRules::names(ApplicationRules::Excluded);
+}
+
+bool HistoryItemModel::indexIsConsistent() const
+{
+    return m_index->isConsistent();
+}
+
+bool HistoryItemModel::addText(const QString &text, const QString &html, const QPixmap &icon,
+                               const QString &application)
+{
+    recordApplication(application, icon);
+    QStandardItem *item = newTextItem(text, html, icon, application, now());
+    if (!merge(item)) {
+        delete item;
+        return false;
+    }
+    save(true);
+    return true;
+}
+
+bool HistoryItemModel::addImage(const QUrl &source, const QImage &image, const QPixmap &icon,
+                                const QString &application, const QDateTime &time,
+                                const QByteArray &pngBytes)
+{
+    recordApplication(application, icon);
+    QStandardItem *item = newImageItem(source, image, icon, application, time);
+    // Merged before its file is written, so a refused image leaves nothing in the cache.
+    if (!merge(item)) {
+        delete item;
+        return false;
+    }
+    const bool keepBytes =
+        item->data(FilenameRole).toString().endsWith(QStringLiteral(".png"), Qt::CaseInsensitive);
+    copyToCache(item, image, keepBytes ? pngBytes : QByteArray(), source);
+    save(true);
+    return true;
+}
+
+bool HistoryItemModel::accepts(const QStandardItem *item, const QString &shortText) const
+{
+    const QString application = item->data(ApplicationRole).toString();
+    if (m_excluded.contains(application)) {
+        mergeLog(QStringLiteral("Clipping '%1' comes from excluded application: '%2' -> ignored")
+                     .arg(shortText, application));
+        return false;
+    }
+    const int type = item->data(TypeRole).toInt();
+    if (isImage(type) && !m_limits.includeImages) {
+        mergeLog(QStringLiteral("Adding images '%1' to history is disabled.").arg(shortText));
+        return false;
+    }
+    if (type != TextType)
+        return true;
+    const qsizetype length = item->data(TextRole).toString().size();
+    if (length < m_limits.ignoreLength) {
+        mergeLog(QStringLiteral("Text '%1' too small (%2 vs %3). Ignored.")
+                     .arg(shortText)
+                     .arg(length)
+                     .arg(m_limits.ignoreLength));
+        return false;
+    }
+    const qint64 largest = qint64(m_limits.ignoreSize) * 1024;
+    if (length > largest) {
+        mergeLog(QStringLiteral("Text '%1' too large (%2 vs %3). Ignored.")
+                     .arg(shortText)
+                     .arg(length)
+                     .arg(largest));
+        return false;
+    }
+    return true;
+}
+
+int HistoryItemModel::duplicateRow(const QStandardItem *item) const
+{
+    if (item->data(TypeRole).toInt() == TextType)
+        return m_index->firstRowWithBrief(item->data(BriefRole).toString());
+    return m_index->firstRowWithId(item->data(IdRole).toUuid());
+}
+
+bool HistoryItemModel::merge(QStandardItem *item)
+{
+    // A newer copy of a clipping replaces the older one and is merged again from the start.
+    for (;;) {
+        const QString shortText = Clipping::shortText(item->data(TextRole).toString());
+        if (!accepts(item, shortText))
+            return false;
+        const int row = duplicateRow(item);
+        if (row < 0) {
+            insertClipping(item, shortText);
+            return true;
+        }
+        mergeLog(QStringLiteral("The item '%1' is already in the history (pos %2)")
+                     .arg(shortText)
+                     .arg(row));
+        const QStandardItem *existing = this->item(row);
+        const QDateTime oldTime = existing->data(TimeRole).toDateTime();
+        const QDateTime newTime = item->data(TimeRole).toDateTime();
+        if (!(oldTime < newTime))
+            return false;
+        mergeLog(QStringLiteral("The added item '%1' is newer so adding it again to the model "
+                                "(%2 vs %3)")
+                     .arg(shortText, newTime.toString(), oldTime.toString()));
+        item->setData(existing->data(IconRole), IconRole);
+        const QString html = existing->data(HtmlRole).toString();
+        item->setData(html, HtmlRole);
+        item->setData(html.isEmpty() ? item->data(TextRole) : QVariant(html), ToolTipRole);
+        item->setData(existing->data(ApplicationRole), ApplicationRole);
+        if (!item->data(PinnedRole).toBool())
+            item->setData(existing->data(PinnedRole).toBool(), PinnedRole);
+        removeRow(row);
+    }
+}
+
+void HistoryItemModel::insertClipping(QStandardItem *item, const QString &shortText)
+{
+    trim();
+    const int row =
+        m_index->insertionRow(item->data(PinnedRole).toBool(), item->data(TimeRole).toDateTime());
+    mergeLog(QStringLiteral("Item '%1' added at position %2").arg(shortText).arg(row));
+    m_index->expectOrderedInsert();
+    insertRow(row, item);
+}
+
+void HistoryItemModel::trim()
+{
+    // A limit of 0 (or an unreadable one) keeps everything rather than emptying the history.
+    int keep = qMax(m_limits.keepItems, 0);
+    if (keep == 0)
+        return;
+    while (rowCount() >= keep) {
+        if (item(keep - 1)->data(LockedRole).toBool())
+            ++keep;
+        else
+            removeClipping(keep - 1);
+    }
+}
+
+void HistoryItemModel::removeClipping(int row)
+{
+    const QStandardItem *clipping = item(row);
+    if (!clipping)
+        return;
+    if (isImage(clipping->data(TypeRole).toInt())) {
+        const QString folder = imageFolder(clipping->data(IdRole).toUuid());
+        if (QDir(folder).exists() && !QDir(folder).removeRecursively())
+            qWarning() << "Unable to remove the image folder" << folder;
+    }
+    mergeLog(QStringLiteral("Removing '%1' from the history")
+                 .arg(shortText(clipping->data(TextRole).toString())));
+    removeRow(row);
+}
+
+void HistoryItemModel::clearHistory()
+{
+    const QDateTime time = now();
+    for (int row = 0; row < rowCount(); ++row) {
+        QStandardItem *clipping = item(row);
+        if (clipping->data(LockedRole).toBool())
+            continue;
+        clipping->setData(true, RemovedRole);
+        clipping->setData(time, TimeRole);
+        clipping->setData(false, LockedRole);
+        clipping->setData(false, PinnedRole);
+    }
+}
+
+void HistoryItemModel::setLocked(int row, bool locked)
+{
+    QStandardItem *clipping = item(row);
+    if (!clipping)
+        return;
+    clipping->setData(locked, LockedRole);
+    clipping->setData(now(), TimeRole);
+    save(true);
+}
+
+QByteArray HistoryItemModel::iconPng(const QString &application, const QPixmap &icon)
+{
+    auto cached = m_iconPngs.constFind(application);
+    if (cached != m_iconPngs.constEnd() && cached->first == icon.cacheKey())
+        return cached->second;
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    icon.save(&buffer, "PNG");
+    m_iconPngs.insert(application, {icon.cacheKey(), png});
+    return png;
+}
+
+HistoryFile::Document HistoryItemModel::snapshot()
+{
+    HistoryFile::Document document;
+    document.records.reserve(rowCount());
+    for (int row = 0; row < rowCount(); ++row) {
+        const QStandardItem *clipping = item(row);
+        HistoryFile::Record record;
+        record.type = clipping->data(TypeRole).toInt();
+        record.brief = clipping->data(BriefRole).toString();
+        record.text = clipping->data(TextRole).toString();
+        record.html = clipping->data(HtmlRole).toString();
+        record.time = clipping->data(TimeRole).toDateTime();
+        record.id = clipping->data(IdRole).toUuid();
+        record.removed = clipping->data(RemovedRole).toBool();
+        record.pinned = clipping->data(PinnedRole).toBool();
+        record.locked = clipping->data(LockedRole).toBool();
+        record.application = clipping->data(ApplicationRole).toString();
+        record.filename = clipping->data(FilenameRole).toString();
+        if (!document.icons.contains(record.application)) {
+            const QPixmap icon = clipping->data(IconRole).value<QPixmap>();
+            if (!icon.isNull())
+                document.icons.insert(record.application, iconPng(record.application, icon));
+        }
+        document.records.append(std::move(record));
+    }
+    return document;
+}
+
+QByteArray HistoryItemModel::serialize()
+{
+    QElapsedTimer total;
+    total.start();
+    const HistoryFile::Document document = snapshot();
+    QElapsedTimer encoding;
+    encoding.start();
+    const QByteArray bytes = HistoryFile::encode(document);
+    qDebug() << "Profile: Serializing to JSON took " << encoding.elapsed();
+    qDebug() << "Profile: Serializing history item model took " << total.elapsed();
+    return bytes;
+}
+
+QStandardItem *HistoryItemModel::itemFrom(const HistoryFile::Record &record,
+                                          const QHash<QString, QPixmap> &icons) const
+{
+    auto *clipping = new QStandardItem(record.brief);
+    clipping->setEditable(false);
+    clipping->setData(record.id, IdRole);
+    clipping->setData(record.type, TypeRole);
+    clipping->setData(record.text, TextRole);
+    clipping->setData(record.html, HtmlRole);
+    clipping->setData(record.time, TimeRole);
+    clipping->setData(record.html.isEmpty() ? record.text : record.html, ToolTipRole);
+    clipping->setData(record.removed, RemovedRole);
+    clipping->setData(record.pinned, PinnedRole);
+    clipping->setData(record.locked, LockedRole);
+    clipping->setData(record.application, ApplicationRole);
+    const auto icon = icons.constFind(record.application);
+    if (icon != icons.constEnd())
+        clipping->setData(*icon, IconRole);
+    clipping->setData(record.filename, FilenameRole);
+    return clipping;
+}
+
+int HistoryItemModel::mergeDocument(const HistoryFile::Document &document, bool makeThumbnails)
+{
+    QElapsedTimer timer;
+    timer.start();
+    QHash<QString, QPixmap> icons;
+    for (auto png = document.icons.constBegin(); png != document.icons.constEnd(); ++png) {
+        QPixmap icon;
+        if (icon.loadFromData(png.value(), "PNG"))
+            icons.insert(png.key(), icon);
+    }
+    QList<QStandardItem *> items;
+    items.reserve(document.records.size());
+    for (const HistoryFile::Record &record : document.records)
+        items.append(itemFrom(record, icons));
+    qDebug() << "Profile: Deserialize parsing took" << timer.elapsed();
+
+    QElapsedTimer adding;
+    adding.start();
+    int kept = 0;
+    for (QStandardItem *clipping : std::as_const(items)) {
+        const QUuid id = clipping->data(IdRole).toUuid();
+        const QString fileName = clipping->data(FilenameRole).toString();
+        const bool image = isImage(clipping->data(TypeRole).toInt());
+        if (!merge(clipping)) {
+            delete clipping;
+            continue;
+        }
+        ++kept;
+        if (image && makeThumbnails)
+            makeThumbnail(id, fileName);
+    }
+    qDebug() << "Profile: Deserialize adding items took" << adding.elapsed();
+    trim();
+    qDebug() << "Profile: Deserializing history item model took" << timer.elapsed();
+    return kept;
+}
+
+int HistoryItemModel::deserialize(const QByteArray &bytes)
+{
+    HistoryFile::Document document;
+    if (!HistoryFile::decode(bytes, &document))
+        return -1;
+    return mergeDocument(document, true);
+}
+
+void HistoryItemModel::load()
+{
+    QByteArray bytes;
+    if (HistoryFile::read(m_path, &bytes) == HistoryFile::ReadResult::Missing)
+        return;
+    clear();
+    setColumnCount(1);
+    const int count = deserialize(bytes);
+    qDebug().noquote() << "Read " << count << " history items from " << m_path;
+    if (count < 0) {
+        keepUnreadableFile();
+        emit warning(tr("Failed to parse the clippings file: ") + m_path);
+    }
+}
+
+void HistoryItemModel::keepUnreadableFile() const
+{
+    // The next save replaces the file; a copy keeps what the user had for a newer version of
+    // the program, or for repair by hand.
+    const QString copy = m_path + QStringLiteral(".unreadable-") +
+                         QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmmss"));
+    if (QFile::copy(m_path, copy))
+        qWarning().noquote() << "Kept a copy of the unreadable history file as" << copy;
+}
+
+void HistoryItemModel::save(bool tellSync, const QByteArray &prepared)
+{
+    if (prepared.isEmpty())
+        m_writer->save(m_path, snapshot(), tellSync);
+    else
+        m_writer->saveBytes(m_path, prepared, tellSync);
+}
+
+void HistoryItemModel::finishSaves()
+{
+    m_writer->waitForDone();
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+}
+
+void HistoryItemModel::onSaveFinished(const QString &path, int result, bool tellSync)
+{
+    const auto outcome = HistoryFile::WriteResult(result);
+    if (outcome == HistoryFile::WriteResult::WriteFailed)
+        emit warning(tr("Writing the clippings file failed: ") + path);
+    const bool written = outcome == HistoryFile::WriteResult::Written;
+    if (written && tellSync)
+        emit syncRequested();
+    emit saveFinished(written);
+}
+
+void HistoryItemModel::recordApplication(const QString &application, const QPixmap &icon)
+{
+    if (application.isEmpty() || m_knownApplications.contains(application))
+        return;
+    ApplicationRules::recordApplication(application, icon);
+    m_knownApplications.insert(application);
+}
+
+void HistoryItemModel::copyToCache(const QStandardItem *item, const QImage &image,
+                                   const QByteArray &bytes, const QUrl &source)
+{
+    const QUuid id = item->data(IdRole).toUuid();
+    const QString fileName = item->data(FilenameRole).toString();
+    auto *task = new CopyToCache(image, bytes, id, fileName, source);
+    connect(
+        task, &CopyToCache::done, this, [this, id, fileName] { makeThumbnail(id, fileName); },
+        Qt::QueuedConnection);
+    QThreadPool::globalInstance()->start(task);
+}
+
+void HistoryItemModel::makeThumbnail(const QUuid &id, const QString &fileName)
+{
+    auto *task = new MakeThumbnail(id, fileName);
+    connect(task, &MakeThumbnail::thumbnail, this, &HistoryItemModel::setThumbnail,
+            Qt::QueuedConnection);
+    QThreadPool::globalInstance()->start(task);
+}
+
+void HistoryItemModel::setThumbnail(const QImage &image, const QUuid &id)
+{
+    const int row = m_index->firstRowWithId(id);
+    if (row < 0) {
+        qWarning() << "Unable to find the item for thumbnail";
+        return;
+    }
+    item(row)->setData(image, ThumbnailRole);
+}
+
+void HistoryItemModel::startCleanCache()
+{
+    QStringList keep;
+    keep.reserve(rowCount());
+    for (int row = 0; row < rowCount(); ++row)
+        keep.append(idFolderName(item(row)->data(IdRole).toUuid()));
+    QThreadPool::globalInstance()->start(new CleanCache(keep));
+}
+
+void HistoryItemModel::loadDemo()
+{
+    clear();
+    setColumnCount(1);
+    QFile samples(QStringLiteral(":/examples/history-samples.json"));
+    HistoryFile::Document document;
+    if (!samples.open(QIODevice::ReadOnly) || !HistoryFile::decode(samples.readAll(), &document)) {
+        qWarning() << "Unable to read the demo history";
+        return;
+    }
+    // The samples read as copied just now, a few minutes apart, newest first.
+    for (qsizetype i = 0; i < document.records.size(); ++i)
+        document.records[i].time = now().addSecs(-180 * i);
+    mergeDocument(document, false);
+    for (int row = 0; row < rowCount(); ++row) {
+        const QStandardItem *clipping = item(row);
+        if (!isImage(clipping->data(TypeRole).toInt()))
+            continue;
+        QFile image(QStringLiteral(":/examples/images/") + clipping->data(FilenameRole).toString());
+        if (image.open(QIODevice::ReadOnly))
+            copyToCache(clipping, QImage(), image.readAll(), QUrl());
+    }
+}
+
+void HistoryItemModel::fillWithGeneratedClippings(int count)
+{
+    static const QStringList words =
+        QStringLiteral(
+            "clipboard history snippet paste keyword window shortcut image text rich sync folder "
+            "drive action script format merge order pinned locked application rule delay")
+            .split(QLatin1Char(' '));
+    clear();
+    setColumnCount(1);
+    const QDateTime start = now();
+    for (int i = count - 1; i >= 0; --i) {
+        QStringList line;
+        for (int word = 0; word < 4 + (i * 7) % 40; ++word)
+            line.append(words.at((i + word * 3) % words.size()));
+        const QString text = QStringLiteral("%1. %2").arg(i).arg(line.join(QLatin1Char(' ')));
+        QStandardItem *clipping =
+            newTextItem(text, QString(), QPixmap(), QStringLiteral("perftest"), start.addSecs(-i));
+        if (!merge(clipping))
+            delete clipping;
+    }
+}
+
+QString HistoryItemModel::hash()
+{
+    return QString::fromLatin1(
+        QCryptographicHash::hash(serialize(), QCryptographicHash::Sha256).toHex());
+}
+
+bool HistoryItemModel::merge(const QByteArray &downloaded, QByteArray &output,
+                             SyncDirection direction)
+{
+    Q_UNUSED(direction) // the engine decides what goes where; the history merges alike
+    const int rowsBefore = rowCount();
+    int kept = 0;
+    if (!downloaded.isEmpty()) {
+        kept = deserialize(downloaded);
+        if (kept < 0) {
+            output.clear();
+            return false;
+        }
+    }
+    output = serialize();
+    const bool changed = kept > 0 || rowCount() != rowsBefore;
+    if (changed)
+        save(false, output);
+    return changed;
+}

@@ -1,0 +1,120 @@
+#pragma once
+
+#include "historyfile.h"
+#include "isyncmerge.h"
+
+#include <QDateTime>
+#include <QHash>
+#include <QImage>
+#include <QPixmap>
+#include <QSet>
+#include <QStandardItemModel>
+#include <QUrl>
+
+#include <functional>
+
+class HistoryIndex;
+class HistoryWriter;
+class QSortFilterProxyModel;
+
+// The clipboard history: one row per clipping, pinned clippings first, newest first. Every
+// clipping, copied, read from the file or received through sync, enters through merge(), which
+// decides whether it is kept, where it goes and what it replaces. One per process.
+class HistoryItemModel final : public QStandardItemModel, public ISyncMerge
+{
+    Q_OBJECT
+
+public:
+    // path: the history file (see HistoryFile::path()).
+    explicit HistoryItemModel(const QString &path, QObject *parent = nullptr);
+    ~HistoryItemModel() override;
+
+    static HistoryItemModel *instance();
+
+    // The rows the views and search see: those not removed.
+    QSortFilterProxyModel *proxy() const { return m_proxy; }
+    QString filePath() const { return m_path; }
+    void setClock(std::function<QDateTime()> clock);
+    QDateTime now() const { return m_clock(); }
+
+    // A copied text or image; false when the merge refused it. Saved and handed to sync when
+    // kept. pngBytes, when the clipboard offered them, are stored instead of encoding again.
+    bool addText(const QString &text, const QString &html, const QPixmap &icon,
+                 const QString &application);
+    bool addImage(const QUrl &source, const QImage &image, const QPixmap &icon,
+                  const QString &application, const QDateTime &time,
+                  const QByteArray &pngBytes = QByteArray());
+
+    // Takes the item when it returns true; the caller deletes a refused one.
+    bool merge(QStandardItem *item);
+    void trim();
+    // Removes a row for good, with its image folder.
+    void removeClipping(int row);
+    // Marks every unlocked clipping removed, so the clearing reaches other computers too.
+    void clearHistory();
+    void setLocked(int row, bool locked);
+
+    QByteArray serialize();
+    // Merges a history document into the model: the number of clippings kept, or -1.
+    int deserialize(const QByteArray &bytes);
+
+    void load();
+    void save(bool tellSync, const QByteArray &prepared = QByteArray());
+    // Waits for saves under way and delivers their results; for quitting and for tests.
+    void finishSaves();
+
+    void loadDemo();
+    void fillWithGeneratedClippings(int count);
+    void startCleanCache();
+
+    // The limits and rule sets the merge uses, read again from the settings.
+    void reloadSettings();
+    bool indexIsConsistent() const;
+
+    QString hash() override;
+    bool merge(const QByteArray &downloaded, QByteArray &output, SyncDirection direction) override;
+
+public slots:
+    void setThumbnail(const QImage &image, const QUuid &id);
+
+signals:
+    // Something the user must see, for a warning box titled "Velmorin".
+    void warning(const QString &text);
+    // The history file was written with changes that should go online.
+    void syncRequested();
+    void saveFinished(bool written);
+
+private:
+    struct Limits
+    {
+        int keepItems = 0;
+        int ignoreLength = 0;
+        int ignoreSize = 0;
+        bool includeImages = false;
+    };
+
+    bool accepts(const QStandardItem *item, const QString &shortText) const;
+    int duplicateRow(const QStandardItem *item) const;
+    void insertClipping(QStandardItem *item, const QString &shortText);
+    int mergeDocument(const HistoryFile::Document &document, bool makeThumbnails);
+    QStandardItem *itemFrom(const HistoryFile::Record &record,
+                            const QHash<QString, QPixmap> &icons) const;
+    HistoryFile::Document snapshot();
+    QByteArray iconPng(const QString &application, const QPixmap &icon);
+    void recordApplication(const QString &application, const QPixmap &icon);
+    void copyToCache(const QStandardItem *item, const QImage &image, const QByteArray &bytes,
+                     const QUrl &source);
+    void makeThumbnail(const QUuid &id, const QString &fileName);
+    void keepUnreadableFile() const;
+    void onSaveFinished(const QString &path, int result, bool tellSync);
+
+    QString m_path;
+    QSortFilterProxyModel *m_proxy;
+    HistoryIndex *m_index;
+    HistoryWriter *m_writer;
+    std::function<QDateTime()> m_clock;
+    Limits m_limits;
+    QSet<QString> m_excluded;
+    QSet<QString> m_knownApplications;
+    QHash<QString, QPair<qint64, QByteArray>> m_iconPngs;
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QObject>
+
+// Tells the parts that keep copies of settings (rule sets, limits) to read them again after
+// the user applied new ones.
+class SettingsEvents final : public QObject
+{
+    Q_OBJECT
+
+public:
+    static SettingsEvents *instance();
+
+    void notifyChanged() { emit changed(); }
+
+signals:
+    void changed();
+
+private:
+    SettingsEvents() = default;
+};
