@@ -1,5 +1,6 @@
 #include "application.h"
 #include "mainwindow.h"
+#include "support/testprofile.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -48,6 +49,9 @@ void TestApplication::foreignNativeMessagesAreNeverConsumed()
 
 int main(int argc, char *argv[])
 {
+    // The main window loads the history: keep it away from the real user's files.
+    TestProfile profile;
+    profile.useInThisProcess();
     Application app(argc, argv);
     TestApplication test;
     return QTest::qExec(&test, argc, argv);

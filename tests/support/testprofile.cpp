@@ -40,6 +40,15 @@ QProcessEnvironment TestProfile::environment() const
     return env;
 }
 
+void TestProfile::useInThisProcess() const
+{
+    qputenv("XDG_DATA_HOME", path(QStringLiteral("data")).toLocal8Bit());
+    qputenv("XDG_CONFIG_HOME", path(QStringLiteral("config")).toLocal8Bit());
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                       path(QStringLiteral("config")));
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, path(QStringLiteral("config")));
+}
+
 void TestProfile::setSetting(const QString &key, const QVariant &value) const
 {
     QSettings settings(settingsFile(), QSettings::IniFormat);

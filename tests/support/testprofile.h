@@ -18,6 +18,10 @@ public:
     QString debugLogFile() const;
     QProcessEnvironment environment() const;
 
+    // Points this test process itself at the profile: its data folder (the history, the image
+    // cache) and its settings. Call before the first use of either.
+    void useInThisProcess() const;
+
     // Writes one setting into the profile's settings file before the program starts.
     void setSetting(const QString &key, const QVariant &value) const;
     QVariant setting(const QString &key) const;
