@@ -1,0 +1,227 @@
+#include "applicationrules.h"
+#include "applicationslist.h"
+#include "delaydialog.h"
+#include "historyitemmodel.h"
+#include "settings.h"
+#include "settingsevents.h"
+#include "support/testprofile.h"
+
+#include <QMenu>
+#include <QSettings>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTest>
+
+namespace {
+
+QPixmap icon(const QColor &colour)
+{
+    QPixmap pixmap(16, 16);
+    pixmap.fill(colour);
+    return pixmap;
+}
+
+QStringList actionTexts(const QMenu *menu)
+{
+    QStringList texts;
+    for (const QAction *action : menu->actions()) {
+        if (!action->isSeparator())
+            texts.append(action->text());
+    }
+    return texts;
+}
+
+} // namespace
+
+class TestApplicationRules final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void savedInOrderAndWithoutZeroDelays();
+    void listShowsAndChangesTheRules();
+    void delayDialog();
+    void removedApplicationsLoseTheirEntry();
+    void theHistoryRecordsEachApplicationOnceAndReloadsItsRules();
+
+private:
+    TestProfile m_profile;
+};
+
+void TestApplicationRules::initTestCase()
+{
+    QVERIFY(m_profile.isValid());
+    m_profile.useInThisProcess();
+}
+
+void TestApplicationRules::init()
+{
+    QSettings settings;
+    settings.clear();
+    Settings::writeDefaults(settings);
+}
+
+void TestApplicationRules::savedInOrderAndWithoutZeroDelays()
+{
+    ApplicationRules::Application notepad{QStringLiteral("notepad.exe"), icon(Qt::red), {}, 0};
+    notepad.rules[ApplicationRules::Excluded] = true;
+    notepad.rules[ApplicationRules::NoExpand] = true;
+    ApplicationRules::Application shouting{QStringLiteral("NOTEPAD.EXE"), icon(Qt::blue), {}, 250};
+    shouting.rules[ApplicationRules::TextOnly] = true;
+    shouting.rules[ApplicationRules::FormattingOnly] = true;
+    const ApplicationRules::Application noDelay{QStringLiteral("term.exe"), icon(Qt::green), {}, 0};
+
+    const auto entries = ApplicationRules::entries({notepad, shouting, noDelay});
+    QStringList keys;
+    for (const auto &entry : entries)
+        keys.append(entry.first);
+    QCOMPARE(
+        keys,
+        (QStringList{QStringLiteral("ExcludedApplications"), QStringLiteral("NoImagesApplications"),
+                     QStringLiteral("TextOnlyApplications"),
+                     QStringLiteral("FormattingOnlyApplications"),
+                     QStringLiteral("NoExpandApplications"), QStringLiteral("DelayedApplications"),
+                     QStringLiteral("Applications")}));
+
+    ApplicationRules::save({notepad, shouting, noDelay});
+    QSettings settings;
+    QCOMPARE(settings.value(SettingsKey::ExcludedApplications).toStringList(),
+             QStringList(QStringLiteral("notepad.exe")));
+    QCOMPARE(settings.value(SettingsKey::TextOnlyApplications).toStringList(),
+             QStringList(QStringLiteral("NOTEPAD.EXE")));
+    QVERIFY(settings.value(SettingsKey::NoImagesApplications).toStringList().isEmpty());
+    const QVariantMap delays = settings.value(SettingsKey::DelayedApplications).toMap();
+    QCOMPARE(delays.keys(), QStringList(QStringLiteral("NOTEPAD.EXE")));
+    QCOMPARE(delays.value(QStringLiteral("NOTEPAD.EXE")).toInt(), 250);
+    QCOMPARE(settings.value(SettingsKey::Applications).toMap().size(), 3);
+    QCOMPARE(ApplicationRules::names(ApplicationRules::NoExpand),
+             QSet<QString>{QStringLiteral("notepad.exe")});
+}
+
+void TestApplicationRules::listShowsAndChangesTheRules()
+{
+    ApplicationRules::recordApplication(QStringLiteral("mail.exe"), icon(Qt::red));
+    ApplicationRules::recordApplication(QStringLiteral("paint.exe"), icon(Qt::blue));
+    QSettings().setValue(SettingsKey::NoImagesApplications,
+                         QStringList{QStringLiteral("mail.exe")});
+    QSettings().setValue(SettingsKey::DelayedApplications,
+                         QVariantMap{{QStringLiteral("paint.exe"), 300}});
+
+    ApplicationsList list;
+    list.load();
+    QCOMPARE(list.count(), 2);
+    QCOMPARE(list.item(0)->text(), QStringLiteral("mail.exe"));
+    QVERIFY(list.hasRule(0, ApplicationRules::NoImages));
+    QCOMPARE(list.delay(1), 300);
+
+    QMenu *context = list.createContextMenu(1, &list);
+    QCOMPARE(actionTexts(context),
+             (QStringList{QStringLiteral("Don't add copied items to history"),
+                          QStringLiteral("Never copy images to clipboard"),
+                          QStringLiteral("Always copy as plain text only"),
+                          QStringLiteral("Clear style from text"),
+                          QStringLiteral("Do not expand keywords"),
+                          QStringLiteral("Delay text expansion for 300 ms")}));
+    QVERIFY(context->actions().at(5)->isChecked());
+    QVERIFY(!context->actions().at(0)->isChecked());
+    context->actions().at(0)->trigger(); // exclude paint.exe
+    QVERIFY(list.hasRule(1, ApplicationRules::Excluded));
+
+    list.setCurrentRow(0);
+    emit list.actionMenu()->aboutToShow();
+    QCOMPARE(
+        actionTexts(list.actionMenu()),
+        (QStringList{QStringLiteral("Exclude from history"), QStringLiteral("Ignore images"),
+                     QStringLiteral("Plain text only"), QStringLiteral("Clear style"),
+                     QStringLiteral("Don't expand keywords"),
+                     QStringLiteral("Set text expansion delay..."), QStringLiteral("Remove")}));
+    QVERIFY(list.actionMenu()->actions().at(1)->isChecked()); // mail.exe ignores images
+    list.actionMenu()->actions().at(1)->trigger();
+    QVERIFY(!list.hasRule(0, ApplicationRules::NoImages));
+
+    list.save();
+    QCOMPARE(ApplicationRules::names(ApplicationRules::Excluded),
+             QSet<QString>{QStringLiteral("paint.exe")});
+    QVERIFY(ApplicationRules::names(ApplicationRules::NoImages).isEmpty());
+}
+
+void TestApplicationRules::delayDialog()
+{
+    DelayDialog dialog;
+    QCOMPARE(dialog.windowTitle(), QStringLiteral("Set delay"));
+    QCOMPARE(dialog.size(), QSize(400, 129));
+    QCOMPARE(dialog.slider()->minimum(), 0);
+    QCOMPARE(dialog.slider()->maximum(), 2000);
+    QCOMPARE(dialog.slider()->singleStep(), 10);
+    QCOMPARE(dialog.slider()->pageStep(), 100);
+    QCOMPARE(dialog.slider()->tickPosition(), QSlider::TicksBelow);
+    QCOMPARE(dialog.slider()->tickInterval(), 100);
+    QCOMPARE(dialog.spinBox()->maximum(), 2000);
+    QCOMPARE(dialog.spinBox()->suffix(), QStringLiteral("ms"));
+    dialog.slider()->setValue(730);
+    QCOMPARE(dialog.delay(), 730);
+    dialog.spinBox()->setValue(40);
+    QCOMPARE(dialog.slider()->value(), 40);
+
+    // From the list: OK stores the value; 0 drops the application from the delay map.
+    ApplicationRules::recordApplication(QStringLiteral("slow.exe"), icon(Qt::gray));
+    QSettings().setValue(SettingsKey::DelayedApplications,
+                         QVariantMap{{QStringLiteral("slow.exe"), 500}});
+    ApplicationsList list;
+    list.load();
+    list.editDelay(0);
+    auto *opened = list.findChild<DelayDialog *>();
+    QVERIFY(opened);
+    QCOMPARE(opened->delay(), 500);
+    opened->setDelay(0);
+    opened->accept();
+    QCOMPARE(list.delay(0), 0);
+    list.save();
+    QVERIFY(QSettings().value(SettingsKey::DelayedApplications).toMap().isEmpty());
+    QVERIFY(ApplicationRules::delays().isEmpty());
+}
+
+void TestApplicationRules::removedApplicationsLoseTheirEntry()
+{
+    ApplicationRules::recordApplication(QStringLiteral("old.exe"), icon(Qt::red));
+    ApplicationRules::recordApplication(QStringLiteral("new.exe"), icon(Qt::blue));
+    QSettings().setValue(SettingsKey::ExcludedApplications, QStringList{QStringLiteral("old.exe")});
+    ApplicationsList list;
+    list.load();
+    list.setCurrentRow(1);
+    QCOMPARE(list.currentItem()->text(), QStringLiteral("old.exe"));
+    emit list.actionMenu()->aboutToShow();
+    list.actionMenu()->actions().constLast()->trigger();
+    list.save();
+    QCOMPARE(QSettings().value(SettingsKey::Applications).toMap().keys(),
+             QStringList(QStringLiteral("new.exe")));
+    QVERIFY(ApplicationRules::names(ApplicationRules::Excluded).isEmpty());
+}
+
+void TestApplicationRules::theHistoryRecordsEachApplicationOnceAndReloadsItsRules()
+{
+    HistoryItemModel model(m_profile.path(QStringLiteral("data/History.json")));
+    QVERIFY(model.addText(QStringLiteral("first copy"), QString(), icon(Qt::red),
+                          QStringLiteral("word.exe")));
+    QCOMPARE(QSettings().value(SettingsKey::Applications).toMap().keys(),
+             QStringList(QStringLiteral("word.exe")));
+    // Written once per run: a second copy does not write the entry again.
+    QSettings().remove(SettingsKey::Applications);
+    QVERIFY(model.addText(QStringLiteral("second copy"), QString(), icon(Qt::red),
+                          QStringLiteral("word.exe")));
+    QVERIFY(!QSettings().contains(SettingsKey::Applications));
+
+    // Rules applied in the settings reach the model once it is told.
+    QSettings().setValue(SettingsKey::ExcludedApplications,
+                         QStringList{QStringLiteral("word.exe")});
+    SettingsEvents::instance()->notifyChanged();
+    QVERIFY(!model.addText(QStringLiteral("third copy"), QString(), icon(Qt::red),
+                           QStringLiteral("word.exe")));
+    QCOMPARE(model.rowCount(), 2);
+    model.finishSaves();
+}
+
+QTEST_MAIN(TestApplicationRules)
+#include "testapplicationrules.moc"

@@ -1,0 +1,421 @@
+#include "appmodes.h"
+#include "clipping.h"
+#include "historyfile.h"
+#include "historyitemmodel.h"
+#include "settings.h"
+#include "support/testprofile.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTest>
+#include <QThreadPool>
+
+using namespace Clipping;
+
+namespace {
+
+const QDateTime kStart(QDate(2026, 5, 4), QTime(8, 30, 15));
+
+QPixmap filledIcon(const QColor &colour)
+{
+    QPixmap icon(16, 16);
+    icon.fill(colour);
+    return icon;
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(bytes);
+}
+
+QByteArray documentWith(const QJsonArray &clippings, const QJsonValue &version = 8,
+                        const QJsonValue &magic = -18022398)
+{
+    QJsonObject root{{QStringLiteral("clippings"), clippings}};
+    if (!version.isUndefined())
+        root.insert(QStringLiteral("version"), version);
+    if (!magic.isUndefined())
+        root.insert(QStringLiteral("magic"), magic);
+    return QJsonDocument(root).toJson(QJsonDocument::Compact);
+}
+
+QJsonObject textClipping(const QString &text, const QDateTime &time)
+{
+    return {{QStringLiteral("type"), 0},
+            {QStringLiteral("brief"), text},
+            {QStringLiteral("text"), text},
+            {QStringLiteral("html"), QString()},
+            {QStringLiteral("time"), time.toString(Qt::ISODate)},
+            {QStringLiteral("id"), QUuid::createUuid().toString()},
+            {QStringLiteral("application"), QStringLiteral("editor.exe")}};
+}
+
+} // namespace
+
+class TestHistoryFile final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void fileNamesFollowTheMode();
+    void roundTripIsByteForByte();
+    void refusedDocumentsLeaveTheFileAlone_data();
+    void refusedDocumentsLeaveTheFileAlone();
+    void hostileClippingsLoadWithoutHarm();
+    void trimmingWhileLoadingRemovesImageFolders();
+    void anInterruptedSaveIsRecovered();
+    void failedSavesSayWhatFailed();
+    void syncMergeUnitesTwoHistories();
+
+private:
+    HistoryItemModel *newModel();
+
+    TestProfile m_profile;
+    QString m_path;
+    QList<HistoryItemModel *> m_models;
+};
+
+void TestHistoryFile::initTestCase()
+{
+    QVERIFY(m_profile.isValid());
+    m_profile.useInThisProcess();
+    m_path = m_profile.path(QStringLiteral("data/Velmorin/History.json"));
+}
+
+void TestHistoryFile::init()
+{
+    QSettings settings;
+    settings.clear();
+    Settings::writeDefaults(settings);
+    settings.setValue(SettingsKey::HistoryFilePath, m_path);
+    QDir(m_profile.path(QStringLiteral("data"))).removeRecursively();
+}
+
+void TestHistoryFile::cleanup()
+{
+    qDeleteAll(m_models);
+    m_models.clear();
+}
+
+HistoryItemModel *TestHistoryFile::newModel()
+{
+    auto *model = new HistoryItemModel(m_path);
+    model->setClock([] { return kStart; });
+    m_models.append(model);
+    return model;
+}
+
+void TestHistoryFile::fileNamesFollowTheMode()
+{
+    AppModes normal, demo, perf, both;
+    demo.demo = true;
+    perf.perfTest = true;
+    both.demo = both.perfTest = true;
+    const QString folder = QFileInfo(m_path).path() + QDir::separator();
+    QCOMPARE(HistoryFile::path(normal), m_path);
+    QCOMPARE(HistoryFile::path(demo), folder + QStringLiteral("History-demo.json"));
+    QCOMPARE(HistoryFile::path(perf), folder + QStringLiteral("History-perftest.json"));
+    QCOMPARE(HistoryFile::path(both), folder + QStringLiteral("History-perftest.json"));
+
+    QSettings().remove(SettingsKey::HistoryFilePath);
+    QCOMPARE(HistoryFile::path(normal),
+             QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QDir::separator() +
+                 QStringLiteral("History.json"));
+}
+
+void TestHistoryFile::roundTripIsByteForByte()
+{
+    HistoryItemModel *model = newModel();
+    QStandardItem *rich = newTextItem(QStringLiteral("Rich text"), QStringLiteral("<b>Rich</b>"),
+                                      filledIcon(Qt::red), QStringLiteral("word.exe"), kStart);
+    QVERIFY(model->merge(rich));
+    QStandardItem *plain =
+        newTextItem(QStringLiteral("Plain: ünïcödé ✓ \"quoted\""), QString(), filledIcon(Qt::blue),
+                    QStringLiteral("word.exe"), kStart.addSecs(10));
+    plain->setData(true, PinnedRole);
+    QVERIFY(model->merge(plain));
+    QStandardItem *image =
+        newImageItem(QUrl(), QImage(640, 480, QImage::Format_RGB32), filledIcon(Qt::green),
+                     QStringLiteral("paint.exe"), kStart.addSecs(20));
+    image->setData(true, LockedRole);
+    QVERIFY(model->merge(image));
+    QStandardItem *removed =
+        newTextItem(QStringLiteral("gone"), QString(), QPixmap(), QString(), kStart.addSecs(30));
+    removed->setData(true, RemovedRole);
+    QVERIFY(model->merge(removed));
+
+    const QByteArray bytes = model->serialize();
+    QVERIFY(bytes.startsWith("{\"clippings\":[{"));
+    QVERIFY(!bytes.contains('\n'));
+    QVERIFY(bytes.endsWith(",\"magic\":-18022398,\"version\":8}"));
+
+    const QJsonObject root = QJsonDocument::fromJson(bytes).object();
+    const QJsonArray clippings = root.value(QStringLiteral("clippings")).toArray();
+    QCOMPARE(clippings.size(), 4);
+    // Each application's icon once; the application without an icon has none.
+    QCOMPARE(root.value(QStringLiteral("icons")).toObject().keys(),
+             (QStringList{QStringLiteral("paint.exe"), QStringLiteral("word.exe")}));
+    const QRegularExpression bracedId(
+        QStringLiteral("^\\{[0-9a-f]{8}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{12}\\}$"));
+    for (const QJsonValue &value : clippings) {
+        const QJsonObject clipping = value.toObject();
+        QVERIFY(bracedId.match(clipping.value(QStringLiteral("id")).toString()).hasMatch());
+        const bool isImageClipping = clipping.value(QStringLiteral("type")).toInt() == 1;
+        QCOMPARE(clipping.contains(QStringLiteral("filename")), isImageClipping);
+    }
+    QCOMPARE(clippings.at(0).toObject().value(QStringLiteral("time")).toString(),
+             QStringLiteral("2026-05-04T08:30:25"));
+
+    HistoryItemModel *reloaded = newModel();
+    QCOMPARE(reloaded->deserialize(bytes), 4);
+    QCOMPARE(reloaded->serialize(), bytes);
+    QCOMPARE(reloaded->item(0)->data(IconRole).value<QPixmap>().toImage().pixelColor(3, 3),
+             QColor(Qt::blue));
+
+    // Through the file as well: what load() reads, save() writes back unchanged.
+    writeFile(m_path, bytes);
+    HistoryItemModel *loaded = newModel();
+    loaded->load();
+    loaded->save(false);
+    loaded->finishSaves();
+    QCOMPARE(readFile(m_path), bytes);
+    QVERIFY(!QFile::exists(HistoryFile::temporaryPath(m_path)));
+}
+
+void TestHistoryFile::refusedDocumentsLeaveTheFileAlone_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("logged");
+    const QJsonArray one{textClipping(QStringLiteral("kept text"), kStart)};
+    QTest::newRow("not JSON") << QByteArray("{\"clippings\": [") << "Parsing JSON document failed.";
+    QTest::newRow("newer version")
+        << documentWith(one, 9)
+        << "The history file has version 9 but the application expects version 8";
+    QTest::newRow("no magic") << documentWith(one, 8, QJsonValue::Undefined)
+                              << "The history file has unknown magic number 0";
+    QTest::newRow("wrong magic") << documentWith(one, 8, qint64(0xFEED0001))
+                                 << "The history file has unknown magic number 4276944897";
+}
+
+void TestHistoryFile::refusedDocumentsLeaveTheFileAlone()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, logged);
+    writeFile(m_path, bytes);
+    HistoryItemModel *model = newModel();
+    QSignalSpy warnings(model, &HistoryItemModel::warning);
+    QTest::ignoreMessage(QtWarningMsg, qPrintable(logged));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Kept a copy")));
+    model->load();
+
+    QCOMPARE(warnings.size(), 1);
+    QCOMPARE(warnings.at(0).at(0).toString(),
+             QStringLiteral("Failed to parse the clippings file: ") + m_path);
+    QCOMPARE(model->rowCount(), 0);
+    QCOMPARE(readFile(m_path), bytes);
+    // The next save replaces the file, so a copy keeps what the user had.
+    const QStringList copies =
+        QDir(QFileInfo(m_path).path()).entryList({QStringLiteral("History.json.unreadable-*")});
+    QCOMPARE(copies.size(), 1);
+    QCOMPARE(readFile(QFileInfo(m_path).path() + QLatin1Char('/') + copies.at(0)), bytes);
+}
+
+void TestHistoryFile::hostileClippingsLoadWithoutHarm()
+{
+    QJsonObject wrongTypes{{QStringLiteral("type"), QStringLiteral("zero")},
+                           {QStringLiteral("text"), 42},
+                           {QStringLiteral("brief"), QJsonArray{1, 2}},
+                           {QStringLiteral("time"), true},
+                           {QStringLiteral("pinned"), QStringLiteral("yes")}};
+    const QString huge(3 * 1024 * 1024, QLatin1Char('h'));
+    QJsonObject hugeText = textClipping(huge, kStart);
+    QJsonObject unknownType = textClipping(QStringLiteral("from the future"), kStart);
+    unknownType.insert(QStringLiteral("type"), 77);
+    QJsonObject noId1{{QStringLiteral("type"), 1},
+                      {QStringLiteral("text"), QStringLiteral("first.png")},
+                      {QStringLiteral("brief"), QStringLiteral("first.png")},
+                      {QStringLiteral("time"), kStart.toString(Qt::ISODate)}};
+    QJsonObject noId2 = noId1;
+    noId2.insert(QStringLiteral("time"), kStart.addSecs(5).toString(Qt::ISODate));
+    noId2.insert(QStringLiteral("brief"), QStringLiteral("second.png"));
+    const QJsonArray clippings{wrongTypes,  hugeText, unknownType,
+                               noId1,       noId2,    QJsonValue(QStringLiteral("not an object")),
+                               QJsonValue()};
+
+    HistoryItemModel *model = newModel();
+    QSettings().setValue(SettingsKey::IgnoreSize, QStringLiteral("4096"));
+    model->reloadSettings();
+    const int kept = model->deserialize(documentWith(clippings));
+    QVERIFY(kept >= 0);
+    QStringList briefs;
+    for (int row = 0; row < model->rowCount(); ++row)
+        briefs.append(model->item(row)->data(BriefRole).toString().left(20));
+    // Two image clippings without an id are one clipping: the newer one stays.
+    QVERIFY(briefs.contains(QStringLiteral("second.png")));
+    QVERIFY(!briefs.contains(QStringLiteral("first.png")));
+    QVERIFY(briefs.contains(QStringLiteral("from the future")));
+    QVERIFY(briefs.contains(QString(20, QLatin1Char('h'))));
+    QVERIFY(model->indexIsConsistent());
+    QCOMPARE(model->deserialize(documentWith(QJsonArray(), 8, 0)), -1);
+}
+
+void TestHistoryFile::trimmingWhileLoadingRemovesImageFolders()
+{
+    QJsonArray clippings;
+    QList<QUuid> ids;
+    for (int i = 0; i < 6; ++i) {
+        const QUuid id = QUuid::createUuid();
+        ids.append(id);
+        QVERIFY(QDir().mkpath(imageFolder(id)));
+        clippings.append(
+            QJsonObject{{QStringLiteral("type"), 1},
+                        {QStringLiteral("brief"), QStringLiteral("image %1").arg(i)},
+                        {QStringLiteral("text"), QStringLiteral("image %1").arg(i)},
+                        {QStringLiteral("time"), kStart.addSecs(-i * 60).toString(Qt::ISODate)},
+                        {QStringLiteral("id"), id.toString()},
+                        {QStringLiteral("locked"), i == 5},
+                        {QStringLiteral("filename"), QStringLiteral("i.png")}});
+    }
+    writeFile(m_path, documentWith(clippings));
+    QSettings().setValue(SettingsKey::KeepItems, QStringLiteral("3"));
+    HistoryItemModel *model = newModel();
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("Failed to load image")));
+    model->load();
+
+    QStringList kept;
+    for (int row = 0; row < model->rowCount(); ++row)
+        kept.append(model->item(row)->data(BriefRole).toString());
+    // The locked clipping does not count; the final trim leaves room for the next copy.
+    QCOMPARE(kept, (QStringList{QStringLiteral("image 0"), QStringLiteral("image 1"),
+                                QStringLiteral("image 5")}));
+    for (int i = 0; i < 6; ++i) {
+        const bool shouldExist = i == 0 || i == 1 || i == 5;
+        QCOMPARE(QDir(imageFolder(ids.at(i))).exists(), shouldExist);
+    }
+    QThreadPool::globalInstance()->waitForDone();
+}
+
+void TestHistoryFile::anInterruptedSaveIsRecovered()
+{
+    // The old file was removed and the new one not yet renamed when the computer went down.
+    const QByteArray bytes =
+        documentWith(QJsonArray{textClipping(QStringLiteral("survivor"), kStart)});
+    writeFile(HistoryFile::temporaryPath(m_path), bytes);
+    HistoryItemModel *model = newModel();
+    QTest::ignoreMessage(
+        QtWarningMsg, QRegularExpression(QStringLiteral("recovered it from .*History.json-tmp")));
+    model->load();
+    QCOMPARE(model->rowCount(), 1);
+    QCOMPARE(readFile(m_path), bytes);
+    QVERIFY(!QFile::exists(HistoryFile::temporaryPath(m_path)));
+
+    // A stale "-tmp" beside a good file is not read.
+    writeFile(HistoryFile::temporaryPath(m_path), "{broken");
+    HistoryItemModel *again = newModel();
+    again->load();
+    QCOMPARE(again->rowCount(), 1);
+
+    // Saving replaces both: the file holds the new content and no "-tmp" is left.
+    QVERIFY(again->addText(QStringLiteral("after the crash"), QString(), QPixmap(), QString()));
+    again->finishSaves();
+    QVERIFY(readFile(m_path).contains("after the crash"));
+    QVERIFY(!QFile::exists(HistoryFile::temporaryPath(m_path)));
+}
+
+void TestHistoryFile::failedSavesSayWhatFailed()
+{
+    HistoryItemModel *model = newModel();
+    QVERIFY(model->merge(
+        newTextItem(QStringLiteral("precious"), QString(), QPixmap(), QString(), kStart)));
+    QSignalSpy warnings(model, &HistoryItemModel::warning);
+    QSignalSpy finished(model, &HistoryItemModel::saveFinished);
+
+    // The "-tmp" name is taken by a folder: logged, no box, the old file untouched.
+    writeFile(m_path, "old content");
+    QVERIFY(QDir().mkpath(HistoryFile::temporaryPath(m_path)));
+    QTest::ignoreMessage(QtWarningMsg, qPrintable(HistoryFile::temporaryPath(m_path) +
+                                                  " cannot be opened for writing."));
+    model->save(true);
+    model->finishSaves();
+    QCOMPARE(warnings.size(), 0);
+    QCOMPARE(finished.takeFirst().at(0).toBool(), false);
+    QCOMPARE(readFile(m_path), QByteArray("old content"));
+    QVERIFY(QDir(HistoryFile::temporaryPath(m_path)).removeRecursively());
+
+    // The history file's name is taken by a folder with something in it: the rename fails.
+    QFile::remove(m_path);
+    writeFile(m_path + QStringLiteral("/keep.txt"), "x");
+    QTest::ignoreMessage(QtWarningMsg,
+                         qPrintable(QStringLiteral("Writing to file \"%1\" failed.").arg(m_path)));
+    model->save(true);
+    model->finishSaves();
+    QCOMPARE(warnings.size(), 1);
+    QCOMPARE(warnings.at(0).at(0).toString(),
+             QStringLiteral("Writing the clippings file failed: ") + m_path);
+    // Nothing is lost: the complete new content waits in "-tmp" for the next start.
+    QVERIFY(readFile(HistoryFile::temporaryPath(m_path)).contains("precious"));
+    QVERIFY(QDir(m_path).removeRecursively());
+
+    // The folder cannot be created: logged, no box.
+    const QString blocked = m_profile.path(QStringLiteral("data/blocker"));
+    writeFile(blocked, "a file where a folder should be");
+    HistoryItemModel *elsewhere = new HistoryItemModel(blocked + QStringLiteral("/History.json"));
+    m_models.append(elsewhere);
+    QSignalSpy elsewhereWarnings(elsewhere, &HistoryItemModel::warning);
+    QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("Failed to create ") + blocked));
+    elsewhere->save(false);
+    elsewhere->finishSaves();
+    QCOMPARE(elsewhereWarnings.size(), 0);
+}
+
+void TestHistoryFile::syncMergeUnitesTwoHistories()
+{
+    HistoryItemModel *here = newModel();
+    QVERIFY(here->merge(
+        newTextItem(QStringLiteral("only here"), QString(), QPixmap(), QString(), kStart)));
+    QVERIFY(here->merge(newTextItem(QStringLiteral("on both"), QString(), QPixmap(), QString(),
+                                    kStart.addSecs(1))));
+    HistoryItemModel *there = newModel();
+    QVERIFY(there->merge(newTextItem(QStringLiteral("on both"), QString(), QPixmap(), QString(),
+                                     kStart.addSecs(60))));
+    QVERIFY(there->merge(newTextItem(QStringLiteral("only there"), QString(), QPixmap(), QString(),
+                                     kStart.addSecs(30))));
+
+    QByteArray output;
+    QVERIFY(here->merge(there->serialize(), output, SyncDirection::Both));
+    QCOMPARE(output, here->serialize());
+    QCOMPARE(here->hash().size(), 64);
+    QStringList rows;
+    for (int row = 0; row < here->rowCount(); ++row)
+        rows.append(here->item(row)->data(BriefRole).toString());
+    QCOMPARE(rows, (QStringList{QStringLiteral("on both"), QStringLiteral("only there"),
+                                QStringLiteral("only here")}));
+    // The same content again changes nothing; a broken download gives an empty output.
+    QVERIFY(!here->merge(there->serialize(), output, SyncDirection::Both));
+    QTest::ignoreMessage(QtWarningMsg, "Parsing JSON document failed.");
+    QVERIFY(!here->merge("garbage", output, SyncDirection::FromServer));
+    QVERIFY(output.isEmpty());
+    here->finishSaves();
+}
+
+QTEST_MAIN(TestHistoryFile)
+#include "testhistoryfile.moc"
