@@ -10,13 +10,21 @@ SyncLog &SyncLog::instance()
     return *log;
 }
 
+QString SyncLog::stamped(const Line &line)
+{
+    return QDateTime::fromMSecsSinceEpoch(line.time).toString(
+               QStringLiteral("yyyy-MM-dd hh:mm:ss.zzz ")) +
+           line.text;
+}
+
 void SyncLog::append(const QString &line)
 {
-    const QString stamped =
-        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss.zzz ")) + line;
+    // The time is turned into local time only when the line is read: merging a large history
+    // writes a line per clipping, and local time is costly to work out.
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
     {
         QMutexLocker locker(&m_mutex);
-        m_lines.push_back(stamped);
+        m_lines.push_back({now, line});
         ++m_total;
         while (int(m_lines.size()) > m_capacity)
             m_lines.pop_front();
@@ -27,7 +35,11 @@ void SyncLog::append(const QString &line)
 QStringList SyncLog::lines() const
 {
     QMutexLocker locker(&m_mutex);
-    return QStringList(m_lines.begin(), m_lines.end());
+    QStringList lines;
+    lines.reserve(qsizetype(m_lines.size()));
+    for (const Line &line : m_lines)
+        lines.append(stamped(line));
+    return lines;
 }
 
 QStringList SyncLog::linesSince(qint64 *cursor) const
@@ -36,7 +48,10 @@ QStringList SyncLog::linesSince(qint64 *cursor) const
     const qint64 firstKept = m_total - qint64(m_lines.size());
     const qint64 from = std::max(*cursor, firstKept) - firstKept;
     *cursor = m_total;
-    return QStringList(m_lines.begin() + from, m_lines.end());
+    QStringList lines;
+    for (auto line = m_lines.begin() + from; line != m_lines.end(); ++line)
+        lines.append(stamped(*line));
+    return lines;
 }
 
 qint64 SyncLog::totalAppended() const

@@ -26,10 +26,17 @@ public:
     void setCapacity(int capacity);
 
 private:
+    struct Line
+    {
+        qint64 time; // milliseconds since the epoch
+        QString text;
+    };
+
     SyncLog() = default;
+    static QString stamped(const Line &line);
 
     mutable QMutex m_mutex;
-    std::deque<QString> m_lines;
+    std::deque<Line> m_lines;
     qint64 m_total = 0;
     int m_capacity = 20000;
 };

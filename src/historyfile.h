@@ -52,6 +52,8 @@ public:
     static QString temporaryPath(const QString &path);
 
     static QByteArray encode(const Document &document);
+    // The same bytes, built through QJsonDocument; slower, kept as the reference for encode().
+    static QByteArray encodeWithQJson(const Document &document);
     // On a refused document logs why and returns false.
     static bool decode(const QByteArray &bytes, Document *document);
 

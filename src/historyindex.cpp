@@ -164,9 +164,15 @@ int HistoryIndex::walk(bool pinned, const QDateTime &time) const
 
 int HistoryIndex::search(bool pinned, const QDateTime &time) const
 {
-    // In ordered rows goesAbove() is false up to some row and true from there on.
-    int low = 0;
-    int high = m_model->rowCount();
+    // In ordered rows goesAbove() is false up to some row and true from there on. The two
+    // common answers come first: a new copy goes to the top, a file read in order goes last.
+    const int rows = m_model->rowCount();
+    if (rows == 0 || goesAbove(pinned, time, 0))
+        return 0;
+    if (!goesAbove(pinned, time, rows - 1))
+        return rows;
+    int low = 1;
+    int high = rows - 1;
     while (low < high) {
         const int middle = low + (high - low) / 2;
         if (goesAbove(pinned, time, middle))

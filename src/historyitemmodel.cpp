@@ -115,11 +115,14 @@ bool HistoryItemModel::addImage(const QUrl &source, const QImage &image, const Q
 
 bool HistoryItemModel::accepts(const QStandardItem *item, const QString &shortText) const
 {
-    const QString application = item->data(ApplicationRole).toString();
-    if (m_excluded.contains(application)) {
-        mergeLog(QStringLiteral("Clipping '%1' comes from excluded application: '%2' -> ignored")
-                     .arg(shortText, application));
-        return false;
+    if (!m_excluded.isEmpty()) {
+        const QString application = item->data(ApplicationRole).toString();
+        if (m_excluded.contains(application)) {
+            mergeLog(QStringLiteral("Clipping '%1' comes from excluded application: '%2' -> "
+                                    "ignored")
+                         .arg(shortText, application));
+            return false;
+        }
     }
     const int type = item->data(TypeRole).toInt();
     if (isImage(type) && !m_limits.includeImages) {

@@ -9,6 +9,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QSignalSpy>
@@ -78,6 +79,7 @@ private slots:
 
     void fileNamesFollowTheMode();
     void roundTripIsByteForByte();
+    void encoderWritesWhatQJsonDocumentWrites();
     void refusedDocumentsLeaveTheFileAlone_data();
     void refusedDocumentsLeaveTheFileAlone();
     void hostileClippingsLoadWithoutHarm();
@@ -199,6 +201,44 @@ void TestHistoryFile::roundTripIsByteForByte()
     loaded->finishSaves();
     QCOMPARE(readFile(m_path), bytes);
     QVERIFY(!QFile::exists(HistoryFile::temporaryPath(m_path)));
+}
+
+void TestHistoryFile::encoderWritesWhatQJsonDocumentWrites()
+{
+    // Texts with everything JSON escapes or encodes: quotes, backslashes, every control
+    // character, DEL, accents, characters outside the BMP, and broken surrogate pairs.
+    QRandomGenerator random(2026);
+    const QList<char16_t> alphabet{u'a', u'"',   u'\\',  u'/',   0x7f, u'é',
+                                   u'€', 0xd83d, 0xde00, 0xfffd, u' ', 0xfeff};
+    auto randomText = [&] {
+        QString text;
+        const int length = random.bounded(24);
+        for (int i = 0; i < length; ++i) {
+            const int pick = random.bounded(alphabet.size() + 32);
+            text.append(QChar(pick < 32 ? char16_t(pick) : alphabet.at(pick - 32)));
+        }
+        return text;
+    };
+    HistoryFile::Document document;
+    for (int i = 0; i < 500; ++i) {
+        HistoryFile::Record record;
+        record.type = random.bounded(4) - 1;
+        record.text = randomText();
+        record.brief = randomText();
+        record.html = i % 3 ? QString() : randomText();
+        record.application = randomText();
+        record.filename = i % 2 ? QString() : randomText();
+        record.time = kStart.addSecs(random.bounded(100000));
+        record.id = i % 7 ? QUuid::createUuid() : QUuid();
+        record.pinned = random.bounded(2);
+        record.locked = random.bounded(2);
+        record.removed = random.bounded(2);
+        document.records.append(record);
+        if (i % 50 == 0)
+            document.icons.insert(randomText(), QByteArray::number(i));
+    }
+    QCOMPARE(HistoryFile::encode(document), HistoryFile::encodeWithQJson(document));
+    QCOMPARE(HistoryFile::encode({}), HistoryFile::encodeWithQJson({}));
 }
 
 void TestHistoryFile::refusedDocumentsLeaveTheFileAlone_data()
