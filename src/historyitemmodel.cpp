@@ -53,6 +53,9 @@ HistoryItemModel::HistoryItemModel(const QString &path, QObject *parent)
 
 HistoryItemModel::~HistoryItemModel()
 {
+    // Image tasks read files through the image plugins, which go away with the application
+    // object that is destroyed next; let them finish first.
+    QThreadPool::globalInstance()->waitForDone();
     m_writer->waitForDone();
     if (g_instance == this)
         g_instance = nullptr;

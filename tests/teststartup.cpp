@@ -2,7 +2,12 @@
 #include "support/appprocess.h"
 #include "support/testprofile.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTest>
 
 // Start-up as the user meets it: the real program in a private profile, its log read back.
@@ -18,6 +23,8 @@ private slots:
     void writeDebugLogSettingStartsTheFileLog();
     void sigtermQuitsCleanlyAndKeepsSettings();
     void releaseNotesShowOncePerVersion();
+    void testModesKeepTheirOwnHistory();
+    void clearHistoryOnQuitKeepsLockedClippings();
 
 private:
     static void startAndWait(AppProcess &app, const QStringList &arguments = {});
@@ -63,6 +70,87 @@ void TestStartup::modeSwitches()
     QTEST(modes.debug, "debug");
     QTEST(modes.perfTest, "perfTest");
     QTEST(modes.demo, "demo");
+}
+
+namespace {
+
+QString historyFile(const TestProfile &profile, const QString &name)
+{
+    return profile.path(QStringLiteral("data/Velmorin/Velmorin/") + name);
+}
+
+QJsonArray clippingsIn(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QJsonDocument::fromJson(file.readAll())
+        .object()
+        .value(QStringLiteral("clippings"))
+        .toArray();
+}
+
+} // namespace
+
+void TestStartup::testModesKeepTheirOwnHistory()
+{
+    TestProfile profile;
+    const QString userHistory = historyFile(profile, QStringLiteral("History.json"));
+    QVERIFY(QDir().mkpath(QFileInfo(userHistory).path()));
+    QFile user(userHistory);
+    QVERIFY(user.open(QIODevice::WriteOnly));
+    const QByteArray userBytes = R"({"clippings":[],"icons":{},"magic":-18022398,"version":8})";
+    user.write(userBytes);
+    user.close();
+
+    AppProcess perf(QStringLiteral(VELMORIN_BINARY), profile);
+    startAndWait(perf, {QStringLiteral("--perf-test")});
+    perf.terminate();
+    QVERIFY(perf.waitForExit());
+    QCOMPARE(clippingsIn(historyFile(profile, QStringLiteral("History-perftest.json"))).size(),
+             1000);
+    // The larger limit held for that run only.
+    QCOMPARE(profile.setting(QStringLiteral("KeepItems")).toString(), QStringLiteral("20"));
+
+    AppProcess demo(QStringLiteral(VELMORIN_BINARY), profile);
+    startAndWait(demo, {QStringLiteral("--demo")});
+    demo.terminate();
+    QVERIFY(demo.waitForExit());
+    const QJsonArray samples =
+        clippingsIn(historyFile(profile, QStringLiteral("History-demo.json")));
+    QVERIFY(samples.size() >= 10);
+
+    QFile untouched(userHistory);
+    QVERIFY(untouched.open(QIODevice::ReadOnly));
+    QCOMPARE(untouched.readAll(), userBytes);
+}
+
+void TestStartup::clearHistoryOnQuitKeepsLockedClippings()
+{
+    TestProfile profile;
+    profile.setSetting(QStringLiteral("ClearHistory"), true);
+    const QString path = historyFile(profile, QStringLiteral("History.json"));
+    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(R"({"clippings":[)"
+               R"({"brief":"kept","text":"kept","time":"2026-01-02T10:00:00","locked":true,)"
+               R"("id":"{11111111-1111-1111-1111-111111111111}"},)"
+               R"({"brief":"passing","text":"passing","time":"2026-01-01T10:00:00",)"
+               R"("id":"{22222222-2222-2222-2222-222222222222}"}],"magic":-18022398,"version":8})");
+    file.close();
+
+    AppProcess app(QStringLiteral(VELMORIN_BINARY), profile);
+    startAndWait(app);
+    app.terminate();
+    QVERIFY(app.waitForExit());
+    const QJsonArray clippings = clippingsIn(path);
+    QCOMPARE(clippings.size(), 2);
+    for (const QJsonValue &value : clippings) {
+        const QJsonObject clipping = value.toObject();
+        const bool locked = clipping.value(QStringLiteral("locked")).toBool();
+        QCOMPARE(clipping.value(QStringLiteral("removed")).toBool(), !locked);
+    }
 }
 
 void TestStartup::demoThenDebugIgnoresTheSecondSwitch()
