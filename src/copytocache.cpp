@@ -20,7 +20,7 @@ QString CopyToCache::targetPath() const
     const QString data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     QString folder = data + QDir::separator() + m_folderName;
     if (!QDir(folder).exists())
-        QDir(data).mkdir(m_folderName);
+        QDir().mkpath(folder); // on a first run the data folder itself may not exist yet
     if (!m_id.isNull()) {
         folder += QDir::separator() + Clipping::idFolderName(m_id);
         QDir().mkpath(folder);

@@ -76,8 +76,10 @@ void MainWindow::loadHistory()
     const AppModes &modes = AppModes::current();
     if (modes.perfTest) {
         m_history->fillWithGeneratedClippings(1000);
+        m_history->save(false);
     } else if (modes.demo) {
         m_history->loadDemo();
+        m_history->save(false);
     } else {
         m_history->load();
         m_history->startCleanCache();
@@ -94,11 +96,13 @@ void MainWindow::updateEmptyState()
 
 void MainWindow::prepareToQuit()
 {
+    // Every change was saved as it happened; only clearing is left to do here. (Saving an
+    // untouched history would also replace a file that could not be read at start.)
     if (Settings::clearHistory()) {
         qDebug() << "Clearing the history on quit";
         m_history->clearHistory();
+        m_history->save(false);
     }
-    m_history->save(false);
     m_history->finishSaves();
 }
 

@@ -33,7 +33,8 @@ public:
     bool testModes() const { return m_testModes; }
     HistoryItemModel *historyModel() const { return m_history; }
 
-    // What quitting does to the history: cleared when the user asked for it, and saved.
+    // What quitting does to the history: cleared and saved when the user asked for it, and
+    // saves under way finished.
     void prepareToQuit();
 
 private:
