@@ -55,25 +55,6 @@ QString HistoryFile::temporaryPath(const QString &path)
     return path + QStringLiteral("-tmp");
 }
 
-QJsonObject HistoryFile::toJson(const Record &record)
-{
-    QJsonObject object{
-        {kType, record.type},
-        {kBrief, record.brief},
-        {kText, record.text},
-        {kHtml, record.html},
-        {kTime, record.time.toString(Qt::ISODate)},
-        {kId, record.id.toString(QUuid::WithBraces)},
-        {kRemoved, record.removed},
-        {kPinned, record.pinned},
-        {kLocked, record.locked},
-        {kApplication, record.application},
-    };
-    if (!record.filename.isEmpty())
-        object.insert(kFilename, record.filename);
-    return object;
-}
-
 HistoryFile::Record HistoryFile::fromJson(const QJsonObject &object)
 {
     Record record;
@@ -217,24 +198,6 @@ QByteArray HistoryFile::encode(const Document &document)
     out.append(QByteArray::number(Version));
     out.append('}');
     return out;
-}
-
-// The same document through QJsonDocument: what encode() must match.
-QByteArray HistoryFile::encodeWithQJson(const Document &document)
-{
-    QJsonArray clippings;
-    for (const Record &record : document.records)
-        clippings.append(toJson(record));
-    QJsonObject icons;
-    for (auto icon = document.icons.constBegin(); icon != document.icons.constEnd(); ++icon)
-        icons.insert(icon.key(), QString::fromLatin1(icon.value().toBase64()));
-    const QJsonObject root{
-        {QStringLiteral("version"), Version},
-        {QStringLiteral("magic"), Magic},
-        {QStringLiteral("clippings"), clippings},
-        {QStringLiteral("icons"), icons},
-    };
-    return QJsonDocument(root).toJson(QJsonDocument::Compact);
 }
 
 bool HistoryFile::decode(const QByteArray &bytes, Document *document)

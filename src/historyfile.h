@@ -52,8 +52,6 @@ public:
     static QString temporaryPath(const QString &path);
 
     static QByteArray encode(const Document &document);
-    // The same bytes, built through QJsonDocument; slower, kept as the reference for encode().
-    static QByteArray encodeWithQJson(const Document &document);
     // On a refused document logs why and returns false.
     static bool decode(const QByteArray &bytes, Document *document);
 
@@ -64,6 +62,5 @@ public:
     static ReadResult read(const QString &path, QByteArray *data);
 
 private:
-    static QJsonObject toJson(const Record &record);
     static Record fromJson(const QJsonObject &object);
 };
