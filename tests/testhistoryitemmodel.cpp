@@ -1,4 +1,5 @@
 #include "clipping.h"
+#include "historyfile.h"
 #include "historyitemmodel.h"
 #include "settings.h"
 #include "support/testprofile.h"
@@ -23,19 +24,8 @@ const QDateTime kStart(QDate(2026, 3, 1), QTime(9, 0));
 class ReferenceHistory
 {
 public:
-    struct Row
-    {
-        int type = TextType;
-        QString brief;
-        QString text;
-        QString html;
-        QString application;
-        QUuid id;
-        QDateTime time;
-        bool pinned = false;
-        bool locked = false;
-        bool removed = false;
-    };
+    // A clipping as the history file holds it has every field the rules look at.
+    using Row = HistoryFile::Record;
 
     QList<Row> rows;
     int keepItems = 20;
@@ -478,8 +468,9 @@ void TestHistoryItemModel::indexAgreesWithTheReferenceAfterRandomEdits()
         } else if (what < 94) {
             for (ReferenceHistory::Row &row : reference.rows) {
                 if (!row.locked) {
-                    row = {row.type, row.brief, row.text, row.html, row.application,
-                           row.id,   m_now,     false,    false,    true};
+                    row.time = m_now;
+                    row.pinned = row.locked = false;
+                    row.removed = true;
                 }
             }
             m_model->clearHistory();
