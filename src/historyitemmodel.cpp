@@ -378,13 +378,18 @@ int HistoryItemModel::deserialize(const QByteArray &bytes)
     return mergeDocument(document, true);
 }
 
+void HistoryItemModel::clearRows()
+{
+    clear(); // also drops the column, which the views need
+    setColumnCount(1);
+}
+
 void HistoryItemModel::load()
 {
     QByteArray bytes;
     if (HistoryFile::read(m_path, &bytes) == HistoryFile::ReadResult::Missing)
         return;
-    clear();
-    setColumnCount(1);
+    clearRows();
     const int count = deserialize(bytes);
     qDebug().noquote() << "Read " << count << " history items from " << m_path;
     if (count < 0) {
@@ -477,8 +482,7 @@ void HistoryItemModel::startCleanCache()
 
 void HistoryItemModel::loadDemo()
 {
-    clear();
-    setColumnCount(1);
+    clearRows();
     QFile samples(QStringLiteral(":/examples/history-samples.json"));
     HistoryFile::Document document;
     if (!samples.open(QIODevice::ReadOnly) || !HistoryFile::decode(samples.readAll(), &document)) {
@@ -506,8 +510,7 @@ void HistoryItemModel::fillWithGeneratedClippings(int count)
             "clipboard history snippet paste keyword window shortcut image text rich sync folder "
             "drive action script format merge order pinned locked application rule delay")
             .split(QLatin1Char(' '));
-    clear();
-    setColumnCount(1);
+    clearRows();
     const QDateTime start = now();
     for (int i = count - 1; i >= 0; --i) {
         QStringList line;

@@ -93,6 +93,7 @@ private:
         bool includeImages = false;
     };
 
+    void clearRows();
     bool accepts(const QStandardItem *item, const QString &shortText) const;
     int duplicateRow(const QStandardItem *item) const;
     void insertClipping(QStandardItem *item, const QString &shortText);
