@@ -2,27 +2,42 @@
 
 #include "application.h"
 #include "appmodes.h"
+#include "clipboardops.h"
+#include "clipping.h"
+#include "globalshortcuts.h"
 #include "historyfile.h"
 #include "historyitemmodel.h"
 #include "releasenotesdialog.h"
 #include "settings.h"
 #include "settingsdialog.h"
 
+#include <QCursor>
 #include <QDebug>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListView>
 #include <QMessageBox>
+#include <QScreen>
 #include <QSettings>
 #include <QSortFilterProxyModel>
 #include <QToolButton>
 #include <QVBoxLayout>
 
+namespace {
+void putOnClipboard(const QModelIndex &clipping)
+{
+    if (Clipping::isImage(clipping.data(Clipping::TypeRole).toInt()))
+        ClipboardOps::putClippingImage(clipping, false);
+    else
+        ClipboardOps::putClippingText(clipping, ClipboardOps::WithFormatting);
+}
+} // namespace
+
 MainWindow::MainWindow(bool testModes, QWidget *parent)
     : QWidget(parent, Qt::Window), m_testModes(testModes),
       m_history(new HistoryItemModel(HistoryFile::path(AppModes::current()), this)),
       m_pinButton(new QToolButton(this)), m_emptyLabel(new QLabel(this)),
-      m_historyView(new QListView(this))
+      m_historyView(new QListView(this)), m_shortcuts(new GlobalShortcuts(this))
 {
     setWindowTitle(tr("Velmorin"));
     setWindowIcon(QIcon(QStringLiteral(":/icons/images/velmorin.svg")));
@@ -62,6 +77,14 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
         connect(m_history->proxy(), signal, this, &MainWindow::updateEmptyState);
     connect(m_history->proxy(), &QAbstractItemModel::modelReset, this,
             &MainWindow::updateEmptyState);
+    // A new clipping starts "paste next" over from the second newest.
+    connect(m_history->proxy(), &QAbstractItemModel::rowsInserted, this,
+            [this] { m_pasteNextRow = 0; });
+    connect(m_historyView, &QListView::activated, this, &MainWindow::pasteClipping);
+    connect(m_shortcuts, &GlobalShortcuts::mainActivated, this, &MainWindow::toggleAtMouse);
+    connect(m_shortcuts, &GlobalShortcuts::plainTextActivated, this,
+            [] { ClipboardOps::pastePlainText(); });
+    connect(m_shortcuts, &GlobalShortcuts::pasteNextActivated, this, &MainWindow::pasteNext);
     loadHistory();
 
     const QSize size = QSettings().value(SettingsKey::WindowSize).toSize();
@@ -138,6 +161,51 @@ void MainWindow::toggleVisible()
     show();
     raise();
     activateWindow();
+}
+
+void MainWindow::toggleAtMouse()
+{
+    if (isVisible()) {
+        hideWindow();
+        return;
+    }
+    if (QSettings().value(SettingsKey::OpenOnMouse, true).toBool()) {
+        const QPoint mouse = QCursor::pos();
+        QScreen *screen = QGuiApplication::screenAt(mouse);
+        const QRect area = screen ? screen->availableGeometry() : QRect(mouse, size());
+        // Kept whole on the screen under the mouse.
+        const int x = qBound(area.left(), mouse.x(), qMax(area.left(), area.right() - width()));
+        const int y = qBound(area.top(), mouse.y(), qMax(area.top(), area.bottom() - height()));
+        move(x, y);
+    }
+    // The newest clipping is ready for Enter.
+    m_historyView->setCurrentIndex(m_history->proxy()->index(0, 0));
+    show();
+    raise();
+    activateWindow();
+    m_historyView->setFocus();
+}
+
+void MainWindow::pasteClipping(const QModelIndex &proxyIndex)
+{
+    const QModelIndex clipping = m_history->proxy()->mapToSource(proxyIndex);
+    if (!clipping.isValid())
+        return;
+    putOnClipboard(clipping);
+    if (!isPinned())
+        hideWindow();
+    ClipboardOps::delayedPaste();
+}
+
+void MainWindow::pasteNext()
+{
+    QAbstractItemModel *proxy = m_history->proxy();
+    if (proxy->rowCount() < 2)
+        return;
+    m_pasteNextRow = m_pasteNextRow % (proxy->rowCount() - 1) + 1;
+    const QModelIndex clipping = m_history->proxy()->mapToSource(proxy->index(m_pasteNextRow, 0));
+    putOnClipboard(clipping);
+    ClipboardOps::paste();
 }
 
 void MainWindow::hideWindow()

@@ -3,9 +3,11 @@
 #include <QPointer>
 #include <QWidget>
 
+class GlobalShortcuts;
 class HistoryItemModel;
 class QLabel;
 class QListView;
+class QModelIndex;
 class QToolButton;
 class ReleaseNotesDialog;
 class SettingsDialog;
@@ -26,12 +28,20 @@ public:
 
     void showAndPin();
     void toggleVisible();
+    // Opens the window where the mouse is (or where it was left), or hides it when open.
+    void toggleAtMouse();
+    // Puts the clipping on the clipboard, hides the window and pastes into the application
+    // that gets the focus back.
+    void pasteClipping(const QModelIndex &proxyIndex);
+    // Pastes the history item after the last one pasted this way, the second newest first.
+    void pasteNext();
     void hideWindow();
     void showSettings();
     void openReleaseNotes();
 
     bool testModes() const { return m_testModes; }
     HistoryItemModel *historyModel() const { return m_history; }
+    GlobalShortcuts *shortcuts() const { return m_shortcuts; }
 
     // What quitting does to the history: cleared and saved when the user asked for it, and
     // saves under way finished.
@@ -46,6 +56,8 @@ private:
     QToolButton *m_pinButton;
     QLabel *m_emptyLabel;
     QListView *m_historyView;
+    GlobalShortcuts *m_shortcuts;
+    int m_pasteNextRow = 0;
     QPointer<SettingsDialog> m_settingsDialog;
     QPointer<ReleaseNotesDialog> m_releaseNotes;
 };

@@ -1,12 +1,15 @@
 #include "settingsdialog.h"
 
 #include "applicationslist.h"
+#include "customkeysequenceedit.h"
+#include "platform.h"
 #include "settings.h"
 #include "settingsevents.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
 #include <QSettings>
@@ -41,11 +44,40 @@ QWidget *SettingsDialog::createGeneralPage()
     auto *debugHint = new QLabel(tr("The debug log is written from the next start on."), page);
     debugHint->setEnabled(false);
 
+    m_startAutomatically = new QCheckBox(tr("Start with the system"), page);
+    m_requireSpace = new QCheckBox(tr("Only expand keyword after space is pressed"), page);
+    m_shortcut = new CustomKeySequenceEdit(page);
+    m_shortcutPlainText = new CustomKeySequenceEdit(page);
+    m_shortcutPasteNext = new CustomKeySequenceEdit(page);
+
+    auto *shortcuts = new QFormLayout;
+    shortcuts->addRow(tr("Open the paste window:"), createShortcutRow(m_shortcut));
+    shortcuts->addRow(tr("Paste as plain text:"), createShortcutRow(m_shortcutPlainText));
+    shortcuts->addRow(tr("Paste the next item:"), createShortcutRow(m_shortcutPasteNext));
+
     auto *layout = new QVBoxLayout(page);
+    layout->addLayout(shortcuts);
+    layout->addWidget(m_startAutomatically);
+    layout->addWidget(m_requireSpace);
     layout->addWidget(m_writeDebugLog);
     layout->addWidget(debugHint);
     layout->addStretch(1);
     return page;
+}
+
+QWidget *SettingsDialog::createShortcutRow(CustomKeySequenceEdit *edit)
+{
+    auto *row = new QWidget(edit->parentWidget());
+    auto *clear = new QToolButton(row);
+    clear->setText(tr("Clear"));
+    clear->setToolTip(tr("No shortcut"));
+    connect(clear, &QToolButton::clicked, edit, &QKeySequenceEdit::clear);
+    edit->setParent(row);
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(edit, 1);
+    layout->addWidget(clear);
+    return row;
 }
 
 QWidget *SettingsDialog::createHistoryPage()
@@ -94,6 +126,15 @@ QWidget *SettingsDialog::createApplicationsPage()
 void SettingsDialog::load()
 {
     m_writeDebugLog->setChecked(Settings::writeDebugLog());
+    const QSettings settings;
+    const auto sequence = [&settings](const char *key) {
+        return QKeySequence::fromString(settings.value(QLatin1String(key)).toString());
+    };
+    m_shortcut->setKeySequence(sequence(SettingsKey::Shortcut));
+    m_shortcutPlainText->setKeySequence(sequence(SettingsKey::ShortcutPlainText));
+    m_shortcutPasteNext->setKeySequence(sequence(SettingsKey::ShortcutPasteNext));
+    m_requireSpace->setChecked(settings.value(SettingsKey::RequireSpace).toBool());
+    m_startAutomatically->setChecked(settings.value(SettingsKey::StartAutomatically).toBool());
     m_keepItems->setValue(Settings::keepItems());
     m_ignoreLength->setValue(Settings::ignoreLength());
     m_ignoreSize->setValue(Settings::ignoreSize());
@@ -112,6 +153,14 @@ void SettingsDialog::save()
     settings.setValue(SettingsKey::IgnoreSize, QString::number(m_ignoreSize->value()));
     settings.setValue(SettingsKey::IncludeImages, m_includeImages->isChecked());
     settings.setValue(SettingsKey::ClearHistory, m_clearHistory->isChecked());
+    settings.setValue(SettingsKey::Shortcut, m_shortcut->keySequence().toString());
+    settings.setValue(SettingsKey::ShortcutPlainText,
+                      m_shortcutPlainText->keySequence().toString());
+    settings.setValue(SettingsKey::ShortcutPasteNext,
+                      m_shortcutPasteNext->keySequence().toString());
+    settings.setValue(SettingsKey::RequireSpace, m_requireSpace->isChecked());
+    settings.setValue(SettingsKey::StartAutomatically, m_startAutomatically->isChecked());
+    Platform::applyStartWithSystem(m_startAutomatically->isChecked());
     m_applications->save();
     SettingsEvents::instance()->notifyChanged();
 }

@@ -3,6 +3,7 @@
 #include <QDialog>
 
 class ApplicationsList;
+class CustomKeySequenceEdit;
 class QCheckBox;
 class QSpinBox;
 class QTabWidget;
@@ -28,7 +29,14 @@ private:
     QWidget *createApplicationsPage();
 
     QTabWidget *m_pages;
+    QWidget *createShortcutRow(CustomKeySequenceEdit *edit);
+
     QCheckBox *m_writeDebugLog = nullptr;
+    CustomKeySequenceEdit *m_shortcut = nullptr;
+    CustomKeySequenceEdit *m_shortcutPlainText = nullptr;
+    CustomKeySequenceEdit *m_shortcutPasteNext = nullptr;
+    QCheckBox *m_requireSpace = nullptr;
+    QCheckBox *m_startAutomatically = nullptr;
     QSpinBox *m_keepItems = nullptr;
     QSpinBox *m_ignoreLength = nullptr;
     QSpinBox *m_ignoreSize = nullptr;

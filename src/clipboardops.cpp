@@ -1,0 +1,163 @@
+#include "clipboardops.h"
+
+#include "clipping.h"
+#include "htmlcleanup.h"
+#include "keysender.h"
+#include "platform.h"
+#include "platform/idesktop.h"
+#include "platform/virtualkeys.h"
+
+#include <QClipboard>
+#include <QDebug>
+#include <QDir>
+#include <QGuiApplication>
+#include <QImage>
+#include <QMimeData>
+#include <QModelIndex>
+#include <QTimer>
+#include <QUrl>
+
+namespace {
+
+bool delayedPastePending = false;
+
+QClipboard *clipboard()
+{
+    return QGuiApplication::clipboard();
+}
+
+// The modifier keys behind Qt's flags, in the order they are pressed again.
+constexpr struct
+{
+    Qt::KeyboardModifier flag;
+    quint32 virtualKey;
+} modifierKeys[] = {
+    {Qt::ShiftModifier, VirtualKey::Shift},
+    {Qt::ControlModifier, VirtualKey::Control},
+    {Qt::AltModifier, VirtualKey::Alt},
+    {Qt::MetaModifier, VirtualKey::LeftWindows},
+};
+
+void sendModifiers(Qt::KeyboardModifiers held, bool down)
+{
+    for (const auto &modifier : modifierKeys) {
+        if (held & modifier.flag)
+            KeySender::sendKey(modifier.virtualKey, down, 0);
+    }
+}
+
+bool takeDelayedPaste()
+{
+    if (delayedPastePending) {
+        qWarning() << "Delayed paste operation is already ongoing. Ignoring the second paste "
+                      "command.";
+        return false;
+    }
+    delayedPastePending = true;
+    return true;
+}
+
+} // namespace
+
+namespace ClipboardOps {
+
+QMimeData *copyOfClipboard()
+{
+    auto *copy = new QMimeData;
+    const QMimeData *current = clipboard()->mimeData();
+    if (!current)
+        return copy;
+    const QStringList formats = current->formats();
+    for (const QString &format : formats)
+        copy->setData(format, current->data(format));
+    if (current->hasImage())
+        copy->setImageData(clipboard()->image());
+    return copy;
+}
+
+void setClipboardText(const QString &text)
+{
+    auto *data = new QMimeData;
+    data->setText(text);
+    clipboard()->setMimeData(data, QClipboard::Clipboard);
+}
+
+void paste()
+{
+    const Qt::KeyboardModifiers held = Platform::desktop()->heldModifiers();
+    sendModifiers(held, false);
+    // The user may still hold the global shortcut: give the keys back as they were.
+    QTimer::singleShot(100, QCoreApplication::instance(), [held] { sendModifiers(held, true); });
+    KeySender::tapCharacter(QLatin1Char('v'), KeyModifier::Control);
+}
+
+void pastePlainText()
+{
+    QMimeData *saved = copyOfClipboard();
+    setClipboardText(clipboard()->text());
+    paste();
+    QTimer::singleShot(500, QCoreApplication::instance(),
+                       [saved] { clipboard()->setMimeData(saved, QClipboard::Clipboard); });
+}
+
+void delayedPaste()
+{
+    if (!takeDelayedPaste())
+        return;
+    QTimer::singleShot(200, QCoreApplication::instance(), [] {
+        paste();
+        delayedPastePending = false;
+    });
+}
+
+void delayedPasteWithCursor(CursorSteps steps)
+{
+    if (!takeDelayedPaste())
+        return;
+    QTimer::singleShot(200, QCoreApplication::instance(), [steps] {
+        paste();
+        delayedPastePending = false;
+        if (steps.first != -1)
+            QTimer::singleShot(100, QCoreApplication::instance(), [steps] { moveCursor(steps); });
+    });
+}
+
+void moveCursor(CursorSteps steps)
+{
+    if (steps.first == -1)
+        return;
+    for (int i = 0; i < steps.first; ++i)
+        KeySender::tapKey(VirtualKey::Left, 0);
+    for (int i = 0; i < steps.second; ++i)
+        KeySender::tapKey(VirtualKey::Left, KeyModifier::Shift);
+}
+
+void putClippingText(const QModelIndex &clipping, int mode)
+{
+    auto *data = new QMimeData;
+    data->setText(clipping.data(Clipping::TextRole).toString());
+    const QString html = clipping.data(Clipping::HtmlRole).toString();
+    // An empty HTML part would win over the text in rich editors and paste nothing.
+    if (mode != PlainText && !html.isEmpty())
+        data->setHtml(HtmlCleanup::clean(html));
+    clipboard()->setMimeData(data, QClipboard::Clipboard);
+}
+
+void putClippingImage(const QModelIndex &clipping, bool asFile)
+{
+    const QString path = Clipping::imageFolder(clipping.data(Clipping::IdRole).toUuid()) +
+                         QDir::separator() + clipping.data(Clipping::FilenameRole).toString();
+    auto *data = new QMimeData;
+    if (asFile) {
+        data->setUrls({QUrl::fromLocalFile(path)});
+    } else {
+        const QImage image(path);
+        if (image.isNull())
+            qWarning().noquote() << "Unable to add file as image to clipboard" << path;
+        else
+            data->setImageData(image);
+    }
+    clipboard()->setMimeData(data, QClipboard::Clipboard);
+}
+
+} // namespace ClipboardOps

@@ -1,0 +1,39 @@
+#include "globalshortcuts.h"
+
+#include "qhotkey.h"
+#include "settings.h"
+#include "settingsevents.h"
+
+#include <QDebug>
+
+GlobalShortcuts::GlobalShortcuts(QObject *parent)
+    : QObject(parent), m_main(new QHotkey(this)), m_plainText(new QHotkey(this)),
+      m_pasteNext(new QHotkey(this))
+{
+    connect(m_main, &QHotkey::activated, this, &GlobalShortcuts::mainActivated);
+    connect(m_plainText, &QHotkey::activated, this, &GlobalShortcuts::plainTextActivated);
+    connect(m_pasteNext, &QHotkey::activated, this, &GlobalShortcuts::pasteNextActivated);
+    connect(SettingsEvents::instance(), &SettingsEvents::changed, this, &GlobalShortcuts::apply);
+    apply();
+}
+
+void GlobalShortcuts::apply()
+{
+    applyOne(m_main, SettingsKey::Shortcut);
+    applyOne(m_plainText, SettingsKey::ShortcutPlainText);
+    applyOne(m_pasteNext, SettingsKey::ShortcutPasteNext);
+}
+
+void GlobalShortcuts::applyOne(QHotkey *hotkey, const char *key)
+{
+    const QString text = Settings::value(QLatin1String(key)).toString();
+    if (text.isEmpty()) {
+        hotkey->setRegistered(false);
+        return;
+    }
+    const QKeySequence sequence = QKeySequence::fromString(text);
+    if (hotkey->isRegistered() && hotkey->shortcut() == sequence)
+        return;
+    if (!hotkey->setShortcut(sequence, true))
+        qWarning().noquote() << "Unable to register hotkey" << sequence.toString();
+}

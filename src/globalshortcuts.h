@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QObject>
+
+class QHotkey;
+
+// The program's own system-wide shortcuts, as the settings name them: open the paste window,
+// paste as plain text, paste the next history item. Applied again whenever settings change.
+class GlobalShortcuts final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit GlobalShortcuts(QObject *parent = nullptr);
+
+    void apply();
+
+    QHotkey *mainShortcut() const { return m_main; }
+    QHotkey *plainTextShortcut() const { return m_plainText; }
+    QHotkey *pasteNextShortcut() const { return m_pasteNext; }
+
+signals:
+    void mainActivated();
+    void plainTextActivated();
+    void pasteNextActivated();
+
+private:
+    static void applyOne(QHotkey *hotkey, const char *key);
+
+    QHotkey *m_main;
+    QHotkey *m_plainText;
+    QHotkey *m_pasteNext;
+};

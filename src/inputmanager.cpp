@@ -1,0 +1,110 @@
+#include "inputmanager.h"
+
+#include "platform.h"
+#include "platform/idesktop.h"
+#include "platform/virtualkeys.h"
+#include "settings.h"
+#include "settingsevents.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+
+InputManager *InputManager::instance()
+{
+    // Lives until the application object goes, like the desktop back end it listens to.
+    static InputManager *manager = new InputManager(Platform::desktop());
+    return manager;
+}
+
+InputManager::InputManager(IDesktop *desktop) : QObject(desktop), m_desktop(desktop)
+{
+    // Queued, so the hook returns at once and the word changes on a later turn of the loop.
+    connect(
+        this, &InputManager::keywordBreakerTyped, this, [this] { m_typedWord.clear(); },
+        Qt::QueuedConnection);
+    connect(
+        this, &InputManager::backspaceTyped, this, [this] { m_typedWord.chop(1); },
+        Qt::QueuedConnection);
+    connect(this, &InputManager::characterTyped, this, &InputManager::onCharacterTyped,
+            Qt::QueuedConnection);
+    connect(desktop, &IDesktop::keyPressed, this, &InputManager::classifyKey);
+    connect(desktop, &IDesktop::mouseButtonPressed, this, &InputManager::keywordBreakerTyped);
+    connect(SettingsEvents::instance(), &SettingsEvents::changed, this,
+            &InputManager::loadSettings);
+    loadSettings();
+}
+
+void InputManager::installHooks()
+{
+    installHook(IDesktop::KeyboardHook, "Keyboard hook registered successfully",
+                "Unable to create the keyboard hook");
+    installHook(IDesktop::MouseHook, "Mouse hook registered successfully",
+                "Unable to create the mouse hook");
+}
+
+bool InputManager::removeHooks()
+{
+    removeHook(IDesktop::KeyboardHook, "Keyboard hook unregistered successfully",
+               "Unable to unregister the keyboard hook");
+    removeHook(IDesktop::MouseHook, "Mouse hook unregistered successfully",
+               "Unable to unregister the mouse hook");
+    return !m_desktop->isHookInstalled(IDesktop::KeyboardHook);
+}
+
+void InputManager::installHook(int hook, const char *installed, const char *failed)
+{
+    const auto which = IDesktop::Hook(hook);
+    if (m_desktop->isHookInstalled(which))
+        return;
+    if (m_desktop->installHook(which))
+        qDebug() << installed;
+    else
+        qWarning() << failed;
+}
+
+void InputManager::removeHook(int hook, const char *removed, const char *failed)
+{
+    const auto which = IDesktop::Hook(hook);
+    if (!m_desktop->isHookInstalled(which))
+        return;
+    if (m_desktop->removeHook(which))
+        qDebug() << removed;
+    else
+        qWarning() << failed;
+}
+
+void InputManager::loadSettings()
+{
+    const QStringList noExpand = Settings::value(SettingsKey::NoExpandApplications).toStringList();
+    m_noExpandApplications = QSet<QString>(noExpand.cbegin(), noExpand.cend());
+    // Keywords never expand inside the program's own windows.
+    m_noExpandApplications << QStringLiteral("Velmorin.exe") << QStringLiteral("Velmorin");
+    m_delayedApplications = Settings::value(SettingsKey::DelayedApplications).toMap();
+    m_requireSpace = Settings::value(SettingsKey::RequireSpace).toBool();
+}
+
+void InputManager::classifyKey(quint32 virtualKey, const QString &text)
+{
+    if (VirtualKey::isNavigation(virtualKey)) {
+        emit keywordBreakerTyped();
+        return;
+    }
+    for (const QChar character : text) {
+        if (character == QChar(0x08))
+            emit backspaceTyped();
+        else if (!character.isPrint())
+            emit keywordBreakerTyped();
+        else if (m_requireSpace || !character.isSpace())
+            emit characterTyped(character);
+        else
+            emit keywordBreakerTyped();
+    }
+}
+
+void InputManager::onCharacterTyped(QChar character)
+{
+    // With RequireSpace the space is what asks for the match, not part of the word.
+    if (m_requireSpace && character.isSpace())
+        return;
+    m_typedWord.append(character);
+}

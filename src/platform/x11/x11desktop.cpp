@@ -1,0 +1,340 @@
+#include "x11desktop.h"
+
+#include "../virtualkeys.h"
+#include "x11inputobserver.h"
+#include "x11keycodes.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QDebug>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QUrl>
+#include <QVector>
+
+#include <X11/XKBlib.h>
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
+
+IDesktop *createDesktop(QObject *parent)
+{
+    return new X11Desktop(parent);
+}
+
+namespace {
+
+// A window may vanish between the question and the answer; that is no reason to end the
+// program, which is what Xlib's default handler does.
+int ignoreXError(Display *, XErrorEvent *)
+{
+    return 0;
+}
+
+QVector<unsigned long> cardinals(Display *display, Window window, const char *property,
+                                 long maxLength = 1)
+{
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long remaining = 0;
+    unsigned char *data = nullptr;
+    const Atom name = XInternAtom(display, property, False);
+    QVector<unsigned long> values;
+    if (XGetWindowProperty(display, window, name, 0, maxLength, False, AnyPropertyType, &type,
+                           &format, &count, &remaining, &data) == Success &&
+        data && format == 32) {
+        // Xlib hands 32-bit items out as longs.
+        const auto *items = reinterpret_cast<const unsigned long *>(data);
+        values = QVector<unsigned long>(items, items + count);
+    }
+    if (data)
+        XFree(data);
+    return values;
+}
+
+// The window itself or its nearest ancestor that carries the property.
+Window withProperty(Display *display, Window window, const char *property)
+{
+    const Window root = DefaultRootWindow(display);
+    while (window && window != root) {
+        if (!cardinals(display, window, property).isEmpty())
+            return window;
+        Window rootReturn = 0;
+        Window parent = 0;
+        Window *children = nullptr;
+        unsigned int count = 0;
+        if (!XQueryTree(display, window, &rootReturn, &parent, &children, &count))
+            return 0;
+        if (children)
+            XFree(children);
+        window = parent;
+    }
+    return 0;
+}
+
+quint32 keysymOf(char16_t character)
+{
+    switch (character) {
+    case u'\b':
+        return XK_BackSpace;
+    case u'\t':
+        return XK_Tab;
+    case u'\n':
+    case u'\r':
+        return XK_Return;
+    case 0x1B:
+        return XK_Escape;
+    default:
+        break;
+    }
+    if ((character >= 0x20 && character <= 0x7E) || (character >= 0xA0 && character <= 0xFF))
+        return character;
+    return 0x01000000 | character;
+}
+
+QImage largestIcon(const QVector<unsigned long> &data)
+{
+    // _NET_WM_ICON: width, height and the ARGB pixels, for each size the window offers.
+    qsizetype best = -1;
+    unsigned long bestArea = 0;
+    for (qsizetype at = 0; at + 2 <= data.size();) {
+        const unsigned long width = data[at];
+        const unsigned long height = data[at + 1];
+        const unsigned long area = width * height;
+        if (width == 0 || height == 0 || width > 4096 || height > 4096 ||
+            qsizetype(area) > data.size() - at - 2)
+            break;
+        if (area > bestArea) {
+            best = at;
+            bestArea = area;
+        }
+        at += 2 + qsizetype(area);
+    }
+    if (best < 0)
+        return {};
+    QImage icon(int(data[best]), int(data[best + 1]), QImage::Format_ARGB32);
+    const unsigned long *pixels = data.constData() + best + 2;
+    for (int y = 0; y < icon.height(); ++y) {
+        auto *line = reinterpret_cast<quint32 *>(icon.scanLine(y));
+        for (int x = 0; x < icon.width(); ++x)
+            line[x] = quint32(*pixels++);
+    }
+    return icon;
+}
+
+QVariant unwrapped(QVariant value)
+{
+    while (value.canConvert<QDBusVariant>() && value.userType() == qMetaTypeId<QDBusVariant>())
+        value = qvariant_cast<QDBusVariant>(value).variant();
+    return value;
+}
+
+} // namespace
+
+X11Desktop::X11Desktop(QObject *parent) : IDesktop(parent)
+{
+    XSetErrorHandler(ignoreXError);
+    m_display = XOpenDisplay(nullptr);
+    if (!m_display) {
+        qWarning() << "Unable to open the X display: typed keys, synthetic keys and the "
+                      "foreground application are not available";
+        return;
+    }
+    m_observer = new X11InputObserver(m_display, this);
+    connect(m_observer, &X11InputObserver::keyPressed, this, &IDesktop::keyPressed);
+    connect(m_observer, &X11InputObserver::mouseButtonPressed, this, &IDesktop::mouseButtonPressed);
+}
+
+X11Desktop::~X11Desktop()
+{
+    delete m_observer;
+    if (m_display)
+        XCloseDisplay(m_display);
+}
+
+bool X11Desktop::isHookInstalled(Hook hook) const
+{
+    if (!m_observer)
+        return false;
+    return hook == KeyboardHook ? m_observer->observesKeyboard() : m_observer->observesMouse();
+}
+
+bool X11Desktop::installHook(Hook hook)
+{
+    if (!m_observer || !m_observer->isValid())
+        return false;
+    return hook == KeyboardHook ? m_observer->setObservesKeyboard(true)
+                                : m_observer->setObservesMouse(true);
+}
+
+bool X11Desktop::removeHook(Hook hook)
+{
+    if (!m_observer)
+        return true;
+    return hook == KeyboardHook ? m_observer->setObservesKeyboard(false)
+                                : m_observer->setObservesMouse(false);
+}
+
+void X11Desktop::keyEvent(quint8 virtualKey, quint8, quint32 flags)
+{
+    const quint32 keycode = X11Keycodes::keycode(virtualKey);
+    if (!m_display || !keycode)
+        return;
+    XTestFakeKeyEvent(m_display, keycode, (flags & KeyEventFlag::KeyUp) ? False : True,
+                      CurrentTime);
+    XFlush(m_display);
+}
+
+quint32 X11Desktop::scanCode(quint32 virtualKey)
+{
+    const quint32 keycode = X11Keycodes::keycode(virtualKey & 0xFF);
+    return keycode >= 8 ? keycode - 8 : 0; // the evdev scan code
+}
+
+qint16 X11Desktop::keyScan(char16_t character)
+{
+    if (!m_display)
+        return -1;
+    const KeySym keysym = keysymOf(character);
+    const KeyCode keycode = XKeysymToKeycode(m_display, keysym);
+    const quint32 virtualKey = X11Keycodes::virtualKey(keycode);
+    if (!keycode || !virtualKey)
+        return -1;
+    for (int level = 0; level < 2; ++level) {
+        if (XkbKeycodeToKeysym(m_display, keycode, 0, level) == keysym)
+            return qint16(virtualKey | (level ? quint32(KeyScanBit::Shift) : 0));
+    }
+    return -1; // only on a level that needs AltGr, which the key logic cannot press here
+}
+
+Qt::KeyboardModifiers X11Desktop::heldModifiers() const
+{
+    if (!m_display)
+        return Qt::NoModifier;
+    Window root = 0;
+    Window child = 0;
+    int rootX = 0;
+    int rootY = 0;
+    int x = 0;
+    int y = 0;
+    unsigned int mask = 0;
+    XQueryPointer(m_display, DefaultRootWindow(m_display), &root, &child, &rootX, &rootY, &x, &y,
+                  &mask);
+    Qt::KeyboardModifiers modifiers;
+    modifiers.setFlag(Qt::ShiftModifier, mask & ShiftMask);
+    modifiers.setFlag(Qt::ControlModifier, mask & ControlMask);
+    modifiers.setFlag(Qt::AltModifier, mask & Mod1Mask);
+    modifiers.setFlag(Qt::MetaModifier, mask & Mod4Mask);
+    return modifiers;
+}
+
+unsigned long X11Desktop::foregroundWindow() const
+{
+    const Window root = DefaultRootWindow(m_display);
+    const QVector<unsigned long> active = cardinals(m_display, root, "_NET_ACTIVE_WINDOW");
+    if (!active.isEmpty() && active.first())
+        return active.first();
+    // No window manager: the window with the keyboard focus.
+    Window focus = 0;
+    int revert = 0;
+    XGetInputFocus(m_display, &focus, &revert);
+    return focus == PointerRoot ? 0 : focus;
+}
+
+QString X11Desktop::foregroundApplicationName()
+{
+    if (!m_display)
+        return {};
+    const Window window = withProperty(m_display, foregroundWindow(), "_NET_WM_PID");
+    const QVector<unsigned long> pid = cardinals(m_display, window, "_NET_WM_PID");
+    if (pid.isEmpty())
+        return {};
+    QString name =
+        QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(pid.first()))).fileName();
+    // The program was replaced on disk while it runs.
+    name.remove(QLatin1String(" (deleted)"));
+    return name;
+}
+
+QImage X11Desktop::foregroundApplicationIcon()
+{
+    if (!m_display)
+        return {};
+    const Window window = withProperty(m_display, foregroundWindow(), "_NET_WM_ICON");
+    if (!window)
+        return {};
+    return largestIcon(cardinals(m_display, window, "_NET_WM_ICON", 1 << 22));
+}
+
+void X11Desktop::showInFileManager(const QString &path)
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.FileManager1"),
+        QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+    call << QStringList{QUrl::fromLocalFile(path).toString()} << QString();
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (bus.isConnected() &&
+        bus.call(call, QDBus::Block, 2000).type() == QDBusMessage::ReplyMessage)
+        return;
+    // No file manager that selects files: open the folder instead.
+    QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(path).absolutePath()));
+}
+
+void X11Desktop::applyStartWithSystem(bool enabled)
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                           QStringLiteral("/autostart");
+    const QString path = folder + QStringLiteral("/velmorin.desktop");
+    if (!enabled) {
+        if (QFile::exists(path) && !QFile::remove(path))
+            qWarning() << "Unable to remove the autostart entry" << path;
+        return;
+    }
+    QDir().mkpath(folder);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        qWarning() << "Unable to write the autostart entry" << path;
+        return;
+    }
+    const QString entry =
+        QStringLiteral("[Desktop Entry]\n"
+                       "Type=Application\n"
+                       "Name=%1\n"
+                       "Exec=\"%2\"\n"
+                       "Icon=velmorin\n"
+                       "Terminal=false\n"
+                       "X-GNOME-Autostart-enabled=true\n")
+            .arg(QCoreApplication::applicationName(), QCoreApplication::applicationFilePath());
+    file.write(entry.toUtf8());
+    if (!file.commit())
+        qWarning() << "Unable to write the autostart entry" << path;
+}
+
+bool X11Desktop::isDarkTheme()
+{
+    // The desktop portal's colour scheme: 1 is "prefer dark".
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.portal.Desktop"),
+        QStringLiteral("/org/freedesktop/portal/desktop"),
+        QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
+    call << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (bus.isConnected()) {
+        const QDBusMessage reply = bus.call(call, QDBus::Block, 500);
+        if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty())
+            return unwrapped(reply.arguments().first()).toUInt() == 1;
+    }
+    // GTK desktops without the portal name the theme, "Adwaita:dark" for instance.
+    const QString theme = qEnvironmentVariable("GTK_THEME");
+    return theme.endsWith(QLatin1String(":dark"), Qt::CaseInsensitive) ||
+           theme.endsWith(QLatin1String("-dark"), Qt::CaseInsensitive);
+}

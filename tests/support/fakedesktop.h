@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/idesktop.h"
+
+#include <QList>
+
+// A desktop that records the synthetic key events sent to it and types with a US layout.
+class FakeDesktop final : public IDesktop
+{
+    Q_OBJECT
+
+public:
+    struct KeyEvent
+    {
+        quint8 virtualKey;
+        quint8 scanCode;
+        quint32 flags;
+        bool operator==(const KeyEvent &other) const
+        {
+            return virtualKey == other.virtualKey && scanCode == other.scanCode &&
+                   flags == other.flags;
+        }
+    };
+
+    using IDesktop::IDesktop;
+
+    // A readable form of the recorded events: "+Ctrl +V -Ctrl -V".
+    QString keyLog() const;
+    static quint8 scanOf(quint32 virtualKey) { return quint8((virtualKey * 7) & 0x7F); }
+
+    bool isHookInstalled(Hook hook) const override { return hooks[hook]; }
+    bool installHook(Hook hook) override;
+    bool removeHook(Hook hook) override;
+    void keyEvent(quint8 virtualKey, quint8 scanCode, quint32 flags) override;
+    quint32 scanCode(quint32 virtualKey) override { return scanOf(virtualKey); }
+    qint16 keyScan(char16_t character) override;
+    Qt::KeyboardModifiers heldModifiers() const override { return held; }
+    QString foregroundApplicationName() override { return foregroundName; }
+    QImage foregroundApplicationIcon() override { return foregroundIcon; }
+    void showInFileManager(const QString &path) override { shownPaths << path; }
+    void applyStartWithSystem(bool enabled) override { startWithSystem = enabled; }
+    bool isDarkTheme() override { return false; }
+    QString name() const override { return QStringLiteral("Fake"); }
+
+    QList<KeyEvent> events;
+    bool hooks[2] = {false, false};
+    bool refuseHooks = false;
+    Qt::KeyboardModifiers held;
+    QString foregroundName;
+    QImage foregroundIcon;
+    QStringList shownPaths;
+    bool startWithSystem = false;
+};

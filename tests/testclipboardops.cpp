@@ -1,0 +1,212 @@
+// Clipboard placement and pasting over a fake desktop and the real (offscreen) clipboard.
+#include "clipboardops.h"
+#include "clipping.h"
+#include "htmlcleanup.h"
+#include "platform.h"
+#include "support/fakedesktop.h"
+#include "support/testprofile.h"
+
+#include <QClipboard>
+#include <QDir>
+#include <QGuiApplication>
+#include <QImage>
+#include <QMimeData>
+#include <QStandardItemModel>
+#include <QTest>
+
+class TestClipboardOps : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void pasteReleasesHeldModifiersAndPressesThemAgain();
+    void secondDelayedPasteIsRefused();
+    void delayedPasteWithCursorMovesAfterThePaste();
+    void moveCursorSelectsBackwards();
+    void pastePlainTextRestoresTheClipboard();
+    void copyOfClipboardKeepsEveryFormat();
+    void clippingTextWithCleanedHtml();
+    void clippingImageAsImageOrFile();
+    void htmlCleanup_data();
+    void htmlCleanup();
+    void iconsAreScaledTo64();
+
+private:
+    QClipboard *clipboard() const { return QGuiApplication::clipboard(); }
+
+    TestProfile m_profile;
+    FakeDesktop *m_desktop = nullptr;
+    QStandardItemModel m_model;
+};
+
+void TestClipboardOps::initTestCase()
+{
+    m_profile.useInThisProcess();
+    m_desktop = new FakeDesktop(this);
+    Platform::setDesktop(m_desktop);
+}
+
+void TestClipboardOps::init()
+{
+    m_desktop->events.clear();
+    m_desktop->held = Qt::NoModifier;
+    m_model.clear();
+}
+
+void TestClipboardOps::pasteReleasesHeldModifiersAndPressesThemAgain()
+{
+    m_desktop->held = Qt::ControlModifier | Qt::ShiftModifier;
+    ClipboardOps::paste();
+    QCOMPARE(m_desktop->keyLog(), QStringLiteral("-Shift -Ctrl +Ctrl +V -Ctrl -V"));
+    QTest::qWait(50);
+    QCOMPARE(m_desktop->events.size(), 6);
+    QTRY_COMPARE(m_desktop->keyLog(),
+                 QStringLiteral("-Shift -Ctrl +Ctrl +V -Ctrl -V +Shift +Ctrl"));
+}
+
+void TestClipboardOps::secondDelayedPasteIsRefused()
+{
+    ClipboardOps::delayedPaste();
+    QTest::ignoreMessage(QtWarningMsg, "Delayed paste operation is already ongoing. Ignoring "
+                                       "the second paste command.");
+    ClipboardOps::delayedPaste();
+    QTest::qWait(100);
+    QVERIFY(m_desktop->events.isEmpty()); // nothing before the 200 ms are up
+    QTRY_COMPARE(m_desktop->keyLog(), QStringLiteral("+Ctrl +V -Ctrl -V"));
+    QTest::qWait(250);
+    QCOMPARE(m_desktop->events.size(), 4);
+    // Once the first has pasted, the next request is taken again.
+    ClipboardOps::delayedPaste();
+    QTRY_COMPARE(m_desktop->events.size(), 8);
+}
+
+void TestClipboardOps::delayedPasteWithCursorMovesAfterThePaste()
+{
+    ClipboardOps::delayedPasteWithCursor({1, 1});
+    QTRY_COMPARE(m_desktop->keyLog(),
+                 QStringLiteral("+Ctrl +V -Ctrl -V +Left -Left +Shift +Left -Shift -Left"));
+}
+
+void TestClipboardOps::moveCursorSelectsBackwards()
+{
+    ClipboardOps::moveCursor({-1, 4});
+    QVERIFY(m_desktop->events.isEmpty());
+    ClipboardOps::moveCursor({3, 2});
+    QCOMPARE(m_desktop->keyLog(), QStringLiteral("+Left -Left +Left -Left +Left -Left "
+                                                 "+Shift +Left -Shift -Left "
+                                                 "+Shift +Left -Shift -Left"));
+}
+
+void TestClipboardOps::pastePlainTextRestoresTheClipboard()
+{
+    auto *rich = new QMimeData;
+    rich->setText(QStringLiteral("bold words"));
+    rich->setHtml(QStringLiteral("<b>bold</b> words"));
+    clipboard()->setMimeData(rich);
+
+    ClipboardOps::pastePlainText();
+    QVERIFY(!clipboard()->mimeData()->hasHtml());
+    QCOMPARE(clipboard()->text(), QStringLiteral("bold words"));
+    QCOMPARE(m_desktop->keyLog(), QStringLiteral("+Ctrl +V -Ctrl -V"));
+    QTRY_VERIFY(clipboard()->mimeData()->hasHtml());
+    QCOMPARE(clipboard()->mimeData()->html(), QStringLiteral("<b>bold</b> words"));
+}
+
+void TestClipboardOps::copyOfClipboardKeepsEveryFormat()
+{
+    auto *data = new QMimeData;
+    data->setText(QStringLiteral("text"));
+    data->setData(QStringLiteral("application/x-private"), QByteArray("\x00\x01\x02", 3));
+    QImage image(8, 4, QImage::Format_ARGB32);
+    image.fill(Qt::red);
+    data->setImageData(image);
+    clipboard()->setMimeData(data);
+
+    std::unique_ptr<QMimeData> copy(ClipboardOps::copyOfClipboard());
+    QCOMPARE(copy->text(), QStringLiteral("text"));
+    QCOMPARE(copy->data(QStringLiteral("application/x-private")), QByteArray("\x00\x01\x02", 3));
+    QVERIFY(copy->hasImage());
+    QCOMPARE(qvariant_cast<QImage>(copy->imageData()).size(), QSize(8, 4));
+}
+
+void TestClipboardOps::clippingTextWithCleanedHtml()
+{
+    auto *item =
+        Clipping::newTextItem(QStringLiteral("Title body"),
+                              QStringLiteral("<h1 id=\"t\">Title</h1><p style=\"x\">body</p>"), {},
+                              QStringLiteral("app"), QDateTime::currentDateTime());
+    m_model.appendRow(item);
+    ClipboardOps::putClippingText(item->index(), ClipboardOps::WithFormatting);
+    QCOMPARE(clipboard()->text(), QStringLiteral("Title body"));
+    QCOMPARE(clipboard()->mimeData()->html(), QStringLiteral("Title<p>body</p>"));
+
+    ClipboardOps::putClippingText(item->index(), ClipboardOps::PlainText);
+    QVERIFY(!clipboard()->mimeData()->hasHtml());
+
+    // A text without HTML gets no empty HTML part, which rich editors would paste instead.
+    auto *plain = Clipping::newTextItem(QStringLiteral("plain"), QString(), {},
+                                        QStringLiteral("app"), QDateTime::currentDateTime());
+    m_model.appendRow(plain);
+    ClipboardOps::putClippingText(plain->index(), ClipboardOps::WithFormatting);
+    QVERIFY(!clipboard()->mimeData()->hasHtml());
+    QCOMPARE(clipboard()->text(), QStringLiteral("plain"));
+}
+
+void TestClipboardOps::clippingImageAsImageOrFile()
+{
+    QImage image(20, 10, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    auto *item = Clipping::newImageItem(QUrl(), image, {}, QStringLiteral("app"),
+                                        QDateTime::currentDateTime());
+    m_model.appendRow(item);
+    const QString folder = Clipping::imageFolder(item->data(Clipping::IdRole).toUuid());
+    const QString path = folder + QDir::separator() + item->data(Clipping::FilenameRole).toString();
+
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        qPrintable(QStringLiteral("Unable to add file as image to clipboard ") + path));
+    ClipboardOps::putClippingImage(item->index(), false);
+    QVERIFY(!clipboard()->mimeData()->hasImage());
+
+    QVERIFY(QDir().mkpath(folder));
+    QVERIFY(image.save(path));
+    ClipboardOps::putClippingImage(item->index(), false);
+    QCOMPARE(clipboard()->image().size(), QSize(20, 10));
+    ClipboardOps::putClippingImage(item->index(), true);
+    QCOMPARE(clipboard()->mimeData()->urls(), QList<QUrl>{QUrl::fromLocalFile(path)});
+}
+
+void TestClipboardOps::htmlCleanup_data()
+{
+    QTest::addColumn<QString>("html");
+    QTest::addColumn<QString>("cleaned");
+    QTest::newRow("ids and styles") << "<p id='a' style=\"color: red\" class=\"k\">x</p>"
+                                    << "<p class=\"k\">x</p>";
+    QTest::newRow("headings keep their words") << "<H2 class=\"t\">Head</H2><p>x</p>"
+                                               << "Head<p>x</p>";
+    QTest::newRow("words that look like attributes stay") << "<p>id=3 style=bold</p>"
+                                                          << "<p>id=3 style=bold</p>";
+    QTest::newRow("other tags starting with h") << "<hr><header>x</header>"
+                                                << "<hr><header>x</header>";
+}
+
+void TestClipboardOps::htmlCleanup()
+{
+    QFETCH(QString, html);
+    QFETCH(QString, cleaned);
+    QCOMPARE(HtmlCleanup::clean(html), cleaned);
+}
+
+void TestClipboardOps::iconsAreScaledTo64()
+{
+    QCOMPARE(Platform::iconForHistory(QImage(256, 256, QImage::Format_ARGB32)).size(),
+             QSize(64, 64));
+    QCOMPARE(Platform::iconForHistory(QImage(100, 20, QImage::Format_ARGB32)).size(),
+             QSize(64, 64));
+    QCOMPARE(Platform::iconForHistory(QImage(32, 32, QImage::Format_ARGB32)).size(), QSize(32, 32));
+}
+
+QTEST_MAIN(TestClipboardOps)
+#include "testclipboardops.moc"

@@ -1,0 +1,245 @@
+// Global shortcuts: the Windows key table, the shared registrations of the registry (over a
+// fake system service), the one-combination editor and the program's own shortcuts.
+#include "customkeysequenceedit.h"
+#include "globalshortcuts.h"
+#include "qhotkey.h"
+#include "qhotkeyprivate.h"
+#include "settings.h"
+#include "settingsevents.h"
+#include "support/testprofile.h"
+#include "win/winkeymap.h"
+
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+// The system's global-shortcut service: keeps what is registered, refuses what it is told to.
+class FakeHotkeyService final : public QHotkeyPrivate
+{
+public:
+    QList<QHotkey::NativeShortcut> registered;
+    QList<quint32> refusedKeys;
+    int registerCalls = 0;
+
+    void press(quint32 key, quint32 modifiers) { activateShortcut({key, modifiers}); }
+    bool nativeEventFilter(const QByteArray &, void *, qintptr *) override { return false; }
+
+protected:
+    quint32 nativeKeycode(Qt::Key key, bool &ok) override
+    {
+        ok = key != Qt::Key_unknown && key < Qt::Key_Escape;
+        return quint32(key);
+    }
+    quint32 nativeModifiers(Qt::KeyboardModifiers modifiers, bool &ok) override
+    {
+        ok = true;
+        return WinKeyMap::modifiers(modifiers);
+    }
+    bool registerShortcut(QHotkey::NativeShortcut shortcut, QString &error) override
+    {
+        ++registerCalls;
+        if (refusedKeys.contains(shortcut.key)) {
+            error = QStringLiteral("Hot key is already registered.");
+            return false;
+        }
+        registered.append(shortcut);
+        return true;
+    }
+    bool unregisterShortcut(QHotkey::NativeShortcut shortcut, QString &) override
+    {
+        return registered.removeOne(shortcut);
+    }
+};
+
+// A US layout for VkKeyScanW: letters and digits, nothing else.
+short usKeyScan(wchar_t character)
+{
+    if (character >= 'A' && character <= 'Z')
+        return short(character);
+    if (character >= '0' && character <= '9')
+        return short(character);
+    return -1;
+}
+
+} // namespace
+
+class TestHotkey : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void windowsKeyTable_data();
+    void windowsKeyTable();
+    void windowsIdentifier();
+    void onlyTheFirstCombinationIsUsed();
+    void sameCombinationSharesOneRegistration();
+    void refusedRegistrationIsLoggedAndNotRegistered();
+    void unmappableKeyIsLogged();
+    void editorKeepsOneCombination();
+    void applicationShortcutsFollowTheSettings();
+
+private:
+    TestProfile m_profile;
+    FakeHotkeyService *m_service = nullptr;
+};
+
+void TestHotkey::initTestCase()
+{
+    m_profile.useInThisProcess();
+    m_service = new FakeHotkeyService;
+    QHotkeyPrivate::setInstance(m_service);
+}
+
+void TestHotkey::cleanupTestCase()
+{
+    delete m_service;
+}
+
+void TestHotkey::windowsKeyTable_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("mapped");
+    QTest::addColumn<quint32>("virtualKey");
+    QTest::newRow("letter") << int(Qt::Key_V) << true << quint32(0x56);
+    QTest::newRow("period without a key: keypad decimal")
+        << int(Qt::Key_Period) << true << quint32(110);
+    QTest::newRow("other character without a key: low byte")
+        << int(Qt::Key_Eacute) << true << quint32(0xC9);
+    QTest::newRow("F1") << int(Qt::Key_F1) << true << quint32(112);
+    QTest::newRow("F24") << int(Qt::Key_F24) << true << quint32(135);
+    QTest::newRow("Backtab") << int(Qt::Key_Backtab) << true << quint32(9);
+    QTest::newRow("Print") << int(Qt::Key_Print) << true << quint32(42);
+    QTest::newRow("MediaNext") << int(Qt::Key_MediaNext) << true << quint32(176);
+    QTest::newRow("Play") << int(Qt::Key_Play) << true << quint32(250);
+    QTest::newRow("F25 has no key") << int(Qt::Key_F25) << false << quint32(0);
+    QTest::newRow("Calculator has no key") << int(Qt::Key_Calculator) << false << quint32(0);
+}
+
+void TestHotkey::windowsKeyTable()
+{
+    QFETCH(int, key);
+    QFETCH(bool, mapped);
+    QFETCH(quint32, virtualKey);
+    bool ok = false;
+    const quint32 result = WinKeyMap::virtualKey(Qt::Key(key), usKeyScan, ok);
+    QCOMPARE(ok, mapped);
+    if (mapped)
+        QCOMPARE(result, virtualKey);
+}
+
+void TestHotkey::windowsIdentifier()
+{
+    const quint32 modifiers =
+        WinKeyMap::modifiers(Qt::ControlModifier | Qt::ShiftModifier | Qt::KeypadModifier);
+    QCOMPARE(modifiers, 6u);
+    QCOMPARE(WinKeyMap::hotkeyId(0x56, modifiers), 0x7656);
+    QCOMPARE(WinKeyMap::modifiers(Qt::AltModifier | Qt::MetaModifier), 9u);
+    // Every identifier stays in the range the program keeps for itself.
+    QCOMPARE(WinKeyMap::hotkeyId(0xFF, 15), 0x7000 | ((15 << 8 ^ 0xFF) & 0xFFF));
+}
+
+void TestHotkey::onlyTheFirstCombinationIsUsed()
+{
+    QTest::ignoreMessage(QtWarningMsg, "Keysequences with multiple shortcuts are not allowed! "
+                                       "Only the first shortcut will be used!");
+    QHotkey hotkey(QKeySequence(QStringLiteral("Ctrl+A, Ctrl+B")), true);
+    QVERIFY(hotkey.isRegistered());
+    QCOMPARE(hotkey.shortcut(), QKeySequence(QStringLiteral("Ctrl+A")));
+    QCOMPARE(m_service->registered.size(), 1);
+    QCOMPARE(m_service->registered.first().key, quint32(Qt::Key_A));
+}
+
+void TestHotkey::sameCombinationSharesOneRegistration()
+{
+    const int calls = m_service->registerCalls;
+    auto *first = new QHotkey(QKeySequence(QStringLiteral("Ctrl+Shift+V")), true);
+    QHotkey second(QKeySequence(QStringLiteral("Ctrl+Shift+V")), true);
+    QCOMPARE(m_service->registerCalls, calls + 1);
+    QCOMPARE(m_service->registrationCount(), 1);
+
+    QSignalSpy activated(&second, &QHotkey::activated);
+    QSignalSpy firstActivated(first, &QHotkey::activated);
+    m_service->press(quint32(Qt::Key_V), 6);
+    QCOMPARE(activated.count(), 1);
+    QCOMPARE(firstActivated.count(), 1);
+
+    delete first; // the other object still holds the combination
+    QCOMPARE(m_service->registered.size(), 1);
+    m_service->press(quint32(Qt::Key_V), 6);
+    QCOMPARE(activated.count(), 2);
+    QVERIFY(second.setRegistered(false));
+    QVERIFY(m_service->registered.isEmpty());
+    m_service->press(quint32(Qt::Key_V), 6);
+    QCOMPARE(activated.count(), 2);
+}
+
+void TestHotkey::refusedRegistrationIsLoggedAndNotRegistered()
+{
+    m_service->refusedKeys = {quint32(Qt::Key_K)};
+    QTest::ignoreMessage(QtWarningMsg, "Failed to register hotkey. Error: Hot key is already "
+                                       "registered.");
+    QHotkey hotkey(QKeySequence(QStringLiteral("Ctrl+K")), true);
+    QVERIFY(!hotkey.isRegistered());
+    m_service->refusedKeys.clear();
+}
+
+void TestHotkey::unmappableKeyIsLogged()
+{
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        QRegularExpression(QStringLiteral("^Unable to map shortcut to native keys. Key: .*Escape.* "
+                                          "Modifiers: .*")));
+    QHotkey hotkey;
+    QVERIFY(!hotkey.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Escape), true));
+    QVERIFY(!hotkey.isRegistered());
+    QVERIFY(hotkey.shortcut().isEmpty());
+}
+
+void TestHotkey::editorKeepsOneCombination()
+{
+    CustomKeySequenceEdit edit;
+    edit.show();
+    QTest::keyClick(&edit, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&edit, Qt::Key_B, Qt::ControlModifier);
+    QCOMPARE(edit.keySequence().count(), 1);
+    QCOMPARE(edit.keySequence(), QKeySequence(QStringLiteral("Ctrl+A")));
+}
+
+void TestHotkey::applicationShortcutsFollowTheSettings()
+{
+    QSettings settings;
+    settings.setValue(SettingsKey::Shortcut, QStringLiteral("CTRL+SHIFT+V"));
+    settings.setValue(SettingsKey::ShortcutPlainText, QString());
+    settings.setValue(SettingsKey::ShortcutPasteNext, QStringLiteral("Ctrl+Alt+N"));
+    GlobalShortcuts shortcuts;
+    QVERIFY(shortcuts.mainShortcut()->isRegistered());
+    QVERIFY(!shortcuts.plainTextShortcut()->isRegistered());
+    QVERIFY(shortcuts.pasteNextShortcut()->isRegistered());
+    QSignalSpy main(&shortcuts, &GlobalShortcuts::mainActivated);
+    m_service->press(quint32(Qt::Key_V), 6);
+    QCOMPARE(main.count(), 1);
+
+    settings.setValue(SettingsKey::Shortcut, QStringLiteral("Ctrl+Shift+Y"));
+    settings.setValue(SettingsKey::ShortcutPasteNext, QString());
+    m_service->refusedKeys = {quint32(Qt::Key_P)};
+    settings.setValue(SettingsKey::ShortcutPlainText, QStringLiteral("Ctrl+P"));
+    QTest::ignoreMessage(QtWarningMsg, "Failed to register hotkey. Error: Hot key is already "
+                                       "registered.");
+    QTest::ignoreMessage(QtWarningMsg, "Unable to register hotkey Ctrl+P");
+    SettingsEvents::instance()->notifyChanged();
+    m_service->refusedKeys.clear();
+    QCOMPARE(shortcuts.mainShortcut()->shortcut(), QKeySequence(QStringLiteral("Ctrl+Shift+Y")));
+    QVERIFY(!shortcuts.pasteNextShortcut()->isRegistered());
+    QVERIFY(!shortcuts.plainTextShortcut()->isRegistered());
+    m_service->press(quint32(Qt::Key_V), 6);
+    QCOMPARE(main.count(), 1);
+    m_service->press(quint32(Qt::Key_Y), 6);
+    QCOMPARE(main.count(), 2);
+}
+
+QTEST_MAIN(TestHotkey)
+#include "testhotkey.moc"

@@ -1,0 +1,229 @@
+// The platform-free key logic over a fake desktop: what typed keys do to the word, hook
+// installation, and the synthetic key sequences.
+#include "inputmanager.h"
+#include "keysender.h"
+#include "platform.h"
+#include "platform/virtualkeys.h"
+#include "settings.h"
+#include "settingsevents.h"
+#include "support/fakedesktop.h"
+#include "support/testprofile.h"
+
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTest>
+
+class TestInputManager : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void wordBreaksAndCharacters_data();
+    void wordBreaksAndCharacters();
+    void requireSpaceKeepsTheSpace();
+    void bufferChangesOnALaterTurn();
+    void mouseButtonsBreakTheWord();
+    void hooksAreInstalledOnceAndLogged();
+    void settingsAreReadAgainWhenChanged();
+    void sendKeyOrderAndFlags();
+    void tapCharacterAddsTheModifiersItNeeds();
+    void typeTextGoesByteByByte();
+
+private:
+    void type(quint32 virtualKey, const QString &text);
+
+    TestProfile m_profile;
+    FakeDesktop *m_desktop = nullptr;
+    InputManager *m_input = nullptr;
+};
+
+void TestInputManager::initTestCase()
+{
+    m_profile.useInThisProcess();
+    m_desktop = new FakeDesktop(this);
+    Platform::setDesktop(m_desktop);
+    m_input = InputManager::instance();
+}
+
+void TestInputManager::init()
+{
+    QSettings().setValue(SettingsKey::RequireSpace, false);
+    m_input->loadSettings();
+    m_desktop->events.clear();
+    emit m_input->keywordBreakerTyped();
+    QCoreApplication::processEvents();
+}
+
+void TestInputManager::type(quint32 virtualKey, const QString &text)
+{
+    emit m_desktop->keyPressed(virtualKey, text);
+    QCoreApplication::processEvents();
+}
+
+void TestInputManager::wordBreaksAndCharacters_data()
+{
+    QTest::addColumn<quint32>("virtualKey");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("word"); // after typing "ab" and then this key
+
+    QTest::newRow("letter") << quint32('C') << "c"
+                            << "abc";
+    QTest::newRow("shifted letter") << quint32('C') << "C"
+                                    << "abC";
+    QTest::newRow("accented letter from a dead key") << quint32('E') << "\u00e9"
+                                                     << "ab\u00e9";
+    QTest::newRow("dead key alone") << quint32(0xDE) << ""
+                                    << "ab";
+    QTest::newRow("F1 types nothing") << VirtualKey::F1 << ""
+                                      << "ab";
+    QTest::newRow("backspace") << VirtualKey::Backspace << "\b"
+                               << "a";
+    QTest::newRow("space") << VirtualKey::Space << " "
+                           << "";
+    QTest::newRow("enter") << VirtualKey::Return << "\r"
+                           << "";
+    QTest::newRow("tab") << VirtualKey::Tab << "\t"
+                         << "";
+    QTest::newRow("escape") << VirtualKey::Escape << "\x1b"
+                            << "";
+    QTest::newRow("control character") << quint32('C') << "\x03"
+                                       << "";
+    for (const quint32 key : {VirtualKey::Left, VirtualKey::Right, VirtualKey::Up, VirtualKey::Down,
+                              VirtualKey::Home, VirtualKey::End, VirtualKey::PageUp,
+                              VirtualKey::PageDown, VirtualKey::Insert, VirtualKey::Delete}) {
+        QTest::newRow(qPrintable(QStringLiteral("navigation 0x%1").arg(key, 0, 16))) << key << ""
+                                                                                     << "";
+    }
+    // Navigation breaks the word even if a layout gave the key a character.
+    QTest::newRow("navigation with text") << VirtualKey::Delete << "x"
+                                          << "";
+}
+
+void TestInputManager::wordBreaksAndCharacters()
+{
+    QFETCH(quint32, virtualKey);
+    QFETCH(QString, text);
+    QFETCH(QString, word);
+    type('A', QStringLiteral("a"));
+    type('B', QStringLiteral("b"));
+    type(virtualKey, text);
+    QCOMPARE(m_input->typedWord(), word);
+}
+
+void TestInputManager::requireSpaceKeepsTheSpace()
+{
+    QSettings().setValue(SettingsKey::RequireSpace, true);
+    SettingsEvents::instance()->notifyChanged();
+    QVERIFY(m_input->requireSpace());
+    QSignalSpy characters(m_input, &InputManager::characterTyped);
+    type('A', QStringLiteral("a"));
+    type(VirtualKey::Space, QStringLiteral(" "));
+    QCOMPARE(characters.count(), 2);
+    QCOMPARE(characters.last().first().toChar(), QLatin1Char(' '));
+    // The space asks for a match; it does not become part of the word.
+    QCOMPARE(m_input->typedWord(), QStringLiteral("a"));
+}
+
+void TestInputManager::bufferChangesOnALaterTurn()
+{
+    emit m_desktop->keyPressed('A', QStringLiteral("a"));
+    QCOMPARE(m_input->typedWord(), QString());
+    QCoreApplication::processEvents();
+    QCOMPARE(m_input->typedWord(), QStringLiteral("a"));
+}
+
+void TestInputManager::mouseButtonsBreakTheWord()
+{
+    type('A', QStringLiteral("a"));
+    emit m_desktop->mouseButtonPressed();
+    QCoreApplication::processEvents();
+    QCOMPARE(m_input->typedWord(), QString());
+}
+
+void TestInputManager::hooksAreInstalledOnceAndLogged()
+{
+    QTest::ignoreMessage(QtDebugMsg, "Keyboard hook registered successfully");
+    QTest::ignoreMessage(QtDebugMsg, "Mouse hook registered successfully");
+    m_input->installHooks();
+    m_input->installHooks(); // already installed: nothing more is logged
+    QVERIFY(m_desktop->isHookInstalled(IDesktop::KeyboardHook));
+    QVERIFY(m_desktop->isHookInstalled(IDesktop::MouseHook));
+
+    QTest::ignoreMessage(QtDebugMsg, "Keyboard hook unregistered successfully");
+    QTest::ignoreMessage(QtDebugMsg, "Mouse hook unregistered successfully");
+    QVERIFY(m_input->removeHooks());
+
+    m_desktop->refuseHooks = true;
+    QTest::ignoreMessage(QtWarningMsg, "Unable to create the keyboard hook");
+    QTest::ignoreMessage(QtWarningMsg, "Unable to create the mouse hook");
+    m_input->installHooks();
+    m_desktop->refuseHooks = false;
+    QVERIFY(m_input->removeHooks());
+}
+
+void TestInputManager::settingsAreReadAgainWhenChanged()
+{
+    QSettings settings;
+    settings.setValue(SettingsKey::NoExpandApplications, QStringList{QStringLiteral("vim")});
+    settings.setValue(SettingsKey::DelayedApplications,
+                      QVariantMap{{QStringLiteral("slow.exe"), 300}});
+    SettingsEvents::instance()->notifyChanged();
+    QCOMPARE(m_input->noExpandApplications(),
+             (QSet<QString>{QStringLiteral("vim"), QStringLiteral("Velmorin.exe"),
+                            QStringLiteral("Velmorin")}));
+    QCOMPARE(m_input->delayedApplications().value(QStringLiteral("slow.exe")).toInt(), 300);
+}
+
+void TestInputManager::sendKeyOrderAndFlags()
+{
+    const quint32 all =
+        KeyModifier::Windows | KeyModifier::Alt | KeyModifier::Control | KeyModifier::Shift;
+    KeySender::sendKey('A', true, all);
+    KeySender::sendKey('A', false, all);
+    QCOMPARE(m_desktop->keyLog(),
+             QStringLiteral("+Win +Alt +Ctrl +Shift +A -Win -Alt -Ctrl -Shift -A"));
+    const auto &events = m_desktop->events;
+    QCOMPARE(events.at(0).flags, KeyEventFlag::ExtendedKey);
+    QCOMPARE(events.at(5).flags, KeyEventFlag::ExtendedKey | KeyEventFlag::KeyUp);
+    QCOMPARE(events.at(5).scanCode, quint8(FakeDesktop::scanOf(VirtualKey::LeftWindows) | 0x80));
+    QCOMPARE(events.at(7).flags, KeyEventFlag::KeyUp);
+    QCOMPARE(events.at(9).scanCode, quint8(FakeDesktop::scanOf('A') | 0x80));
+
+    m_desktop->events.clear();
+    KeySender::tapKey(VirtualKey::Delete, 0);
+    KeySender::tapKey(VirtualKey::Return, 0);
+    QCOMPARE(events.at(0).flags, KeyEventFlag::ExtendedKey);
+    QCOMPARE(events.at(1).flags, KeyEventFlag::ExtendedKey | KeyEventFlag::KeyUp);
+    QCOMPARE(events.at(2).flags, 0u);
+    QCOMPARE(events.at(3).flags, KeyEventFlag::KeyUp);
+}
+
+void TestInputManager::tapCharacterAddsTheModifiersItNeeds()
+{
+    KeySender::tapCharacter(QLatin1Char('v'), KeyModifier::Control);
+    QCOMPARE(m_desktop->keyLog(), QStringLiteral("+Ctrl +V -Ctrl -V"));
+    m_desktop->events.clear();
+    KeySender::tapCharacter(QLatin1Char('V'), 0);
+    QCOMPARE(m_desktop->keyLog(), QStringLiteral("+Shift +V -Shift -V"));
+    m_desktop->events.clear();
+    KeySender::tapCharacter(QChar(0x20AC), 0); // AltGr is Control and Alt
+    QCOMPARE(m_desktop->keyLog(), QStringLiteral("+Alt +Ctrl +E -Alt -Ctrl -E"));
+}
+
+void TestInputManager::typeTextGoesByteByByte()
+{
+    KeySender::typeText(QStringLiteral("a!B"));
+    QCOMPARE(m_desktop->keyLog(), QStringLiteral("+A -A +Shift +1 -Shift -1 +Shift +B -Shift -B"));
+    // A character beyond 7 bits is two UTF-8 bytes that no key types: VkKeyScanW's -1 asks
+    // for every modifier around the non-key 0xFF, and no letter comes out.
+    m_desktop->events.clear();
+    KeySender::typeText(QStringLiteral("\u00e9"));
+    QCOMPARE(
+        m_desktop->keyLog(),
+        QStringLiteral("+Alt +Ctrl +Shift +0xff -Alt -Ctrl -Shift -0xff ").repeated(2).trimmed());
+}
+
+QTEST_GUILESS_MAIN(TestInputManager)
+#include "testinputmanager.moc"
