@@ -10,7 +10,9 @@ packages=(
     qt6-websockets-dev qt6-declarative-dev qt6-svg-dev libqt6svg6
     qt6-httpserver-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
     libqscintilla2-qt6-dev libgl-dev
-    libx11-dev libxi-dev libxtst-dev libxkbcommon-dev libxkbcommon-x11-dev
+    libx11-dev libx11-xcb-dev libxcb1-dev libxi-dev libxtst-dev
+    libxkbcommon-dev libxkbcommon-x11-dev
+    x11-xkb-utils
     # running without a display, and the desktop tests
     xvfb xauth jwm x11-utils xdotool dbus
     # the Windows build path: cross compiler and Wine to run its tests
