@@ -203,16 +203,20 @@ qint16 X11Desktop::keyScan(char16_t character)
 {
     if (!m_display)
         return -1;
+    // Not XKeysymToKeycode: it prefers any key that has the symbol unshifted, such as the
+    // keypad's own parenthesis keys, over the main keys that have it shifted.
     const KeySym keysym = keysymOf(character);
-    const KeyCode keycode = XKeysymToKeycode(m_display, keysym);
-    const quint32 virtualKey = X11Keycodes::virtualKey(keycode);
-    if (!keycode || !virtualKey)
-        return -1;
+    int minKeycode = 0;
+    int maxKeycode = 0;
+    XDisplayKeycodes(m_display, &minKeycode, &maxKeycode);
     for (int level = 0; level < 2; ++level) {
-        if (XkbKeycodeToKeysym(m_display, keycode, 0, level) == keysym)
-            return qint16(virtualKey | (level ? quint32(KeyScanBit::Shift) : 0));
+        for (int keycode = minKeycode; keycode <= maxKeycode; ++keycode) {
+            const quint32 virtualKey = X11Keycodes::virtualKey(quint32(keycode));
+            if (virtualKey && XkbKeycodeToKeysym(m_display, KeyCode(keycode), 0, level) == keysym)
+                return qint16(virtualKey | (level ? quint32(KeyScanBit::Shift) : 0));
+        }
     }
-    return -1; // only on a level that needs AltGr, which the key logic cannot press here
+    return -1; // no main key, or only on a level that needs AltGr
 }
 
 Qt::KeyboardModifiers X11Desktop::heldModifiers() const

@@ -1,7 +1,7 @@
 # The Linux desktop back end: X11 (XInput2, XTest, xkbcommon) for the desktop, POSIX signals
 # and logind for the session.
 find_package(PkgConfig REQUIRED)
-pkg_check_modules(VELMORIN_X11 REQUIRED IMPORTED_TARGET
+pkg_check_modules(VELMORIN_X11 REQUIRED IMPORTED_TARGET GLOBAL
     x11 x11-xcb xi xtst xkbcommon xkbcommon-x11)
 
 set(VELMORIN_PLATFORM_CORE_SOURCES

@@ -1,0 +1,89 @@
+#include "targetwindow.h"
+
+#include <QDeadlineTimer>
+#include <QJsonDocument>
+#include <QTest>
+
+TargetWindow::TargetWindow(QObject *parent) : QObject(parent)
+{
+    connect(&m_process, &QProcess::readyReadStandardOutput, this,
+            [this] { m_output += m_process.readAllStandardOutput(); });
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+}
+
+TargetWindow::~TargetWindow()
+{
+    m_process.closeWriteChannel();
+    if (!m_process.waitForFinished(3000))
+        m_process.kill();
+}
+
+bool TargetWindow::start()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    // Dead keys in the editor come from Qt's compose support, which needs a UTF-8 locale.
+    environment.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
+    environment.insert(QStringLiteral("QT_IM_MODULE"), QStringLiteral("compose"));
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    m_process.setProcessEnvironment(environment);
+    m_process.start(QStringLiteral(TARGET_EDITOR), {});
+    if (!m_process.waitForStarted(10000)) {
+        m_error = QStringLiteral("the target editor did not start: ") + m_process.errorString();
+        return false;
+    }
+    if (request(QByteArray(), "READY").isNull()) {
+        m_error = QStringLiteral("the target editor did not show its window");
+        return false;
+    }
+    return activate();
+}
+
+bool TargetWindow::activate()
+{
+    const bool found = xdotool({QStringLiteral("search"), QStringLiteral("--sync"),
+                                QStringLiteral("--pid"), QString::number(m_process.processId()),
+                                QStringLiteral("--name"), QStringLiteral("Velmorin test target"),
+                                QStringLiteral("windowactivate"), QStringLiteral("--sync")});
+    if (!found)
+        m_error = QStringLiteral("xdotool could not activate the target window");
+    return found;
+}
+
+QJsonObject TargetWindow::state()
+{
+    const QByteArray line = request("state", "STATE ");
+    return QJsonDocument::fromJson(line).object();
+}
+
+bool TargetWindow::clear()
+{
+    return !request("clear", "CLEARED").isNull();
+}
+
+QByteArray TargetWindow::request(const QByteArray &command, const QByteArray &answerPrefix)
+{
+    m_output.clear();
+    if (!command.isEmpty())
+        m_process.write(command + '\n');
+    const QDeadlineTimer deadline(10000);
+    while (!deadline.hasExpired()) {
+        const qsizetype at = m_output.indexOf(answerPrefix);
+        const qsizetype end = at < 0 ? -1 : m_output.indexOf('\n', at);
+        if (end >= 0)
+            return m_output.mid(at + answerPrefix.size(), end - at - answerPrefix.size());
+        QTest::qWait(10);
+    }
+    return {};
+}
+
+bool TargetWindow::xdotool(const QStringList &arguments, QString *output)
+{
+    QProcess process;
+    process.start(QStringLiteral("xdotool"), arguments);
+    if (!process.waitForFinished(15000) || process.exitStatus() != QProcess::NormalExit ||
+        process.exitCode() != 0)
+        return false;
+    if (output)
+        *output = QString::fromUtf8(process.readAllStandardOutput());
+    return true;
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QObject>
+#include <QProcess>
+#include <QStringList>
+
+// The test target of the desktop tests: our small editor in a real window on the test's X
+// server, with xdotool to type and click into it as a user would.
+class TargetWindow final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit TargetWindow(QObject *parent = nullptr);
+    ~TargetWindow() override;
+
+    // Starts the editor and gives it the focus; false with the reason in error().
+    bool start();
+    bool activate();
+    QString error() const { return m_error; }
+    qint64 processId() const { return m_process.processId(); }
+
+    // What the editor holds: "text", "position" (caret) and "anchor".
+    QJsonObject state();
+    QString text() { return state().value(QLatin1String("text")).toString(); }
+    bool clear();
+
+    // Runs xdotool with the arguments; false when it fails.
+    static bool xdotool(const QStringList &arguments, QString *output = nullptr);
+
+private:
+    QByteArray request(const QByteArray &command, const QByteArray &answerPrefix);
+
+    QProcess m_process;
+    QByteArray m_output;
+    QString m_error;
+};

@@ -1,0 +1,215 @@
+// The desktop integration end to end on a real X server with a window manager: keys typed
+// into a real application reach the input logic, synthetic keys and pastes land in it, and
+// global shortcuts fire while it has the focus.
+#include "clipboardops.h"
+#include "clipping.h"
+#include "inputmanager.h"
+#include "keysender.h"
+#include "platform.h"
+#include "platform/idesktop.h"
+#include "qhotkey.h"
+#include "support/appprocess.h"
+#include "support/targetwindow.h"
+#include "support/testprofile.h"
+
+#include <QSignalSpy>
+#include <QStandardItemModel>
+#include <QTest>
+
+#include <X11/Xlib.h>
+#include <X11/keysym.h>
+
+namespace {
+
+bool type(const QString &keys)
+{
+    return TargetWindow::xdotool(
+        {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), keys});
+}
+
+bool press(const QStringList &keys)
+{
+    return TargetWindow::xdotool(
+        QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("20")} + keys);
+}
+
+bool setLayout(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral("setxkbmap"), arguments);
+    return process.waitForFinished(10000) && process.exitCode() == 0;
+}
+
+} // namespace
+
+class TestDesktop : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void foregroundApplication();
+    void typedKeysBuildAndBreakTheWord();
+    void deadKeyGivesOneAccentedCharacter();
+    void typeTextTypesAscii();
+    void pastedClippingLandsInTheTarget();
+    void moveCursorLeavesCaretAndSelection();
+    void globalShortcutFiresInTheTarget();
+    void shortcutHeldByAnotherProgramIsRefused();
+    void programOpensOnItsShortcutAndPastes();
+
+private:
+    TestProfile m_profile;
+    TargetWindow m_target;
+    InputManager *m_input = nullptr;
+};
+
+void TestDesktop::initTestCase()
+{
+    m_profile.useInThisProcess();
+    if (!m_target.start())
+        QSKIP(qPrintable(m_target.error()));
+    m_input = InputManager::instance();
+    m_input->installHooks();
+    QVERIFY(Platform::desktop()->isHookInstalled(IDesktop::KeyboardHook));
+}
+
+void TestDesktop::foregroundApplication()
+{
+    QCOMPARE(Platform::foregroundApplicationName(), QStringLiteral("targeteditor"));
+    // The editor's 256 x 256 window icon comes back at the size the history keeps.
+    QCOMPARE(Platform::foregroundApplicationIcon().size(), QSize(64, 64));
+}
+
+void TestDesktop::typedKeysBuildAndBreakTheWord()
+{
+    QVERIFY(m_target.clear());
+    QVERIFY(type(QStringLiteral("ab")));
+    QVERIFY(press({QStringLiteral("shift+c"), QStringLiteral("Caps_Lock"), QStringLiteral("d"),
+                   QStringLiteral("Caps_Lock")}));
+    QTRY_COMPARE(m_input->typedWord(), QStringLiteral("abCD"));
+    QCOMPARE(m_target.text(), QStringLiteral("abCD"));
+
+    QVERIFY(press({QStringLiteral("Left")}));
+    QTRY_COMPARE(m_input->typedWord(), QString());
+    QVERIFY(type(QStringLiteral("xy")));
+    QTRY_COMPARE(m_input->typedWord(), QStringLiteral("xy"));
+    QVERIFY(press({QStringLiteral("BackSpace")}));
+    QTRY_COMPARE(m_input->typedWord(), QStringLiteral("x"));
+    QVERIFY(TargetWindow::xdotool({QStringLiteral("click"), QStringLiteral("1")}));
+    QTRY_COMPARE(m_input->typedWord(), QString());
+    QVERIFY(type(QStringLiteral("z")));
+    QTRY_COMPARE(m_input->typedWord(), QStringLiteral("z"));
+    QVERIFY(press({QStringLiteral("Return")}));
+    QTRY_COMPARE(m_input->typedWord(), QString());
+}
+
+void TestDesktop::deadKeyGivesOneAccentedCharacter()
+{
+    if (!setLayout({QStringLiteral("-layout"), QStringLiteral("us"), QStringLiteral("-variant"),
+                    QStringLiteral("intl")}))
+        QSKIP("setxkbmap cannot load a layout with dead keys here");
+    QTest::qWait(300); // both programs read the new layout
+    QVERIFY(m_target.clear());
+    emit m_input->keywordBreakerTyped();
+    QSignalSpy characters(m_input, &InputManager::characterTyped);
+    QVERIFY(press({QStringLiteral("dead_acute"), QStringLiteral("e")}));
+    QTRY_COMPARE(m_input->typedWord(), QStringLiteral("\u00e9"));
+    QCOMPARE(characters.count(), 1);
+    // The observer's own translation did not eat the accent from the application.
+    QTRY_COMPARE(m_target.text(), QStringLiteral("\u00e9"));
+    QVERIFY(setLayout({QStringLiteral("-layout"), QStringLiteral("us")}));
+    QTest::qWait(300);
+}
+
+void TestDesktop::typeTextTypesAscii()
+{
+    QVERIFY(m_target.clear());
+    KeySender::typeText(QStringLiteral("Hello, World 42! (a+b)"));
+    QTRY_COMPARE(m_target.text(), QStringLiteral("Hello, World 42! (a+b)"));
+}
+
+void TestDesktop::pastedClippingLandsInTheTarget()
+{
+    QVERIFY(m_target.clear());
+    QStandardItemModel model;
+    auto *item = Clipping::newTextItem(QStringLiteral("Pasted from the history \u2713"), QString(),
+                                       {}, QStringLiteral("app"), QDateTime::currentDateTime());
+    model.appendRow(item);
+    ClipboardOps::putClippingText(item->index(), ClipboardOps::WithFormatting);
+    ClipboardOps::paste();
+    QTRY_COMPARE(m_target.text(), QStringLiteral("Pasted from the history \u2713"));
+}
+
+void TestDesktop::moveCursorLeavesCaretAndSelection()
+{
+    QVERIFY(m_target.clear());
+    KeySender::typeText(QStringLiteral("abcdefgh"));
+    QTRY_COMPARE(m_target.text(), QStringLiteral("abcdefgh"));
+    ClipboardOps::moveCursor({3, 2});
+    QTRY_COMPARE(m_target.state().value(QLatin1String("position")).toInt(), 3);
+    QCOMPARE(m_target.state().value(QLatin1String("anchor")).toInt(), 5);
+}
+
+void TestDesktop::globalShortcutFiresInTheTarget()
+{
+    QHotkey hotkey(QKeySequence(QStringLiteral("Ctrl+Shift+V")), true);
+    QVERIFY(hotkey.isRegistered());
+    QSignalSpy activated(&hotkey, &QHotkey::activated);
+    QVERIFY(press({QStringLiteral("ctrl+shift+v")}));
+    QTRY_COMPARE(activated.count(), 1);
+    // Num Lock counts as a modifier to X, not to the user.
+    QVERIFY(press(
+        {QStringLiteral("Num_Lock"), QStringLiteral("ctrl+shift+v"), QStringLiteral("Num_Lock")}));
+    QTRY_COMPARE(activated.count(), 2);
+    QVERIFY(hotkey.setRegistered(false));
+    QVERIFY(press({QStringLiteral("ctrl+shift+v")}));
+    QTest::qWait(200);
+    QCOMPARE(activated.count(), 2);
+}
+
+void TestDesktop::shortcutHeldByAnotherProgramIsRefused()
+{
+    Display *other = XOpenDisplay(nullptr);
+    QVERIFY(other);
+    const KeyCode key = XKeysymToKeycode(other, XK_j);
+    XGrabKey(other, key, ControlMask | Mod1Mask, DefaultRootWindow(other), True, GrabModeAsync,
+             GrabModeAsync);
+    XSync(other, False);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral(
+                                           "^Failed to register hotkey. Error: BadAccess")));
+    QHotkey hotkey(QKeySequence(QStringLiteral("Ctrl+Alt+J")), true);
+    QVERIFY(!hotkey.isRegistered());
+    XCloseDisplay(other);
+}
+
+void TestDesktop::programOpensOnItsShortcutAndPastes()
+{
+    m_input->removeHooks();
+    TestProfile profile;
+    // Seen release notes: their window would take the focus.
+    profile.setSetting(QStringLiteral("ReleaseNotesVersion"), QStringLiteral("1.9"));
+    AppProcess velmorin(QStringLiteral(VELMORIN_BINARY), profile);
+    velmorin.setEnvironmentValue(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    velmorin.start({QStringLiteral("--demo")});
+    QVERIFY(m_target.activate());
+    QVERIFY(m_target.clear());
+    // The program registers its shortcut once it is up; press until its window shows.
+    const QStringList search{QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                             QStringLiteral("--pid"), QString::number(velmorin.processId())};
+    bool shown = false;
+    for (int attempt = 0; attempt < 40 && !shown; ++attempt) {
+        QVERIFY(press({QStringLiteral("ctrl+shift+v")}));
+        QTest::qWait(250);
+        shown = TargetWindow::xdotool(search);
+    }
+    QVERIFY2(shown, qPrintable(velmorin.output()));
+    QVERIFY(press({QStringLiteral("Return")}));
+    QTRY_COMPARE_WITH_TIMEOUT(
+        m_target.text(),
+        QStringLiteral("Meeting moved to Thursday 10:30, room Aurora (2nd floor)."), 10000);
+    velmorin.terminate();
+}
+
+QTEST_MAIN(TestDesktop)
+#include "testdesktop.moc"
