@@ -12,6 +12,7 @@
 #include "support/targetwindow.h"
 #include "support/testprofile.h"
 
+#include <QFile>
 #include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QTest>
@@ -57,6 +58,7 @@ private slots:
     void globalShortcutFiresInTheTarget();
     void shortcutHeldByAnotherProgramIsRefused();
     void programOpensOnItsShortcutAndPastes();
+    void autostartEntryAndTheme();
 
 private:
     TestProfile m_profile;
@@ -204,11 +206,41 @@ void TestDesktop::programOpensOnItsShortcutAndPastes()
         shown = TargetWindow::xdotool(search);
     }
     QVERIFY2(shown, qPrintable(velmorin.output()));
+    // Shown is not yet focused: Return must reach the paste window, not the editor.
+    const auto activePid = [] {
+        QString pid;
+        TargetWindow::xdotool({QStringLiteral("getactivewindow"), QStringLiteral("getwindowpid")},
+                              &pid);
+        return pid.trimmed();
+    };
+    QTRY_COMPARE(activePid(), QString::number(velmorin.processId()));
     QVERIFY(press({QStringLiteral("Return")}));
     QTRY_COMPARE_WITH_TIMEOUT(
         m_target.text(),
         QStringLiteral("Meeting moved to Thursday 10:30, room Aurora (2nd floor)."), 10000);
     velmorin.terminate();
+}
+
+void TestDesktop::autostartEntryAndTheme()
+{
+    const QString entry = m_profile.path(QStringLiteral("config/autostart/velmorin.desktop"));
+    Platform::applyStartWithSystem(true);
+    QFile file(entry);
+    QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(entry));
+    const QString text = QString::fromUtf8(file.readAll());
+    QVERIFY(text.startsWith(QLatin1String("[Desktop Entry]\n")));
+    QVERIFY(text.contains(
+        QStringLiteral("Exec=\"%1\"\n").arg(QCoreApplication::applicationFilePath())));
+    file.close();
+    Platform::applyStartWithSystem(false);
+    QVERIFY(!QFile::exists(entry));
+
+    // No desktop portal on the test server: the GTK theme name decides.
+    qputenv("GTK_THEME", "Adwaita:dark");
+    QVERIFY(Platform::isDarkTheme());
+    qputenv("GTK_THEME", "Adwaita");
+    QVERIFY(!Platform::isDarkTheme());
+    QCOMPARE(Platform::name(), QStringLiteral("X11"));
 }
 
 QTEST_MAIN(TestDesktop)
