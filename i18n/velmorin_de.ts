@@ -113,12 +113,12 @@
 <context>
     <name>HistoryItemModel</name>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="392"/>
+        <location filename="../src/historyitemmodel.cpp" line="397"/>
         <source>Failed to parse the clippings file: </source>
         <translation>Die Verlaufsdatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="424"/>
+        <location filename="../src/historyitemmodel.cpp" line="429"/>
         <source>Writing the clippings file failed: </source>
         <translation>Das Schreiben der Verlaufsdatei ist fehlgeschlagen: </translation>
     </message>
@@ -126,23 +126,23 @@
 <context>
     <name>MainWindow</name>
     <message>
-        <location filename="../src/mainwindow.cpp" line="27"/>
+        <location filename="../src/mainwindow.cpp" line="42"/>
         <source>Velmorin</source>
         <translation>Velmorin</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="33"/>
-        <location filename="../src/mainwindow.cpp" line="34"/>
+        <location filename="../src/mainwindow.cpp" line="48"/>
+        <location filename="../src/mainwindow.cpp" line="49"/>
         <source>Keep the window open</source>
         <translation>Fenster geöffnet lassen</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="37"/>
+        <location filename="../src/mainwindow.cpp" line="52"/>
         <source>Clipboard history</source>
         <translation>Verlauf der Zwischenablage</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="43"/>
+        <location filename="../src/mainwindow.cpp" line="58"/>
         <source>Copied items appear here.</source>
         <translation>Kopierte Einträge erscheinen hier.</translation>
     </message>
@@ -171,79 +171,127 @@
 <context>
     <name>SettingsDialog</name>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="20"/>
+        <location filename="../src/settingsdialog.cpp" line="23"/>
         <source>Velmorin Settings</source>
         <translation>Velmorin-Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="22"/>
+        <location filename="../src/settingsdialog.cpp" line="25"/>
         <source>General</source>
         <translation>Allgemein</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="23"/>
+        <location filename="../src/settingsdialog.cpp" line="26"/>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="24"/>
+        <location filename="../src/settingsdialog.cpp" line="27"/>
         <source>Applications</source>
         <translation>Anwendungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="40"/>
+        <location filename="../src/settingsdialog.cpp" line="43"/>
         <source>Write a debug log</source>
         <translation>Debug-Protokoll schreiben</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="41"/>
+        <location filename="../src/settingsdialog.cpp" line="44"/>
         <source>The debug log is written from the next start on.</source>
         <translation>Das Debug-Protokoll wird ab dem nächsten Start geschrieben.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="58"/>
+        <location filename="../src/settingsdialog.cpp" line="47"/>
+        <source>Start with the system</source>
+        <translation>Mit dem System starten</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="48"/>
+        <source>Only expand keyword after space is pressed</source>
+        <translation>Schlüsselwort erst nach einem Leerzeichen ersetzen</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="54"/>
+        <source>Open the paste window:</source>
+        <translation>Einfügefenster öffnen:</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="55"/>
+        <source>Paste as plain text:</source>
+        <translation>Als reinen Text einfügen:</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="56"/>
+        <source>Paste the next item:</source>
+        <translation>Nächsten Eintrag einfügen:</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="72"/>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="73"/>
+        <source>No shortcut</source>
+        <translation>Kein Tastenkürzel</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="90"/>
         <source> characters</source>
         <translation> Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="61"/>
+        <location filename="../src/settingsdialog.cpp" line="93"/>
         <source> × 1024 characters</source>
         <translation> × 1024 Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="62"/>
+        <location filename="../src/settingsdialog.cpp" line="94"/>
         <source>Keep copied images</source>
         <translation>Kopierte Bilder behalten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="63"/>
+        <location filename="../src/settingsdialog.cpp" line="95"/>
         <source>Clear the history on quit (locked items stay)</source>
         <translation>Verlauf beim Beenden leeren (gesperrte Elemente bleiben)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="66"/>
+        <location filename="../src/settingsdialog.cpp" line="98"/>
         <source>Clippings to keep:</source>
         <translation>Anzahl der Einträge:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="67"/>
+        <location filename="../src/settingsdialog.cpp" line="99"/>
         <source>Ignore texts shorter than:</source>
         <translation>Texte ignorieren, kürzer als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="68"/>
+        <location filename="../src/settingsdialog.cpp" line="100"/>
         <source>Ignore texts longer than:</source>
         <translation>Texte ignorieren, länger als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="78"/>
+        <location filename="../src/settingsdialog.cpp" line="110"/>
         <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated.</source>
         <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="83"/>
+        <location filename="../src/settingsdialog.cpp" line="115"/>
         <source>Rules</source>
         <translation>Regeln</translation>
+    </message>
+</context>
+<context>
+    <name>ShortcutDialog</name>
+    <message>
+        <location filename="../src/shortcutdialog.cpp" line="12"/>
+        <source>Set shortcut</source>
+        <translation>Tastenkürzel festlegen</translation>
+    </message>
+    <message>
+        <location filename="../src/shortcutdialog.cpp" line="13"/>
+        <source>Enter shortcut</source>
+        <translation>Tastenkürzel eingeben</translation>
     </message>
 </context>
 <context>
