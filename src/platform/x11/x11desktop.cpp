@@ -60,24 +60,26 @@ QVector<unsigned long> cardinals(Display *display, Window window, const char *pr
     return values;
 }
 
-// The window itself or its nearest ancestor that carries the property.
-Window withProperty(Display *display, Window window, const char *property)
+// The property's values on the window itself or on its nearest ancestor that carries it.
+QVector<unsigned long> inheritedCardinals(Display *display, Window window, const char *property,
+                                          long maxLength = 1)
 {
     const Window root = DefaultRootWindow(display);
     while (window && window != root) {
-        if (!cardinals(display, window, property).isEmpty())
-            return window;
+        const QVector<unsigned long> values = cardinals(display, window, property, maxLength);
+        if (!values.isEmpty())
+            return values;
         Window rootReturn = 0;
         Window parent = 0;
         Window *children = nullptr;
         unsigned int count = 0;
         if (!XQueryTree(display, window, &rootReturn, &parent, &children, &count))
-            return 0;
+            return {};
         if (children)
             XFree(children);
         window = parent;
     }
-    return 0;
+    return {};
 }
 
 quint32 keysymOf(char16_t character)
@@ -257,8 +259,8 @@ QString X11Desktop::foregroundApplicationName()
 {
     if (!m_display)
         return {};
-    const Window window = withProperty(m_display, foregroundWindow(), "_NET_WM_PID");
-    const QVector<unsigned long> pid = cardinals(m_display, window, "_NET_WM_PID");
+    const QVector<unsigned long> pid =
+        inheritedCardinals(m_display, foregroundWindow(), "_NET_WM_PID");
     if (pid.isEmpty())
         return {};
     QString name =
@@ -272,10 +274,7 @@ QImage X11Desktop::foregroundApplicationIcon()
 {
     if (!m_display)
         return {};
-    const Window window = withProperty(m_display, foregroundWindow(), "_NET_WM_ICON");
-    if (!window)
-        return {};
-    return largestIcon(cardinals(m_display, window, "_NET_WM_ICON", 1 << 22));
+    return largestIcon(inheritedCardinals(m_display, foregroundWindow(), "_NET_WM_ICON", 1 << 22));
 }
 
 void X11Desktop::showInFileManager(const QString &path)

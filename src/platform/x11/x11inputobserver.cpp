@@ -164,7 +164,7 @@ void X11InputObserver::handleKey(quint32 keycode, bool pressed)
     const bool reported = m_keyboard && !keepsWord(keysym);
     // The key's own text, before the key changes the modifier state.
     const QString text =
-        reported && !VirtualKey::isNavigation(virtualKey) ? translate(keycode) : QString();
+        reported && !VirtualKey::isNavigation(virtualKey) ? translate(keycode, keysym) : QString();
     xkb_state_update_key(m_state, keycode, XKB_KEY_DOWN);
     if (reported)
         emit keyPressed(virtualKey, text);
@@ -176,9 +176,8 @@ void X11InputObserver::handleButton(quint32 button)
         emit mouseButtonPressed();
 }
 
-QString X11InputObserver::translate(quint32 keycode)
+QString X11InputObserver::translate(quint32 keycode, quint32 keysym)
 {
-    const xkb_keysym_t keysym = xkb_state_key_get_one_sym(m_state, keycode);
     char buffer[64];
     if (m_compose && xkb_compose_state_feed(m_compose, keysym) == XKB_COMPOSE_FEED_ACCEPTED) {
         switch (xkb_compose_state_get_status(m_compose)) {

@@ -44,7 +44,7 @@ signals:
 private:
     void processEvents();
     bool selectEvents();
-    QString translate(quint32 keycode);
+    QString translate(quint32 keycode, quint32 keysym);
     void loadComposeTable();
 
     _XDisplay *m_display;
