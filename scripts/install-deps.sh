@@ -10,7 +10,7 @@ packages=(
     qt6-websockets-dev qt6-declarative-dev qt6-svg-dev libqt6svg6
     qt6-httpserver-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
     libqscintilla2-qt6-dev libgl-dev
-    libx11-dev libx11-xcb-dev libxcb1-dev libxi-dev libxtst-dev
+    libx11-dev libx11-xcb-dev libxcb1-dev libxfixes-dev libxi-dev libxtst-dev
     libxkbcommon-dev libxkbcommon-x11-dev
     x11-xkb-utils
     # running without a display, and the desktop tests

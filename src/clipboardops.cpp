@@ -1,5 +1,6 @@
 #include "clipboardops.h"
 
+#include "clipboardmarks.h"
 #include "clipping.h"
 #include "htmlcleanup.h"
 #include "keysender.h"
@@ -10,8 +11,10 @@
 #include <QClipboard>
 #include <QDebug>
 #include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
+#include <QImageReader>
 #include <QMimeData>
 #include <QModelIndex>
 #include <QTimer>
@@ -57,21 +60,51 @@ bool takeDelayedPaste()
     return true;
 }
 
+// The image encoding to copy: PNG when offered, else the first one that can be read.
+QString imageFormatToCopy(const QStringList &formats)
+{
+    const QString png = QStringLiteral("image/png");
+    if (formats.contains(png))
+        return png;
+    const QList<QByteArray> readable = QImageReader::supportedMimeTypes();
+    for (const QString &format : formats) {
+        if (format.startsWith(QLatin1String("image/")) && readable.contains(format.toLatin1()))
+            return format;
+    }
+    return QString();
+}
+
+QString programName()
+{
+    return QFileInfo(QCoreApplication::applicationFilePath()).fileName();
+}
+
 } // namespace
 
 namespace ClipboardOps {
 
-QMimeData *copyOfClipboard()
+QMimeData *copyOfClipboard(ImageCopy imageCopy)
 {
     auto *copy = new QMimeData;
     const QMimeData *current = clipboard()->mimeData();
     if (!current)
         return copy;
     const QStringList formats = current->formats();
-    for (const QString &format : formats)
-        copy->setData(format, current->data(format));
-    if (current->hasImage())
-        copy->setImageData(clipboard()->image());
+    const QString imageFormat = imageFormatToCopy(formats);
+    for (const QString &format : formats) {
+        // The owner makes each encoding on request: an 8K image in every format it offers
+        // would take seconds. Qt's own image format is the decoded image, set below.
+        const bool otherEncoding =
+            format.startsWith(QLatin1String("image/")) && format != imageFormat;
+        if (!otherEncoding && format != QLatin1String("application/x-qt-image"))
+            copy->setData(format, current->data(format));
+    }
+    if (imageFormat.isEmpty()) {
+        if (current->hasImage())
+            copy->setImageData(clipboard()->image());
+    } else if (imageCopy == DecodeImage) {
+        copy->setImageData(QImage::fromData(copy->data(imageFormat)));
+    }
     return copy;
 }
 
@@ -79,6 +112,8 @@ void setClipboardText(const QString &text)
 {
     auto *data = new QMimeData;
     data->setText(text);
+    ClipboardMarks::setOwner(data, programName());
+    ClipboardMarks::markPrivate(data);
     clipboard()->setMimeData(data, QClipboard::Clipboard);
 }
 
@@ -135,6 +170,7 @@ void moveCursor(CursorSteps steps)
 void putClippingText(const QModelIndex &clipping, int mode)
 {
     auto *data = new QMimeData;
+    ClipboardMarks::setOwner(data, clipping.data(Clipping::ApplicationRole).toString());
     data->setText(clipping.data(Clipping::TextRole).toString());
     const QString html = clipping.data(Clipping::HtmlRole).toString();
     // An empty HTML part would win over the text in rich editors and paste nothing.
@@ -148,6 +184,7 @@ void putClippingImage(const QModelIndex &clipping, bool asFile)
     const QString path = Clipping::imageFolder(clipping.data(Clipping::IdRole).toUuid()) +
                          QDir::separator() + clipping.data(Clipping::FilenameRole).toString();
     auto *data = new QMimeData;
+    ClipboardMarks::setOwner(data, clipping.data(Clipping::ApplicationRole).toString());
     if (asFile) {
         data->setUrls({QUrl::fromLocalFile(path)});
     } else {

@@ -14,9 +14,14 @@ namespace ClipboardOps {
 using CursorSteps = QPair<int, int>;
 
 enum TextMode { WithFormatting = 0, PlainText = 1 };
+enum ImageCopy { DecodeImage, KeepImageEncoded };
 
-// Every format of the current clipboard, copied. The caller owns it.
-QMimeData *copyOfClipboard();
+// Every format of the current clipboard, copied; the caller owns it. Of an image offered in
+// several encodings only one is copied (PNG when offered), and decoded into the copy's image
+// unless the caller decodes it later.
+QMimeData *copyOfClipboard(ImageCopy imageCopy = DecodeImage);
+// Text the program puts on the clipboard for one paste (an expansion, a plain-text paste):
+// marked as ours and as private, so that no clipboard history records it.
 void setClipboardText(const QString &text);
 // Ctrl+V into the focused application. Modifiers the user still holds (from the global
 // shortcut) are released first and pressed again 100 ms later.
@@ -29,7 +34,8 @@ void delayedPasteWithCursor(CursorSteps steps);
 void moveCursor(CursorSteps steps);
 
 // A clipping of the history model on the clipboard: its text, with its cleaned HTML unless
-// the mode is PlainText; an image clipping as the image or as its cached file.
+// the mode is PlainText; an image clipping as the image or as its cached file. Marked with the
+// clipping's application, which the history keeps when the clipping comes back as a copy.
 void putClippingText(const QModelIndex &clipping, int mode);
 void putClippingImage(const QModelIndex &clipping, bool asFile);
 

@@ -5,7 +5,20 @@
 #include <QDebug>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QImageWriter>
 #include <QStandardPaths>
+
+namespace {
+
+// The format the file name's suffix names; PNG when it names none, as web addresses may.
+const char *formatFor(const QString &path)
+{
+    const QByteArray suffix = QFileInfo(path).suffix().toLower().toLatin1();
+    return QImageWriter::supportedImageFormats().contains(suffix) ? nullptr : "PNG";
+}
+
+} // namespace
 
 CopyToCache::CopyToCache(const QImage &image, const QByteArray &bytes, const QUuid &id,
                          const QString &fileName, const QUrl &source, const QString &folderName)
@@ -31,7 +44,8 @@ QString CopyToCache::targetPath() const
 void CopyToCache::run()
 {
     const QString target = targetPath();
-    if (!m_source.isEmpty()) {
+    // An image copied in a browser comes with its web address: the image is what there is.
+    if (m_source.isLocalFile()) {
         if (!QFile::copy(m_source.toLocalFile(), target))
             qWarning() << "Failed to copy" << m_source.toLocalFile() << "to" << target;
     } else if (!m_bytes.isEmpty()) {
@@ -40,7 +54,7 @@ void CopyToCache::run()
             file.write(m_bytes);
         else
             qWarning() << "Failed to create" << target;
-    } else if (!m_image.save(target)) {
+    } else if (!m_image.save(target, formatFor(target))) {
         qWarning() << "Failed to save the file" << target;
     }
     emit done();

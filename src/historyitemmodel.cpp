@@ -18,6 +18,8 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QMimeData>
+#include <QScopeGuard>
 #include <QSortFilterProxyModel>
 #include <QThreadPool>
 
@@ -114,6 +116,51 @@ bool HistoryItemModel::addImage(const QUrl &source, const QImage &image, const Q
     copyToCache(item, image, keepBytes ? pngBytes : QByteArray(), source);
     save(true);
     return true;
+}
+
+void HistoryItemModel::addMimeData(QMimeData *data, const QPixmap &icon, const QString &application)
+{
+    const auto release = qScopeGuard([data] { data->deleteLater(); });
+    recordApplication(application, icon);
+    const QList<QUrl> urls = data->urls();
+    if (!urls.isEmpty() && !addUrls(urls, icon, application))
+        return;
+    if (data->hasImage()) {
+        const QByteArray png = data->data(QStringLiteral("image/png"));
+        // Stored as they came when they really are PNG; anything else is encoded again.
+        const bool isPng = png.startsWith("\x89PNG\r\n\x1a\n");
+        addImage(urls.isEmpty() ? QUrl() : urls.first(), qvariant_cast<QImage>(data->imageData()),
+                 icon, application, now(), isPng ? png : QByteArray());
+    } else if (data->hasText()) {
+        addText(data->text(), data->html(), icon, application);
+    } else {
+        qDebug() << "Unknown clipboard content:" << data->formats();
+    }
+}
+
+bool HistoryItemModel::addUrls(const QList<QUrl> &urls, const QPixmap &icon,
+                               const QString &application)
+{
+    if (urls.size() > 1) {
+        qDebug() << "Too many files copied to clipboard" << urls.size();
+        return false;
+    }
+    const QUrl &url = urls.first();
+    if (!url.isLocalFile()) {
+        qDebug() << "There's an url but it's not a local file" << url.path();
+        return true;
+    }
+    static const QStringList imageSuffixes{QStringLiteral(".png"), QStringLiteral(".jpg"),
+                                           QStringLiteral(".gif")};
+    const QString fileName = url.fileName();
+    for (const QString &suffix : imageSuffixes) {
+        if (fileName.endsWith(suffix, Qt::CaseInsensitive)) {
+            addImage(url, QImage(), icon, application, now());
+            return false;
+        }
+    }
+    qDebug() << "The copied file is not supported image file" << url;
+    return false;
 }
 
 bool HistoryItemModel::accepts(const QStandardItem *item, const QString &shortText) const

@@ -15,6 +15,7 @@
 
 class HistoryIndex;
 class HistoryWriter;
+class QMimeData;
 class QSortFilterProxyModel;
 
 // The clipboard history: one row per clipping, pinned clippings first, newest first. Every
@@ -75,6 +76,10 @@ public:
     bool merge(const QByteArray &downloaded, QByteArray &output, SyncDirection direction) override;
 
 public slots:
+    // A copy from the clipboard, as the clipboard listener reports it: becomes an image
+    // clipping (an image, or one local image file) or a text clipping. Takes the data and
+    // deletes it later.
+    void addMimeData(QMimeData *data, const QPixmap &icon, const QString &application);
     void setThumbnail(const QImage &image, const QUuid &id);
 
 signals:
@@ -94,6 +99,8 @@ private:
     };
 
     void clearRows();
+    // False when the URLs settle it (nothing to add, or an image file added).
+    bool addUrls(const QList<QUrl> &urls, const QPixmap &icon, const QString &application);
     bool accepts(const QStandardItem *item, const QString &shortText) const;
     int duplicateRow(const QStandardItem *item) const;
     void insertClipping(QStandardItem *item, const QString &shortText);

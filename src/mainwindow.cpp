@@ -2,6 +2,7 @@
 
 #include "application.h"
 #include "appmodes.h"
+#include "clipboardlistener.h"
 #include "clipboardops.h"
 #include "clipping.h"
 #include "globalshortcuts.h"
@@ -37,7 +38,8 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
     : QWidget(parent, Qt::Window), m_testModes(testModes),
       m_history(new HistoryItemModel(HistoryFile::path(AppModes::current()), this)),
       m_pinButton(new QToolButton(this)), m_emptyLabel(new QLabel(this)),
-      m_historyView(new QListView(this)), m_shortcuts(new GlobalShortcuts(this))
+      m_historyView(new QListView(this)), m_shortcuts(new GlobalShortcuts(this)),
+      m_clipboardListener(new ClipboardListener(this))
 {
     setWindowTitle(tr("Velmorin"));
     setWindowIcon(QIcon(QStringLiteral(":/icons/images/velmorin.svg")));
@@ -86,6 +88,9 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
             [] { ClipboardOps::pastePlainText(); });
     connect(m_shortcuts, &GlobalShortcuts::pasteNextActivated, this, &MainWindow::pasteNext);
     loadHistory();
+    // Only once the history is loaded: a copy merged before would be lost to the load.
+    connect(m_clipboardListener, &ClipboardListener::changed, m_history,
+            &HistoryItemModel::addMimeData);
 
     const QSize size = QSettings().value(SettingsKey::WindowSize).toSize();
     resize(size.isValid() ? size : QSize(420, 520));

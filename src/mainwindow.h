@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QWidget>
 
+class ClipboardListener;
 class GlobalShortcuts;
 class HistoryItemModel;
 class QLabel;
@@ -42,6 +43,7 @@ public:
     bool testModes() const { return m_testModes; }
     HistoryItemModel *historyModel() const { return m_history; }
     GlobalShortcuts *shortcuts() const { return m_shortcuts; }
+    ClipboardListener *clipboardListener() const { return m_clipboardListener; }
 
     // What quitting does to the history: cleared and saved when the user asked for it, and
     // saves under way finished.
@@ -57,6 +59,7 @@ private:
     QLabel *m_emptyLabel;
     QListView *m_historyView;
     GlobalShortcuts *m_shortcuts;
+    ClipboardListener *m_clipboardListener;
     int m_pasteNextRow = 0;
     QPointer<SettingsDialog> m_settingsDialog;
     QPointer<ReleaseNotesDialog> m_releaseNotes;

@@ -32,6 +32,11 @@ QString foregroundApplicationName()
     return desktop()->foregroundApplicationName();
 }
 
+quint64 clipboardChangeCount()
+{
+    return desktop()->clipboardChangeCount();
+}
+
 QPixmap foregroundApplicationIcon()
 {
     const QImage icon = desktop()->foregroundApplicationIcon();

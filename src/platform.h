@@ -14,6 +14,7 @@ IDesktop *desktop();
 void setDesktop(IDesktop *desktop);
 
 QString foregroundApplicationName();
+quint64 clipboardChangeCount();
 // The window icon of the foreground application, at most 64 x 64; null when it has none.
 QPixmap foregroundApplicationIcon();
 // Icons above 64 pixels in either direction become exactly 64 x 64.

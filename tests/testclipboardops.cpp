@@ -1,4 +1,5 @@
 // Clipboard placement and pasting over a fake desktop and the real (offscreen) clipboard.
+#include "clipboardmarks.h"
 #include "clipboardops.h"
 #include "clipping.h"
 #include "htmlcleanup.h"
@@ -6,6 +7,7 @@
 #include "support/fakedesktop.h"
 #include "support/testprofile.h"
 
+#include <QBuffer>
 #include <QClipboard>
 #include <QDir>
 #include <QGuiApplication>
@@ -129,6 +131,22 @@ void TestClipboardOps::copyOfClipboardKeepsEveryFormat()
     QCOMPARE(copy->data(QStringLiteral("application/x-private")), QByteArray("\x00\x01\x02", 3));
     QVERIFY(copy->hasImage());
     QCOMPARE(qvariant_cast<QImage>(copy->imageData()).size(), QSize(8, 4));
+
+    // Of the encodings an owner offers, PNG alone is read: the others cost the owner seconds
+    // for a large image.
+    auto *encoded = new QMimeData;
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    encoded->setData(QStringLiteral("image/bmp"), QByteArray("not read"));
+    encoded->setData(QStringLiteral("image/png"), png);
+    clipboard()->setMimeData(encoded);
+    copy.reset(ClipboardOps::copyOfClipboard(ClipboardOps::KeepImageEncoded));
+    QCOMPARE(copy->formats(), QStringList{QStringLiteral("image/png")});
+    QCOMPARE(copy->data(QStringLiteral("image/png")), png);
+    copy.reset(ClipboardOps::copyOfClipboard());
+    QCOMPARE(qvariant_cast<QImage>(copy->imageData()).size(), QSize(8, 4));
 }
 
 void TestClipboardOps::clippingTextWithCleanedHtml()
@@ -141,6 +159,8 @@ void TestClipboardOps::clippingTextWithCleanedHtml()
     ClipboardOps::putClippingText(item->index(), ClipboardOps::WithFormatting);
     QCOMPARE(clipboard()->text(), QStringLiteral("Title body"));
     QCOMPARE(clipboard()->mimeData()->html(), QStringLiteral("Title<p>body</p>"));
+    // Marked with the clipping's application, which the history keeps when it comes back.
+    QCOMPARE(ClipboardMarks::owner(*clipboard()->mimeData()), QStringLiteral("app"));
 
     ClipboardOps::putClippingText(item->index(), ClipboardOps::PlainText);
     QVERIFY(!clipboard()->mimeData()->hasHtml());

@@ -37,6 +37,10 @@ public:
     virtual QString foregroundApplicationName() = 0;
     // Its window icon at the size the system has it; null when it has none.
     virtual QImage foregroundApplicationIcon() = 0;
+    // Changes whenever the clipboard gets new content, from any program; comparing two
+    // readings tells whether the clipboard changed in between.
+    virtual quint64 clipboardChangeCount() = 0;
+
     virtual void showInFileManager(const QString &path) = 0;
     virtual void applyStartWithSystem(bool enabled) = 0;
     virtual bool isDarkTheme() = 0;

@@ -37,6 +37,12 @@ public:
     Qt::KeyboardModifiers heldModifiers() const override { return held; }
     QString foregroundApplicationName() override { return foregroundName; }
     QImage foregroundApplicationIcon() override { return foregroundIcon; }
+    // With clipboardChangesWhileRead, every reading differs from the one before, as if the
+    // clipboard changed each time it was read.
+    quint64 clipboardChangeCount() override
+    {
+        return clipboardChangesWhileRead ? ++clipboardChanges : clipboardChanges;
+    }
     void showInFileManager(const QString &path) override { shownPaths << path; }
     void applyStartWithSystem(bool enabled) override { startWithSystem = enabled; }
     bool isDarkTheme() override { return false; }
@@ -50,4 +56,6 @@ public:
     QImage foregroundIcon;
     QStringList shownPaths;
     bool startWithSystem = false;
+    quint64 clipboardChanges = 0;
+    bool clipboardChangesWhileRead = false;
 };

@@ -1,10 +1,12 @@
 #include "check.h"
+#include "win32clipboard.h"
 #include "win32foreground.h"
 #include "win32hotkeys.h"
 #include "win32inputhooks.h"
 #include "win32keyboard.h"
 #include "win32registry.h"
 
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -287,6 +289,21 @@ void registryValues()
     RegDeleteKeyValueW(HKEY_CURRENT_USER, personalize, L"AppsUseLightTheme");
 }
 
+void clipboardSequenceCountsChanges()
+{
+    const DWORD before = Win32Clipboard::sequenceNumber();
+    CHECK(OpenClipboard(nullptr));
+    EmptyClipboard();
+    const HGLOBAL text = GlobalAlloc(GMEM_MOVEABLE, sizeof(L"copied"));
+    std::memcpy(GlobalLock(text), L"copied", sizeof(L"copied"));
+    GlobalUnlock(text);
+    CHECK(SetClipboardData(CF_UNICODETEXT, text) != nullptr);
+    CloseClipboard();
+    const DWORD after = Win32Clipboard::sequenceNumber();
+    CHECK(after != before);
+    CHECK(Win32Clipboard::sequenceNumber() == after); // reading changes nothing
+}
+
 } // namespace
 
 int wmain()
@@ -297,5 +314,6 @@ int wmain()
     hotkeyFires();
     foregroundApplicationAndIcon();
     registryValues();
+    clipboardSequenceCountsChanges();
     return check::finish();
 }

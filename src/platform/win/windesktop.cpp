@@ -1,5 +1,6 @@
 #include "windesktop.h"
 
+#include "win32clipboard.h"
 #include "win32foreground.h"
 #include "win32inputhooks.h"
 #include "win32keyboard.h"
@@ -83,6 +84,11 @@ Qt::KeyboardModifiers WinDesktop::heldModifiers() const
     modifiers.setFlag(Qt::AltModifier, held & 4);
     modifiers.setFlag(Qt::MetaModifier, held & 8);
     return modifiers;
+}
+
+quint64 WinDesktop::clipboardChangeCount()
+{
+    return Win32Clipboard::sequenceNumber();
 }
 
 QString WinDesktop::foregroundApplicationName()

@@ -25,6 +25,7 @@ public:
 
     QString foregroundApplicationName() override;
     QImage foregroundApplicationIcon() override;
+    quint64 clipboardChangeCount() override;
     void showInFileManager(const QString &path) override;
     void applyStartWithSystem(bool enabled) override;
     bool isDarkTheme() override;

@@ -1,6 +1,7 @@
 #include "x11desktop.h"
 
 #include "../virtualkeys.h"
+#include "x11clipboardwatch.h"
 #include "x11inputobserver.h"
 #include "x11keycodes.h"
 
@@ -158,6 +159,7 @@ X11Desktop::X11Desktop(QObject *parent) : IDesktop(parent)
 X11Desktop::~X11Desktop()
 {
     delete m_observer;
+    delete m_clipboardWatch;
     if (m_display)
         XCloseDisplay(m_display);
 }
@@ -253,6 +255,14 @@ unsigned long X11Desktop::foregroundWindow() const
     int revert = 0;
     XGetInputFocus(m_display, &focus, &revert);
     return focus == PointerRoot ? 0 : focus;
+}
+
+quint64 X11Desktop::clipboardChangeCount()
+{
+    // Opened on first use: most of the program never asks.
+    if (!m_clipboardWatch)
+        m_clipboardWatch = new X11ClipboardWatch;
+    return m_clipboardWatch->changeCount();
 }
 
 QString X11Desktop::foregroundApplicationName()

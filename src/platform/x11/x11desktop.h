@@ -3,9 +3,11 @@
 #include "../idesktop.h"
 
 struct _XDisplay;
+class X11ClipboardWatch;
 class X11InputObserver;
 
-// The desktop on X11: XInput2 to observe, XTest to send keys, EWMH to find the foreground
+// The desktop on X11: XInput2 to observe, XTest to send keys, XFixes to follow the clipboard,
+// EWMH to find the foreground
 // application, XDG autostart entries and the desktop portal for the rest. Works with any
 // window manager that follows EWMH, and falls back to the input focus without one.
 class X11Desktop final : public IDesktop
@@ -27,6 +29,7 @@ public:
 
     QString foregroundApplicationName() override;
     QImage foregroundApplicationIcon() override;
+    quint64 clipboardChangeCount() override;
     void showInFileManager(const QString &path) override;
     void applyStartWithSystem(bool enabled) override;
     bool isDarkTheme() override;
@@ -39,4 +42,5 @@ private:
 
     _XDisplay *m_display = nullptr;
     X11InputObserver *m_observer = nullptr;
+    X11ClipboardWatch *m_clipboardWatch = nullptr;
 };

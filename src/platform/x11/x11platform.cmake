@@ -1,11 +1,13 @@
-# The Linux desktop back end: X11 (XInput2, XTest, xkbcommon) for the desktop, POSIX signals
+# The Linux desktop back end: X11 (XInput2, XTest, XFixes, xkbcommon) for the desktop, POSIX signals
 # and logind for the session.
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(VELMORIN_X11 REQUIRED IMPORTED_TARGET GLOBAL
-    x11 x11-xcb xi xtst xkbcommon xkbcommon-x11)
+    x11 x11-xcb xfixes xi xtst xkbcommon xkbcommon-x11)
 
 set(VELMORIN_PLATFORM_CORE_SOURCES
     ${CMAKE_CURRENT_LIST_DIR}/crashhandler.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/x11clipboardwatch.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/x11clipboardwatch.h
     ${CMAKE_CURRENT_LIST_DIR}/x11desktop.cpp
     ${CMAKE_CURRENT_LIST_DIR}/x11desktop.h
     ${CMAKE_CURRENT_LIST_DIR}/x11inputobserver.cpp

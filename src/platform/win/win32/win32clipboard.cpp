@@ -1,0 +1,6 @@
+#include "win32clipboard.h"
+
+DWORD Win32Clipboard::sequenceNumber()
+{
+    return GetClipboardSequenceNumber();
+}
