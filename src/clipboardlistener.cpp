@@ -239,5 +239,6 @@ void ClipboardListener::deliver(Capture &capture)
     if (signature == m_lastSignature)
         return;
     m_lastSignature = signature;
+    qDebug() << "New clipboard content from" << capture.application;
     emit changed(capture.data.release(), capture.icon, capture.application);
 }

@@ -2,11 +2,15 @@
 // answers on standard output, one line per command read from standard input:
 //   state  -> STATE {"text": ..., "position": caret, "anchor": selection start}
 //   clear  -> CLEARED
+//   copy-rich TEXT | copy-image W H | copy-files PATH[;PATH] | copy-secret TEXT -> COPIED
+//            (puts that content on the clipboard, as the application's own copy command would)
 // It says READY once its window is shown.
 #include <QApplication>
+#include <QClipboard>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMimeData>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QSocketNotifier>
@@ -34,6 +38,43 @@ QIcon bigIcon()
     return QIcon(QPixmap::fromImage(image));
 }
 
+QImage testImage(int width, int height)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    QPainter painter(&image);
+    QLinearGradient gradient(0, 0, width, height);
+    gradient.setColorAt(0, QColor(0x1e, 0x88, 0xe5));
+    gradient.setColorAt(1, QColor(0xff, 0xb3, 0x00));
+    painter.fillRect(image.rect(), gradient);
+    return image;
+}
+
+// The content of one copy command; null for a command that is not one.
+QMimeData *contentFor(const QByteArray &command)
+{
+    const QList<QByteArray> words = command.split(' ');
+    auto *data = new QMimeData;
+    if (words.first() == "copy-rich") {
+        const QString text = QString::fromUtf8(command.mid(command.indexOf(' ') + 1));
+        data->setText(text);
+        data->setHtml(QStringLiteral("<p style=\"color:#c00\"><b>%1</b></p>").arg(text));
+    } else if (words.first() == "copy-image" && words.size() == 3) {
+        data->setImageData(testImage(words.at(1).toInt(), words.at(2).toInt()));
+    } else if (words.first() == "copy-files" && words.size() == 2) {
+        QList<QUrl> urls;
+        for (const QByteArray &path : words.at(1).split(';'))
+            urls.append(QUrl::fromLocalFile(QString::fromUtf8(path)));
+        data->setUrls(urls);
+    } else if (words.first() == "copy-secret") {
+        data->setText(QString::fromUtf8(command.mid(command.indexOf(' ') + 1)));
+        data->setData(QStringLiteral("x-kde-passwordManagerHint"), "secret");
+    } else {
+        delete data;
+        return nullptr;
+    }
+    return data;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -47,7 +88,7 @@ int main(int argc, char **argv)
 
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &editor, [&] {
-        char buffer[256];
+        char buffer[4096];
         const ssize_t length = ::read(STDIN_FILENO, buffer, sizeof(buffer));
         if (length <= 0) {
             QApplication::quit();
@@ -63,6 +104,9 @@ int main(int argc, char **argv)
             } else if (command == "clear") {
                 editor.clear();
                 answer("CLEARED");
+            } else if (QMimeData *content = contentFor(command)) {
+                QGuiApplication::clipboard()->setMimeData(content);
+                answer("COPIED");
             }
         }
     });

@@ -18,7 +18,12 @@ TargetWindow::~TargetWindow()
         m_process.kill();
 }
 
-bool TargetWindow::start()
+QString TargetWindow::editorPath()
+{
+    return QStringLiteral(TARGET_EDITOR);
+}
+
+bool TargetWindow::start(const QString &program)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     // Dead keys in the editor come from Qt's compose support, which needs a UTF-8 locale.
@@ -26,7 +31,7 @@ bool TargetWindow::start()
     environment.insert(QStringLiteral("QT_IM_MODULE"), QStringLiteral("compose"));
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
     m_process.setProcessEnvironment(environment);
-    m_process.start(QStringLiteral(TARGET_EDITOR), {});
+    m_process.start(program, {});
     if (!m_process.waitForStarted(10000)) {
         m_error = QStringLiteral("the target editor did not start: ") + m_process.errorString();
         return false;
@@ -40,10 +45,12 @@ bool TargetWindow::start()
 
 bool TargetWindow::activate()
 {
-    const bool found = xdotool({QStringLiteral("search"), QStringLiteral("--sync"),
-                                QStringLiteral("--pid"), QString::number(m_process.processId()),
-                                QStringLiteral("--name"), QStringLiteral("Velmorin test target"),
-                                QStringLiteral("windowactivate"), QStringLiteral("--sync")});
+    // --all: the process and the title, not either (xdotool's default).
+    const bool found =
+        xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--all"),
+                 QStringLiteral("--pid"), QString::number(m_process.processId()),
+                 QStringLiteral("--name"), QStringLiteral("Velmorin test target"),
+                 QStringLiteral("windowactivate"), QStringLiteral("--sync")});
     if (!found)
         m_error = QStringLiteral("xdotool could not activate the target window");
     return found;
@@ -58,6 +65,11 @@ QJsonObject TargetWindow::state()
 bool TargetWindow::clear()
 {
     return !request("clear", "CLEARED").isNull();
+}
+
+bool TargetWindow::copy(const QByteArray &command)
+{
+    return !request(command, "COPIED").isNull();
 }
 
 QByteArray TargetWindow::request(const QByteArray &command, const QByteArray &answerPrefix)

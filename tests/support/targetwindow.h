@@ -15,8 +15,11 @@ public:
     explicit TargetWindow(QObject *parent = nullptr);
     ~TargetWindow() override;
 
-    // Starts the editor and gives it the focus; false with the reason in error().
-    bool start();
+    // The editor's program; a copy of it under another name is another application.
+    static QString editorPath();
+    // Starts the editor (or a copy of it) and gives it the focus; false with the reason in
+    // error().
+    bool start(const QString &program = editorPath());
     bool activate();
     QString error() const { return m_error; }
     qint64 processId() const { return m_process.processId(); }
@@ -25,6 +28,9 @@ public:
     QJsonObject state();
     QString text() { return state().value(QLatin1String("text")).toString(); }
     bool clear();
+    // Puts content on the clipboard from the editor: "copy-rich some text", "copy-image 800 600",
+    // "copy-files /a.png;/b.png", "copy-secret text" (see the editor for what each holds).
+    bool copy(const QByteArray &command);
 
     // Runs xdotool with the arguments; false when it fails.
     static bool xdotool(const QStringList &arguments, QString *output = nullptr);
