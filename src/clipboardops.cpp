@@ -74,6 +74,20 @@ QString imageFormatToCopy(const QStringList &formats)
     return QString();
 }
 
+// X11 protocol targets that Qt lists among the formats. Asking for them is not reading
+// content: DELETE clears the selection, BITMAP and PIXMAP make server resources.
+bool isProtocolTarget(const QString &format)
+{
+    static const QStringList targets{
+        QStringLiteral("TARGETS"),         QStringLiteral("MULTIPLE"),
+        QStringLiteral("TIMESTAMP"),       QStringLiteral("SAVE_TARGETS"),
+        QStringLiteral("DELETE"),          QStringLiteral("INSERT_SELECTION"),
+        QStringLiteral("INSERT_PROPERTY"), QStringLiteral("BITMAP"),
+        QStringLiteral("PIXMAP"),          QStringLiteral("DRAWABLE"),
+        QStringLiteral("COLORMAP")};
+    return targets.contains(format);
+}
+
 QString programName()
 {
     return QFileInfo(QCoreApplication::applicationFilePath()).fileName();
@@ -96,7 +110,8 @@ QMimeData *copyOfClipboard(ImageCopy imageCopy)
         // would take seconds. Qt's own image format is the decoded image, set below.
         const bool otherEncoding =
             format.startsWith(QLatin1String("image/")) && format != imageFormat;
-        if (!otherEncoding && format != QLatin1String("application/x-qt-image"))
+        if (!otherEncoding && !isProtocolTarget(format) &&
+            format != QLatin1String("application/x-qt-image"))
             copy->setData(format, current->data(format));
     }
     if (imageFormat.isEmpty()) {

@@ -163,30 +163,32 @@ void appendMember(QByteArray &out, const char *key, bool value)
 // Written by hand rather than through QJsonObject, which costs several times as much for a
 // large history; the output is byte for byte what QJsonDocument::Compact would write (the
 // keys in sorted order), which the tests hold it to.
-QByteArray HistoryFile::encode(const Document &document)
+QByteArray HistoryFile::encode(const Document &document, EncodedRecords *reuse)
 {
     QByteArray out;
     out.reserve(document.records.size() * 400 + 1024);
     out.append("{\"clippings\":[");
+    EncodedRecords encoded;
+    if (reuse)
+        encoded.byId.reserve(document.records.size());
     for (qsizetype i = 0; i < document.records.size(); ++i) {
         const Record &record = document.records.at(i);
         if (i > 0)
             out.append(',');
-        appendMember(out, "{\"application\":", record.application);
-        appendMember(out, ",\"brief\":", record.brief);
-        if (!record.filename.isEmpty())
-            appendMember(out, ",\"filename\":", record.filename);
-        appendMember(out, ",\"html\":", record.html);
-        appendMember(out, ",\"id\":", record.id.toString(QUuid::WithBraces));
-        appendMember(out, ",\"locked\":", record.locked);
-        appendMember(out, ",\"pinned\":", record.pinned);
-        appendMember(out, ",\"removed\":", record.removed);
-        appendMember(out, ",\"text\":", record.text);
-        appendMember(out, ",\"time\":", record.time.toString(Qt::ISODate));
-        out.append(",\"type\":");
-        out.append(QByteArray::number(record.type));
-        out.append('}');
+        QByteArray fragment;
+        if (reuse) {
+            const auto last = reuse->byId.constFind(record.id);
+            if (last != reuse->byId.constEnd() && last->first == record)
+                fragment = last->second;
+        }
+        if (fragment.isNull())
+            fragment = encodeRecord(record);
+        if (reuse)
+            encoded.byId.insert(record.id, {record, fragment});
+        out.append(fragment);
     }
+    if (reuse)
+        *reuse = std::move(encoded);
     out.append("],\"icons\":");
     QJsonObject icons;
     for (auto icon = document.icons.constBegin(); icon != document.icons.constEnd(); ++icon)
@@ -198,6 +200,35 @@ QByteArray HistoryFile::encode(const Document &document)
     out.append(QByteArray::number(Version));
     out.append('}');
     return out;
+}
+
+QByteArray HistoryFile::encodeRecord(const Record &record)
+{
+    QByteArray out;
+    out.reserve(record.text.size() + record.html.size() + record.brief.size() + 256);
+    appendMember(out, "{\"application\":", record.application);
+    appendMember(out, ",\"brief\":", record.brief);
+    if (!record.filename.isEmpty())
+        appendMember(out, ",\"filename\":", record.filename);
+    appendMember(out, ",\"html\":", record.html);
+    appendMember(out, ",\"id\":", record.id.toString(QUuid::WithBraces));
+    appendMember(out, ",\"locked\":", record.locked);
+    appendMember(out, ",\"pinned\":", record.pinned);
+    appendMember(out, ",\"removed\":", record.removed);
+    appendMember(out, ",\"text\":", record.text);
+    appendMember(out, ",\"time\":", record.time.toString(Qt::ISODate));
+    out.append(",\"type\":");
+    out.append(QByteArray::number(record.type));
+    out.append('}');
+    return out;
+}
+
+bool HistoryFile::Record::operator==(const Record &other) const
+{
+    return type == other.type && id == other.id && time == other.time && removed == other.removed &&
+           pinned == other.pinned && locked == other.locked && text == other.text &&
+           html == other.html && brief == other.brief && application == other.application &&
+           filename == other.filename;
 }
 
 bool HistoryFile::decode(const QByteArray &bytes, Document *document)

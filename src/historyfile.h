@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QHash>
 #include <QList>
+#include <QPair>
 #include <QString>
 #include <QUuid>
 
@@ -33,6 +34,16 @@ public:
         bool locked = false;
         QString application;
         QString filename;
+
+        bool operator==(const Record &other) const;
+        bool operator!=(const Record &other) const { return !(*this == other); }
+    };
+
+    // Records as the last encode wrote them. Between two saves a history changes by a row or
+    // two, so with this most records are copied rather than encoded again.
+    struct EncodedRecords
+    {
+        QHash<QUuid, QPair<Record, QByteArray>> byId;
     };
 
     struct Document
@@ -51,7 +62,7 @@ public:
     static QString path(const AppModes &modes);
     static QString temporaryPath(const QString &path);
 
-    static QByteArray encode(const Document &document);
+    static QByteArray encode(const Document &document, EncodedRecords *reuse = nullptr);
     // On a refused document logs why and returns false.
     static bool decode(const QByteArray &bytes, Document *document);
 
@@ -63,4 +74,5 @@ public:
 
 private:
     static Record fromJson(const QJsonObject &object);
+    static QByteArray encodeRecord(const Record &record);
 };

@@ -51,7 +51,7 @@ void HistoryWriter::runPending()
     if (!job->encoded) {
         QElapsedTimer timer;
         timer.start();
-        job->bytes = HistoryFile::encode(job->document);
+        job->bytes = HistoryFile::encode(job->document, &m_encoded);
         qDebug() << "Profile: Serializing to JSON took " << timer.elapsed();
     }
     const HistoryFile::WriteResult result = HistoryFile::write(job->path, job->bytes);

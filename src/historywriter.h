@@ -45,4 +45,6 @@ private:
     QThreadPool m_pool;
     QMutex m_mutex;
     std::optional<Job> m_pending;
+    // Used by one save at a time: the pool has a single thread.
+    HistoryFile::EncodedRecords m_encoded;
 };

@@ -13,6 +13,7 @@
 #include <QDate>
 #include <QDebug>
 #include <QFile>
+#include <QImageReader>
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QSslSocket>
@@ -117,6 +118,9 @@ int main(int argc, char *argv[])
     QCoreApplication::setOrganizationDomain(QStringLiteral("velmorin.app"));
     QCoreApplication::setApplicationName(QStringLiteral("Velmorin"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    // Screenshots of 8K screens are 256 MB decoded, twice Qt's default limit; the limit still
+    // keeps a hostile image from claiming gigabytes.
+    QImageReader::setAllocationLimit(512);
 
     Application app(argc, argv);
     applyStyle(app);

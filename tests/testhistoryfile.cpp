@@ -268,6 +268,31 @@ void TestHistoryFile::encoderWritesWhatQJsonDocumentWrites()
     }
     QCOMPARE(HistoryFile::encode(document), encodedByQt(document));
     QCOMPARE(HistoryFile::encode({}), encodedByQt({}));
+
+    // Reusing the last encode: every field counts, and records of the same id (the null id
+    // here) never stand in for each other.
+    HistoryFile::EncodedRecords reuse;
+    QCOMPARE(HistoryFile::encode(document, &reuse), encodedByQt(document));
+    for (qsizetype i = 0; i < document.records.size(); i += 10) {
+        HistoryFile::Record &record = document.records[i];
+        switch (i % 4) {
+        case 0:
+            record.pinned = !record.pinned;
+            break;
+        case 1:
+            record.text += QLatin1Char('!');
+            break;
+        case 2:
+            record.time = record.time.addSecs(1);
+            break;
+        default:
+            record.application.clear();
+            break;
+        }
+    }
+    document.records.removeAt(3);
+    document.records.insert(1, document.records.last());
+    QCOMPARE(HistoryFile::encode(document, &reuse), encodedByQt(document));
 }
 
 void TestHistoryFile::refusedDocumentsLeaveTheFileAlone_data()

@@ -2,7 +2,8 @@
 // answers on standard output, one line per command read from standard input:
 //   state  -> STATE {"text": ..., "position": caret, "anchor": selection start}
 //   clear  -> CLEARED
-//   copy-rich TEXT | copy-image W H | copy-files PATH[;PATH] | copy-secret TEXT -> COPIED
+//   copy-rich TEXT | copy-image W H | copy-long LENGTH | copy-files PATH[;PATH] |
+//   copy-secret TEXT -> COPIED
 //            (puts that content on the clipboard, as the application's own copy command would)
 // It says READY once its window is shown.
 #include <QApplication>
@@ -65,6 +66,8 @@ QMimeData *contentFor(const QByteArray &command)
         for (const QByteArray &path : words.at(1).split(';'))
             urls.append(QUrl::fromLocalFile(QString::fromUtf8(path)));
         data->setUrls(urls);
+    } else if (words.first() == "copy-long" && words.size() == 2) {
+        data->setText(QString(words.at(1).toInt(), QLatin1Char('x')));
     } else if (words.first() == "copy-secret") {
         data->setText(QString::fromUtf8(command.mid(command.indexOf(' ') + 1)));
         data->setData(QStringLiteral("x-kde-passwordManagerHint"), "secret");

@@ -67,6 +67,12 @@ bool TargetWindow::clear()
     return !request("clear", "CLEARED").isNull();
 }
 
+void TargetWindow::kill()
+{
+    m_process.kill();
+    m_process.waitForFinished(3000);
+}
+
 bool TargetWindow::copy(const QByteArray &command)
 {
     return !request(command, "COPIED").isNull();

@@ -28,6 +28,8 @@ public:
     QJsonObject state();
     QString text() { return state().value(QLatin1String("text")).toString(); }
     bool clear();
+    // Ends the editor at once, as a crash would.
+    void kill();
     // Puts content on the clipboard from the editor: "copy-rich some text", "copy-image 800 600",
     // "copy-files /a.png;/b.png", "copy-secret text" (see the editor for what each holds).
     bool copy(const QByteArray &command);

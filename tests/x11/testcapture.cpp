@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
+#include <QImageReader>
 #include <QMimeData>
 #include <QTest>
 
@@ -36,6 +37,7 @@ private slots:
     void textRichTextAndImageBecomeOneClippingEach();
     void textOnlyApplicationIsRewrittenAndExcludedOneIgnored();
     void passwordsAndFileLists();
+    void hugeContentAndVanishingOwners();
 
 private:
     // A copy of the editor under another executable name: another application to the rules.
@@ -151,9 +153,10 @@ void TestCapture::textOnlyApplicationIsRewrittenAndExcludedOneIgnored()
     QCOMPARE(newest().html, QString());
     QCOMPARE(newest().application, QStringLiteral("plaineditor"));
     // The rule holds for pastes too: the clipboard itself now has plain text only.
-    const QMimeData *clipboard = QGuiApplication::clipboard()->mimeData();
-    QVERIFY(!clipboard->hasHtml());
-    QCOMPARE(ClipboardMarks::owner(*clipboard), QStringLiteral("plaineditor"));
+    // Read afresh each time: this process may hear of the new owner a moment later.
+    const auto clipboard = [] { return QGuiApplication::clipboard()->mimeData(); };
+    QTRY_COMPARE(ClipboardMarks::owner(*clipboard()), QStringLiteral("plaineditor"));
+    QVERIFY(!clipboard()->hasHtml());
 
     QVERIFY(m_excludedEditor.activate());
     QVERIFY(m_excludedEditor.copy("copy-image 64 64"));
@@ -188,6 +191,42 @@ void TestCapture::passwordsAndFileLists()
     for (const HistoryFile::Record &clipping : clippings())
         QVERIFY(!clipping.text.contains(QStringLiteral("hunter2")));
     QVERIFY(!m_velmorin->output().contains(QStringLiteral("hunter2")));
+}
+
+void TestCapture::hugeContentAndVanishingOwners()
+{
+    const int before = int(clippings().size());
+    QVERIFY(m_editor.activate());
+    QVERIFY(m_editor.copy("copy-image 8192 8192"));
+    QVERIFY(waitForClippings(before + 1));
+    const QString cached = m_profile.path(QStringLiteral("data/Velmorin/Velmorin/images/")) +
+                           newest().id.toString(QUuid::WithBraces) + QLatin1Char('/') +
+                           newest().filename;
+    QTRY_COMPARE_WITH_TIMEOUT(QImageReader(cached).size(), QSize(8192, 8192), 20000);
+
+    // Far beyond the length limit: read, refused, and the program carries on.
+    QVERIFY(m_editor.copy("copy-long 5000000"));
+    QVERIFY(m_velmorin->waitForOutput(QStringLiteral("New clipboard content from"), 15000,
+                                      m_velmorin->outputCount("New clipboard content from") + 1));
+
+    // An owner that is gone while its content is read leaves nothing half made.
+    TargetWindow vanishing;
+    QVERIFY2(vanishing.start(editorCopy(QStringLiteral("vanishingeditor"))),
+             qPrintable(vanishing.error()));
+    QVERIFY(vanishing.copy("copy-image 3000 2000"));
+    vanishing.kill();
+    copyMarker(QStringLiteral("After the vanished owner"));
+    QTRY_COMPARE_WITH_TIMEOUT(newest().text, QStringLiteral("After the vanished owner"), 15000);
+    for (const HistoryFile::Record &clipping : clippings()) {
+        QVERIFY(clipping.text.size() < 5000000);
+        if (clipping.application == QLatin1String("vanishingeditor")) {
+            const QString file = m_profile.path(QStringLiteral("data/Velmorin/Velmorin/images/")) +
+                                 clipping.id.toString(QUuid::WithBraces) + QLatin1Char('/') +
+                                 clipping.filename;
+            QTRY_COMPARE(QImageReader(file).size(), QSize(3000, 2000));
+        }
+    }
+    QVERIFY(m_velmorin->isRunning());
 }
 
 QTEST_MAIN(TestCapture)
