@@ -34,6 +34,8 @@ void GlobalShortcuts::applyOne(QHotkey *hotkey, const char *key)
     const QKeySequence sequence = QKeySequence::fromString(text);
     if (hotkey->isRegistered() && hotkey->shortcut() == sequence)
         return;
-    if (!hotkey->setShortcut(sequence, true))
+    if (hotkey->setShortcut(sequence, true))
+        qDebug().noquote() << "Registered hotkey" << sequence.toString();
+    else
         qWarning().noquote() << "Unable to register hotkey" << sequence.toString();
 }
