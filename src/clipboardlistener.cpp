@@ -125,7 +125,7 @@ void ClipboardListener::check()
     }
 
     Capture capture;
-    capture.data.reset(ClipboardOps::copyOfClipboard(ClipboardOps::KeepImageEncoded));
+    capture.data.reset(ClipboardOps::copyOfClipboard(ClipboardOps::EncodedImageOnly));
     if (Platform::clipboardChangeCount() != changeCount) {
         // Parts of two contents would make one clipping; the newer one reports itself next.
         qDebug() << "The clipboard changed while it was read; waiting for its next change";

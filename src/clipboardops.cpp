@@ -117,7 +117,7 @@ QMimeData *copyOfClipboard(ImageCopy imageCopy)
     if (imageFormat.isEmpty()) {
         if (current->hasImage())
             copy->setImageData(clipboard()->image());
-    } else if (imageCopy == DecodeImage) {
+    } else if (imageCopy == DecodedImage) {
         copy->setImageData(QImage::fromData(copy->data(imageFormat)));
     }
     return copy;

@@ -14,12 +14,12 @@ namespace ClipboardOps {
 using CursorSteps = QPair<int, int>;
 
 enum TextMode { WithFormatting = 0, PlainText = 1 };
-enum ImageCopy { DecodeImage, KeepImageEncoded };
+enum ImageCopy { DecodedImage, EncodedImageOnly };
 
 // Every format of the current clipboard, copied; the caller owns it. Of an image offered in
 // several encodings only one is copied (PNG when offered), and decoded into the copy's image
 // unless the caller decodes it later.
-QMimeData *copyOfClipboard(ImageCopy imageCopy = DecodeImage);
+QMimeData *copyOfClipboard(ImageCopy imageCopy = DecodedImage);
 // Text the program puts on the clipboard for one paste (an expansion, a plain-text paste):
 // marked as ours and as private, so that no clipboard history records it.
 void setClipboardText(const QString &text);

@@ -125,12 +125,13 @@ void HistoryItemModel::addMimeData(QMimeData *data, const QPixmap &icon, const Q
     const QList<QUrl> urls = data->urls();
     if (!urls.isEmpty() && !addUrls(urls, icon, application))
         return;
-    if (data->hasImage()) {
+    const QImage image = qvariant_cast<QImage>(data->imageData());
+    if (!image.isNull()) {
         const QByteArray png = data->data(QStringLiteral("image/png"));
         // Stored as they came when they really are PNG; anything else is encoded again.
         const bool isPng = png.startsWith("\x89PNG\r\n\x1a\n");
-        addImage(urls.isEmpty() ? QUrl() : urls.first(), qvariant_cast<QImage>(data->imageData()),
-                 icon, application, now(), isPng ? png : QByteArray());
+        addImage(urls.isEmpty() ? QUrl() : urls.first(), image, icon, application, now(),
+                 isPng ? png : QByteArray());
     } else if (data->hasText()) {
         addText(data->text(), data->html(), icon, application);
     } else {

@@ -142,7 +142,7 @@ void TestClipboardOps::copyOfClipboardKeepsEveryFormat()
     encoded->setData(QStringLiteral("image/bmp"), QByteArray("not read"));
     encoded->setData(QStringLiteral("image/png"), png);
     clipboard()->setMimeData(encoded);
-    copy.reset(ClipboardOps::copyOfClipboard(ClipboardOps::KeepImageEncoded));
+    copy.reset(ClipboardOps::copyOfClipboard(ClipboardOps::EncodedImageOnly));
     QCOMPARE(copy->formats(), QStringList{QStringLiteral("image/png")});
     QCOMPARE(copy->data(QStringLiteral("image/png")), png);
     copy.reset(ClipboardOps::copyOfClipboard());
