@@ -144,6 +144,9 @@ void paste()
 void pastePlainText()
 {
     QMimeData *saved = copyOfClipboard();
+    // Put back as our own write, so that no application rule rewrites it on its return.
+    if (ClipboardMarks::owner(*saved).isNull())
+        ClipboardMarks::setOwner(saved, Platform::foregroundApplicationName());
     setClipboardText(clipboard()->text());
     paste();
     QTimer::singleShot(500, QCoreApplication::instance(),

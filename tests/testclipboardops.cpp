@@ -114,6 +114,7 @@ void TestClipboardOps::pastePlainTextRestoresTheClipboard()
     QCOMPARE(m_desktop->keyLog(), QStringLiteral("+Ctrl +V -Ctrl -V"));
     QTRY_VERIFY(clipboard()->mimeData()->hasHtml());
     QCOMPARE(clipboard()->mimeData()->html(), QStringLiteral("<b>bold</b> words"));
+    QVERIFY(!ClipboardMarks::owner(*clipboard()->mimeData()).isNull());
 }
 
 void TestClipboardOps::copyOfClipboardKeepsEveryFormat()
