@@ -15,6 +15,7 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QImageReader>
+#include <QKeySequence>
 #include <QMimeData>
 #include <QModelIndex>
 #include <QTimer>
@@ -93,6 +94,22 @@ QString programName()
     return QFileInfo(QCoreApplication::applicationFilePath()).fileName();
 }
 
+// The clipboard as it is, to be put back after a paste of the program's own text.
+QMimeData *saveClipboard()
+{
+    QMimeData *saved = ClipboardOps::copyOfClipboard();
+    // Put back as our own write, so that no application rule rewrites it on its return.
+    if (ClipboardMarks::owner(*saved).isNull())
+        ClipboardMarks::setOwner(saved, Platform::foregroundApplicationName());
+    return saved;
+}
+
+void restoreClipboardLater(QMimeData *saved)
+{
+    QTimer::singleShot(500, QCoreApplication::instance(),
+                       [saved] { clipboard()->setMimeData(saved, QClipboard::Clipboard); });
+}
+
 } // namespace
 
 namespace ClipboardOps {
@@ -143,14 +160,21 @@ void paste()
 
 void pastePlainText()
 {
-    QMimeData *saved = copyOfClipboard();
-    // Put back as our own write, so that no application rule rewrites it on its return.
-    if (ClipboardMarks::owner(*saved).isNull())
-        ClipboardMarks::setOwner(saved, Platform::foregroundApplicationName());
+    QMimeData *saved = saveClipboard();
     setClipboardText(clipboard()->text());
     paste();
-    QTimer::singleShot(500, QCoreApplication::instance(),
-                       [saved] { clipboard()->setMimeData(saved, QClipboard::Clipboard); });
+    restoreClipboardLater(saved);
+}
+
+void pasteTextForShortcut(const QString &text, const QString &shortcut)
+{
+    QMimeData *saved = saveClipboard();
+    setClipboardText(text);
+    const QKeySequence sequence = QKeySequence::fromString(shortcut);
+    if (!sequence.isEmpty())
+        sendModifiers(sequence[0].keyboardModifiers(), false);
+    paste();
+    restoreClipboardLater(saved);
 }
 
 void delayedPaste()

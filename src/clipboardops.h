@@ -28,6 +28,9 @@ void setClipboardText(const QString &text);
 void paste();
 // Pastes the clipboard's text without formatting, then puts the clipboard back after 500 ms.
 void pastePlainText();
+// Pastes text for a global shortcut that the user still holds: the modifiers it names are
+// released first, and the clipboard is put back after 500 ms.
+void pasteTextForShortcut(const QString &text, const QString &shortcut);
 // Pastes after 200 ms, once the program's own window or menu has given the focus back.
 void delayedPaste();
 void delayedPasteWithCursor(CursorSteps steps);

@@ -91,6 +91,8 @@ void connectTrayIcon(TrayIcon &tray, MainWindow &mainWindow)
     QObject::connect(&tray, &TrayIcon::showRequested, &mainWindow, &MainWindow::showAndPin);
     QObject::connect(&tray, &TrayIcon::settingsRequested, &mainWindow, &MainWindow::showSettings);
     QObject::connect(&tray, &TrayIcon::quitRequested, &QCoreApplication::quit);
+    QObject::connect(&tray, &TrayIcon::runActionRequested, &mainWindow,
+                     &MainWindow::runActionOnClipboard);
     if (QSystemTrayIcon::isSystemTrayAvailable()) {
         tray.show();
     } else {

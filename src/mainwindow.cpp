@@ -1,23 +1,30 @@
 #include "mainwindow.h"
 
+#include "actionapi.h"
+#include "actionfiles.h"
+#include "actionshortcuts.h"
 #include "application.h"
 #include "appmodes.h"
 #include "clipboardlistener.h"
+#include "clipboardmarks.h"
 #include "clipboardops.h"
 #include "clipping.h"
 #include "globalshortcuts.h"
 #include "historyfile.h"
 #include "historyitemmodel.h"
+#include "historyitemview.h"
 #include "releasenotesdialog.h"
 #include "settings.h"
 #include "settingsdialog.h"
 
+#include <QClipboard>
 #include <QCursor>
 #include <QDebug>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListView>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QScreen>
 #include <QSettings>
 #include <QSortFilterProxyModel>
@@ -38,7 +45,7 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
     : QWidget(parent, Qt::Window), m_testModes(testModes),
       m_history(new HistoryItemModel(HistoryFile::path(AppModes::current()), this)),
       m_pinButton(new QToolButton(this)), m_emptyLabel(new QLabel(this)),
-      m_historyView(new QListView(this)), m_shortcuts(new GlobalShortcuts(this)),
+      m_historyView(new HistoryItemView(this)), m_shortcuts(new GlobalShortcuts(this)),
       m_clipboardListener(new ClipboardListener(this))
 {
     setWindowTitle(tr("Velmorin"));
@@ -83,6 +90,9 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
     connect(m_history->proxy(), &QAbstractItemModel::rowsInserted, this,
             [this] { m_pasteNextRow = 0; });
     connect(m_historyView, &QListView::activated, this, &MainWindow::pasteClipping);
+    connect(m_historyView, &HistoryItemView::textAction, this, &MainWindow::keepActionResult);
+    connect(m_historyView, &HistoryItemView::addItem, m_history,
+            [this](const QString &text) { m_history->addText(text, QString(), {}, QString()); });
     connect(m_shortcuts, &GlobalShortcuts::mainActivated, this, &MainWindow::toggleAtMouse);
     connect(m_shortcuts, &GlobalShortcuts::plainTextActivated, this,
             [] { ClipboardOps::pastePlainText(); });
@@ -91,6 +101,10 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
     // Only once the history is loaded: a copy merged before would be lost to the load.
     connect(m_clipboardListener, &ClipboardListener::changed, m_history,
             &HistoryItemModel::addMimeData);
+    // The action menus and shortcuts read the listing, which would otherwise wait for the
+    // first look at the actions page.
+    ActionFiles::writeListing(ActionFiles::listedActions());
+    m_actionShortcuts = new ActionShortcuts(this);
 
     const QSize size = QSettings().value(SettingsKey::WindowSize).toSize();
     resize(size.isValid() ? size : QSize(420, 520));
@@ -120,6 +134,41 @@ void MainWindow::updateEmptyState()
     const bool empty = m_history->proxy()->rowCount() == 0;
     m_emptyLabel->setVisible(empty);
     m_historyView->setVisible(!empty);
+}
+
+void MainWindow::keepActionResult(const QModelIndex &proxyIndex, const QString &text)
+{
+    // The result becomes the newest copy, from the clipping's application; the clipping
+    // itself stays as it was copied.
+    m_history->addText(text, QString(), proxyIndex.data(Clipping::IconRole).value<QPixmap>(),
+                       proxyIndex.data(Clipping::ApplicationRole).toString());
+}
+
+void MainWindow::runActionOnClipboard(const QString &path, const QString &title)
+{
+    QClipboard *clipboard = QGuiApplication::clipboard();
+    const QString text = clipboard->text();
+    if (text.isEmpty()) {
+        QMessageBox::warning(this, QStringLiteral("Velmorin"),
+                             tr("Current clipboard content is not text. Unable to run the "
+                                "action."));
+        return;
+    }
+    QString error;
+    const QStringList result = ActionAPI::runActionFile(path, text, QString(), error);
+    qDebug() << "Executed" << result;
+    if (!error.isEmpty()) {
+        QMessageBox::warning(this, QStringLiteral("Velmorin"),
+                             tr("Failed to run action '%1'\n%2").arg(title, error));
+        return;
+    }
+    const QMimeData *current = clipboard->mimeData();
+    auto *data = new QMimeData;
+    data->setText(result.join(QLatin1Char('\n')));
+    const QString owner = current ? ClipboardMarks::owner(*current) : QString();
+    if (!owner.isNull())
+        ClipboardMarks::setOwner(data, owner);
+    clipboard->setMimeData(data);
 }
 
 void MainWindow::prepareToQuit()

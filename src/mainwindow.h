@@ -3,11 +3,12 @@
 #include <QPointer>
 #include <QWidget>
 
+class ActionShortcuts;
 class ClipboardListener;
 class GlobalShortcuts;
 class HistoryItemModel;
+class HistoryItemView;
 class QLabel;
-class QListView;
 class QModelIndex;
 class QToolButton;
 class ReleaseNotesDialog;
@@ -39,11 +40,15 @@ public:
     void hideWindow();
     void showSettings();
     void openReleaseNotes();
+    // Runs the action on the clipboard's text and puts the result on the clipboard, where the
+    // history records it as a copy from the same application.
+    void runActionOnClipboard(const QString &path, const QString &title);
 
     bool testModes() const { return m_testModes; }
     HistoryItemModel *historyModel() const { return m_history; }
     GlobalShortcuts *shortcuts() const { return m_shortcuts; }
     ClipboardListener *clipboardListener() const { return m_clipboardListener; }
+    ActionShortcuts *actionShortcuts() const { return m_actionShortcuts; }
 
     // What quitting does to the history: cleared and saved when the user asked for it, and
     // saves under way finished.
@@ -52,14 +57,16 @@ public:
 private:
     void loadHistory();
     void updateEmptyState();
+    void keepActionResult(const QModelIndex &proxyIndex, const QString &text);
 
     bool m_testModes;
     HistoryItemModel *m_history;
     QToolButton *m_pinButton;
     QLabel *m_emptyLabel;
-    QListView *m_historyView;
+    HistoryItemView *m_historyView;
     GlobalShortcuts *m_shortcuts;
     ClipboardListener *m_clipboardListener;
+    ActionShortcuts *m_actionShortcuts = nullptr;
     int m_pasteNextRow = 0;
     QPointer<SettingsDialog> m_settingsDialog;
     QPointer<ReleaseNotesDialog> m_releaseNotes;

@@ -1,5 +1,6 @@
 #include "settingsdialog.h"
 
+#include "actionlist.h"
 #include "applicationslist.h"
 #include "customkeysequenceedit.h"
 #include "platform.h"
@@ -25,6 +26,7 @@ SettingsDialog::SettingsDialog(QWidget *parent) : QDialog(parent), m_pages(new Q
     m_pages->addTab(createGeneralPage(), tr("General"));
     m_pages->addTab(createHistoryPage(), tr("History"));
     m_pages->addTab(createApplicationsPage(), tr("Applications"));
+    m_pages->addTab(createActionsPage(), tr("Actions"));
 
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -120,6 +122,27 @@ QWidget *SettingsDialog::createApplicationsPage()
     layout->addWidget(hint);
     layout->addWidget(m_applications, 1);
     layout->addWidget(actions, 0, Qt::AlignRight);
+    return page;
+}
+
+QWidget *SettingsDialog::createActionsPage()
+{
+    auto *page = new QWidget(this);
+    m_actions = new ActionList(page);
+    auto *hint = new QLabel(tr("Actions change a clipping's text with a small script. Run them "
+                               "from a clipping's menu or give them a shortcut. Changes here "
+                               "apply at once."),
+                            page);
+    hint->setWordWrap(true);
+    auto *add = new QToolButton(page);
+    add->setObjectName(QStringLiteral("newAction"));
+    add->setText(tr("New action"));
+    connect(add, &QToolButton::clicked, m_actions, &ActionList::newAction);
+
+    auto *layout = new QVBoxLayout(page);
+    layout->addWidget(hint);
+    layout->addWidget(m_actions, 1);
+    layout->addWidget(add, 0, Qt::AlignRight);
     return page;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QDialog>
 
+class ActionList;
 class ApplicationsList;
 class CustomKeySequenceEdit;
 class QCheckBox;
@@ -27,6 +28,7 @@ private:
     QWidget *createGeneralPage();
     QWidget *createHistoryPage();
     QWidget *createApplicationsPage();
+    QWidget *createActionsPage();
 
     QTabWidget *m_pages;
     QWidget *createShortcutRow(CustomKeySequenceEdit *edit);
@@ -43,4 +45,5 @@ private:
     QCheckBox *m_includeImages = nullptr;
     QCheckBox *m_clearHistory = nullptr;
     ApplicationsList *m_applications = nullptr;
+    ActionList *m_actions = nullptr;
 };

@@ -12,9 +12,12 @@ public:
     static SettingsEvents *instance();
 
     void notifyChanged() { emit changed(); }
+    void notifyActionsChanged() { emit actionsChanged(); }
 
 signals:
     void changed();
+    // Action shortcuts or the listing of actions were written.
+    void actionsChanged();
 
 private:
     SettingsEvents() = default;

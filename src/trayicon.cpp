@@ -1,5 +1,7 @@
 #include "trayicon.h"
 
+#include "runactionmenu.h"
+
 #include <QCursor>
 #include <QMenu>
 
@@ -24,6 +26,9 @@ void TrayIcon::showContextMenu()
     menu.setObjectName(QStringLiteral("trayMenu"));
     const QAction *show = menu.addAction(tr("Show"));
     const QAction *settings = menu.addAction(tr("Settings"));
+    auto *actions = new RunActionMenu(&menu);
+    connect(actions, &RunActionMenu::actionChosen, this, &TrayIcon::runActionRequested);
+    menu.addMenu(actions);
     menu.addSeparator();
     const QAction *quit = menu.addAction(tr("Quit"));
 

@@ -2,7 +2,8 @@
 
 #include <QSystemTrayIcon>
 
-// The tray icon: a click toggles the paste window, the context menu offers Show, Settings, Quit.
+// The tray icon: a click toggles the paste window; the context menu offers Show, Settings, the
+// actions to run on the clipboard, and Quit.
 class TrayIcon final : public QSystemTrayIcon
 {
     Q_OBJECT
@@ -15,6 +16,7 @@ signals:
     void showRequested();
     void settingsRequested();
     void quitRequested();
+    void runActionRequested(const QString &path, const QString &title);
 
 private:
     void onActivated(QSystemTrayIcon::ActivationReason reason);

@@ -1,0 +1,186 @@
+#include "actionfiles.h"
+
+#include "settings.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QRegularExpression>
+#include <QSaveFile>
+#include <QSettings>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+namespace {
+
+QString now()
+{
+    return QDateTime::currentDateTime().toString(Qt::ISODate);
+}
+
+bool readObject(const QString &path, QJsonObject &action)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
+    if (error.error != QJsonParseError::NoError || !document.isObject())
+        return false;
+    action = document.object();
+    return true;
+}
+
+// Every character but ASCII letters and digits removed; a word after a removed character
+// starts with a capital, so that "My action!" is still readable as "MyAction".
+QString fileStem(const QString &title)
+{
+    static const QRegularExpression notLetterOrDigit(QStringLiteral("[^a-zA-Z\\d]"));
+    const QStringList words = title.split(notLetterOrDigit);
+    QString stem = words.first();
+    for (qsizetype i = 1; i < words.size(); ++i)
+        stem += words.at(i).left(1).toUpper() + words.at(i).mid(1);
+    return stem;
+}
+
+QString parametersKey(const QString &path)
+{
+    return QLatin1String(SettingsKey::Parameters) + QLatin1Char('/') + QFileInfo(path).fileName();
+}
+
+} // namespace
+
+namespace ActionFiles {
+
+QString builtInFolder()
+{
+    return QStringLiteral(":/data/actions");
+}
+
+QString templatePath()
+{
+    return QStringLiteral(":/data/actions/template.js");
+}
+
+QString templateScript()
+{
+    QFile file(templatePath());
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QString userFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QDir::separator() +
+           QStringLiteral("actions");
+}
+
+bool isBuiltIn(const QString &path)
+{
+    return path.startsWith(QLatin1Char(':'));
+}
+
+bool comesBefore(const QString &a, const QString &b)
+{
+    if (isBuiltIn(a) != isBuiltIn(b))
+        return isBuiltIn(a);
+    return a < b;
+}
+
+void sortPaths(QStringList &paths)
+{
+    std::sort(paths.begin(), paths.end(), comesBefore);
+}
+
+QMap<QString, QJsonObject> scanFolder(const QString &folder)
+{
+    QMap<QString, QJsonObject> actions;
+    QDirIterator entries(folder, QDir::Files);
+    while (entries.hasNext()) {
+        const QString path = entries.next();
+        QJsonObject action;
+        if (path != templatePath() && readObject(path, action))
+            actions.insert(path, action);
+    }
+    return actions;
+}
+
+QString newFilePath(const QString &title)
+{
+    const QString stem = userFolder() + QDir::separator() + fileStem(title);
+    QString path = stem + QStringLiteral(".json");
+    for (int n = 1; QFileInfo::exists(path); ++n)
+        path = stem + QStringLiteral("-%1.json").arg(n);
+    return path;
+}
+
+bool writeAction(const QString &path, const QJsonObject &action)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    file.write(QJsonDocument(action).toJson(QJsonDocument::Compact));
+    return file.commit();
+}
+
+bool markDeleted(const QString &path)
+{
+    QJsonObject action;
+    readObject(path, action);
+    action.insert(QLatin1String("deleted"), true);
+    action.insert(QLatin1String("created"), now());
+    return writeAction(path, action);
+}
+
+QVariantMap parameterValues(const QString &path)
+{
+    return QSettings().value(parametersKey(path)).toMap();
+}
+
+void setParameterValues(const QString &path, const QVariantMap &values)
+{
+    QSettings().setValue(parametersKey(path), values);
+}
+
+QList<QPair<QString, QJsonObject>> listedActions()
+{
+    QMap<QString, QJsonObject> found = scanFolder(builtInFolder());
+    found.insert(scanFolder(userFolder()));
+    QStringList paths = found.keys();
+    sortPaths(paths);
+    QList<QPair<QString, QJsonObject>> actions;
+    for (const QString &path : std::as_const(paths)) {
+        const QJsonObject action = found.value(path);
+        if (!action.value(QLatin1String("deleted")).toBool())
+            actions.append({path, action});
+    }
+    return actions;
+}
+
+void writeListing(const QList<QPair<QString, QJsonObject>> &actions)
+{
+    QVariantMap titles;
+    for (const auto &[path, action] : actions)
+        titles.insert(path, action.value(QLatin1String("title")).toString());
+    QSettings().setValue(SettingsKey::Actions, titles);
+}
+
+QList<QPair<QString, QString>> menuEntries()
+{
+    const QSettings settings;
+    const QStringList hidden = settings.value(SettingsKey::HiddenActions).toStringList();
+    const QVariantMap listed = settings.value(SettingsKey::Actions).toMap();
+    QStringList paths = listed.keys();
+    sortPaths(paths);
+    QList<QPair<QString, QString>> entries;
+    for (const QString &path : std::as_const(paths)) {
+        if (!hidden.contains(path))
+            entries.append({path, listed.value(path).toString()});
+    }
+    return entries;
+}
+
+} // namespace ActionFiles
