@@ -3,9 +3,9 @@
 #include "customkeysequenceedit.h"
 #include "globalshortcuts.h"
 #include "qhotkey.h"
-#include "qhotkeyprivate.h"
 #include "settings.h"
 #include "settingsevents.h"
+#include "support/fakehotkeyservice.h"
 #include "support/testprofile.h"
 #include "win/winkeymap.h"
 
@@ -14,44 +14,6 @@
 #include <QTest>
 
 namespace {
-
-// The system's global-shortcut service: keeps what is registered, refuses what it is told to.
-class FakeHotkeyService final : public QHotkeyPrivate
-{
-public:
-    QList<QHotkey::NativeShortcut> registered;
-    QList<quint32> refusedKeys;
-    int registerCalls = 0;
-
-    void press(quint32 key, quint32 modifiers) { activateShortcut({key, modifiers}); }
-    bool nativeEventFilter(const QByteArray &, void *, qintptr *) override { return false; }
-
-protected:
-    quint32 nativeKeycode(Qt::Key key, bool &ok) override
-    {
-        ok = key != Qt::Key_unknown && key < Qt::Key_Escape;
-        return quint32(key);
-    }
-    quint32 nativeModifiers(Qt::KeyboardModifiers modifiers, bool &ok) override
-    {
-        ok = true;
-        return WinKeyMap::modifiers(modifiers);
-    }
-    bool registerShortcut(QHotkey::NativeShortcut shortcut, QString &error) override
-    {
-        ++registerCalls;
-        if (refusedKeys.contains(shortcut.key)) {
-            error = QStringLiteral("Hot key is already registered.");
-            return false;
-        }
-        registered.append(shortcut);
-        return true;
-    }
-    bool unregisterShortcut(QHotkey::NativeShortcut shortcut, QString &) override
-    {
-        return registered.removeOne(shortcut);
-    }
-};
 
 // A US layout for VkKeyScanW: letters and digits, nothing else.
 short usKeyScan(wchar_t character)
