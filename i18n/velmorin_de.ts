@@ -2,6 +2,286 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>ActionAPI</name>
+    <message>
+        <location filename="../src/actionapi.cpp" line="27"/>
+        <source>Failure at line %1: %2</source>
+        <translation>Fehler in Zeile %1: %2</translation>
+    </message>
+    <message>
+        <location filename="../src/actionapi.cpp" line="34"/>
+        <source>Failure: the script was stopped because it ran longer than %1 ms.</source>
+        <translation>Fehler: Das Skript wurde angehalten, weil es länger als %1 ms lief.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionapi.cpp" line="102"/>
+        <source>The action script is not a function.</source>
+        <translation>Das Aktionsskript ist keine Funktion.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionapi.cpp" line="115"/>
+        <source>The action script threw: %1</source>
+        <translation>Das Aktionsskript hat eine Ausnahme ausgelöst: %1</translation>
+    </message>
+    <message>
+        <location filename="../src/actionapi.cpp" line="131"/>
+        <source>Failed to open: </source>
+        <translation>Öffnen fehlgeschlagen: </translation>
+    </message>
+    <message>
+        <location filename="../src/actionapi.cpp" line="137"/>
+        <source>Failed to parse json: </source>
+        <translation>JSON konnte nicht gelesen werden: </translation>
+    </message>
+</context>
+<context>
+    <name>ActionEditor</name>
+    <message>
+        <location filename="../src/actioneditor.cpp" line="63"/>
+        <source>New action</source>
+        <translation>Neue Aktion</translation>
+    </message>
+    <message>
+        <location filename="../src/actioneditor.cpp" line="65"/>
+        <source>The quick brown fox jumps over the lazy dog.</source>
+        <translation>Franz jagt im komplett verwahrlosten Taxi quer durch Bayern.</translation>
+    </message>
+    <message>
+        <location filename="../src/actioneditor.cpp" line="74"/>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <location filename="../src/actioneditor.cpp" line="94"/>
+        <source>Parameters</source>
+        <translation>Parameter</translation>
+    </message>
+    <message>
+        <location filename="../src/actioneditor.cpp" line="114"/>
+        <source>Title:</source>
+        <translation>Titel:</translation>
+    </message>
+    <message>
+        <location filename="../src/actioneditor.cpp" line="115"/>
+        <source>Description:</source>
+        <translation>Beschreibung:</translation>
+    </message>
+    <message>
+        <location filename="../src/actioneditor.cpp" line="120"/>
+        <source>Test input:</source>
+        <translation>Testeingabe:</translation>
+    </message>
+    <message>
+        <location filename="../src/actioneditor.cpp" line="121"/>
+        <source>Output:</source>
+        <translation>Ausgabe:</translation>
+    </message>
+    <message>
+        <location filename="../src/actioneditor.cpp" line="172"/>
+        <source>Status: Evaluating...</source>
+        <translation>Status: Wird ausgewertet...</translation>
+    </message>
+    <message>
+        <location filename="../src/actioneditor.cpp" line="181"/>
+        <location filename="../src/actioneditor.cpp" line="195"/>
+        <source>Status: </source>
+        <translation>Status: </translation>
+    </message>
+    <message>
+        <location filename="../src/actioneditor.cpp" line="195"/>
+        <source>Success</source>
+        <translation>Erfolgreich</translation>
+    </message>
+    <message>
+        <location filename="../src/actioneditor.cpp" line="269"/>
+        <source>Writing the action file failed: </source>
+        <translation>Die Aktionsdatei konnte nicht geschrieben werden: </translation>
+    </message>
+</context>
+<context>
+    <name>ActionList</name>
+    <message>
+        <location filename="../src/actionlist.cpp" line="23"/>
+        <source>To lowercase</source>
+        <translation>In Kleinbuchstaben</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="24"/>
+        <source>Changes every letter to lower case.</source>
+        <translation>Wandelt jeden Buchstaben in einen Kleinbuchstaben um.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="25"/>
+        <source>To uppercase</source>
+        <translation>In Großbuchstaben</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="26"/>
+        <source>Changes every letter to upper case.</source>
+        <translation>Wandelt jeden Buchstaben in einen Großbuchstaben um.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="27"/>
+        <source>JSON Pretty Print</source>
+        <translation>JSON formatieren</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="28"/>
+        <source>Formats JSON with an indent of two spaces.</source>
+        <translation>Formatiert JSON mit einer Einrückung von zwei Leerzeichen.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="29"/>
+        <source>Stript HTML tags</source>
+        <translation>HTML-Tags entfernen</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="30"/>
+        <source>Removes HTML tags and keeps the text, with links written out.</source>
+        <translation>Entfernt HTML-Tags und behält den Text, Links mit ausgeschriebenem Ziel.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="32"/>
+        <source>Current time</source>
+        <translation>Aktuelle Uhrzeit</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="33"/>
+        <source>The current date and time.</source>
+        <translation>Das aktuelle Datum und die Uhrzeit.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="34"/>
+        <source>Generate password</source>
+        <translation>Passwort erzeugen</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="35"/>
+        <source>A random password of 16 letters, digits and punctuation.</source>
+        <translation>Ein zufälliges Passwort aus 16 Buchstaben, Ziffern und Satzzeichen.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="36"/>
+        <source>Hex dump</source>
+        <translation>Hex-Dump</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="37"/>
+        <source>The text&apos;s UTF-8 bytes in hexadecimal.</source>
+        <translation>Die UTF-8-Bytes des Textes in hexadezimaler Form.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="38"/>
+        <source>Date to Value</source>
+        <translation>Datum in Zahlenwert</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="39"/>
+        <source>Reads a date and gives its milliseconds since 1970-01-01 UTC.</source>
+        <translation>Liest ein Datum und gibt seine Millisekunden seit 1970-01-01 UTC aus.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="41"/>
+        <source>Value to Date</source>
+        <translation>Zahlenwert in Datum</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="42"/>
+        <source>Reads milliseconds since 1970-01-01 UTC and gives the local date and time.</source>
+        <translation>Liest Millisekunden seit 1970-01-01 UTC und gibt das lokale Datum mit Uhrzeit aus.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="44"/>
+        <source>Create GUID</source>
+        <translation>GUID erzeugen</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="45"/>
+        <source>A new random identifier (UUID version 4).</source>
+        <translation>Eine neue zufällige Kennung (UUID Version 4).</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="46"/>
+        <source>Word wrap</source>
+        <translation>Zeilenumbruch</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="47"/>
+        <source>Wraps lines at spaces so that none is longer than the length (80 when empty).</source>
+        <translation>Bricht Zeilen an Leerzeichen um, sodass keine länger als die Länge ist (80, wenn leer).</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="50"/>
+        <source>Split lines</source>
+        <translation>Zeilen aufteilen</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="51"/>
+        <source>Splits the text at the separator that gives the most pieces; each piece becomes a clipping of its own.</source>
+        <translation>Teilt den Text am Trennzeichen, das die meisten Teile ergibt; jeder Teil wird ein eigener Eintrag.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="144"/>
+        <source>View</source>
+        <translation>Ansehen</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="144"/>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="146"/>
+        <source>Set shortcut</source>
+        <translation>Tastenkürzel festlegen</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="149"/>
+        <source>Remove shortcut</source>
+        <translation>Tastenkürzel entfernen</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="153"/>
+        <source>Show in menu</source>
+        <translation>Im Menü zeigen</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="153"/>
+        <source>Hide from menu</source>
+        <translation>Im Menü ausblenden</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="157"/>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="206"/>
+        <source>Are you sure you want to delete the action &apos;%1&apos;?</source>
+        <translation>Soll die Aktion &apos;%1&apos; wirklich gelöscht werden?</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlist.cpp" line="213"/>
+        <source>Failed to delete the file &apos;%1&apos;.</source>
+        <translation>Die Datei &apos;%1&apos; konnte nicht gelöscht werden.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlistrow.cpp" line="48"/>
+        <source>Built-in actions cannot be edited.</source>
+        <translation>Mitgelieferte Aktionen können nicht bearbeitet werden.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlistrow.cpp" line="51"/>
+        <source>There are errors in the action script.</source>
+        <translation>Das Aktionsskript enthält Fehler.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlistrow.cpp" line="59"/>
+        <source>More</source>
+        <translation>Mehr</translation>
+    </message>
+</context>
+<context>
     <name>ApplicationsList</name>
     <message>
         <location filename="../src/applicationslist.cpp" line="117"/>
@@ -113,44 +393,66 @@
 <context>
     <name>HistoryItemModel</name>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="397"/>
+        <location filename="../src/historyitemmodel.cpp" line="445"/>
         <source>Failed to parse the clippings file: </source>
         <translation>Die Verlaufsdatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="429"/>
+        <location filename="../src/historyitemmodel.cpp" line="477"/>
         <source>Writing the clippings file failed: </source>
         <translation>Das Schreiben der Verlaufsdatei ist fehlgeschlagen: </translation>
     </message>
 </context>
 <context>
+    <name>HistoryItemView</name>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="25"/>
+        <source>Failed to run action &apos;%1&apos;
+%2</source>
+        <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
+%2</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
-        <location filename="../src/mainwindow.cpp" line="42"/>
+        <location filename="../src/mainwindow.cpp" line="51"/>
         <source>Velmorin</source>
         <translation>Velmorin</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="48"/>
-        <location filename="../src/mainwindow.cpp" line="49"/>
+        <location filename="../src/mainwindow.cpp" line="57"/>
+        <location filename="../src/mainwindow.cpp" line="58"/>
         <source>Keep the window open</source>
         <translation>Fenster geöffnet lassen</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="52"/>
+        <location filename="../src/mainwindow.cpp" line="61"/>
         <source>Clipboard history</source>
         <translation>Verlauf der Zwischenablage</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="58"/>
+        <location filename="../src/mainwindow.cpp" line="67"/>
         <source>Copied items appear here.</source>
         <translation>Kopierte Einträge erscheinen hier.</translation>
+    </message>
+    <message>
+        <location filename="../src/mainwindow.cpp" line="153"/>
+        <source>Current clipboard content is not text. Unable to run the action.</source>
+        <translation>Die Zwischenablage enthält keinen Text. Die Aktion kann nicht ausgeführt werden.</translation>
+    </message>
+    <message>
+        <location filename="../src/mainwindow.cpp" line="162"/>
+        <source>Failed to run action &apos;%1&apos;
+%2</source>
+        <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
+%2</translation>
     </message>
 </context>
 <context>
     <name>QObject</name>
     <message>
-        <location filename="../src/main.cpp" line="143"/>
+        <location filename="../src/main.cpp" line="149"/>
         <source>Velmorin is already running!</source>
         <translation>Velmorin läuft bereits!</translation>
     </message>
@@ -169,116 +471,139 @@
     </message>
 </context>
 <context>
+    <name>RunActionMenu</name>
+    <message>
+        <location filename="../src/runactionmenu.cpp" line="7"/>
+        <source>Run action</source>
+        <translation>Aktion ausführen</translation>
+    </message>
+</context>
+<context>
     <name>SettingsDialog</name>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="23"/>
+        <location filename="../src/settingsdialog.cpp" line="24"/>
         <source>Velmorin Settings</source>
         <translation>Velmorin-Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="25"/>
+        <location filename="../src/settingsdialog.cpp" line="26"/>
         <source>General</source>
         <translation>Allgemein</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="26"/>
+        <location filename="../src/settingsdialog.cpp" line="27"/>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="27"/>
+        <location filename="../src/settingsdialog.cpp" line="28"/>
         <source>Applications</source>
         <translation>Anwendungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="43"/>
+        <location filename="../src/settingsdialog.cpp" line="29"/>
+        <source>Actions</source>
+        <translation>Aktionen</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="45"/>
         <source>Write a debug log</source>
         <translation>Debug-Protokoll schreiben</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="44"/>
+        <location filename="../src/settingsdialog.cpp" line="46"/>
         <source>The debug log is written from the next start on.</source>
         <translation>Das Debug-Protokoll wird ab dem nächsten Start geschrieben.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="47"/>
+        <location filename="../src/settingsdialog.cpp" line="49"/>
         <source>Start with the system</source>
         <translation>Mit dem System starten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="48"/>
+        <location filename="../src/settingsdialog.cpp" line="50"/>
         <source>Only expand keyword after space is pressed</source>
         <translation>Schlüsselwort erst nach einem Leerzeichen ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="54"/>
+        <location filename="../src/settingsdialog.cpp" line="56"/>
         <source>Open the paste window:</source>
         <translation>Einfügefenster öffnen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="55"/>
+        <location filename="../src/settingsdialog.cpp" line="57"/>
         <source>Paste as plain text:</source>
         <translation>Als reinen Text einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="56"/>
+        <location filename="../src/settingsdialog.cpp" line="58"/>
         <source>Paste the next item:</source>
         <translation>Nächsten Eintrag einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="72"/>
+        <location filename="../src/settingsdialog.cpp" line="74"/>
         <source>Clear</source>
         <translation>Leeren</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="73"/>
+        <location filename="../src/settingsdialog.cpp" line="75"/>
         <source>No shortcut</source>
         <translation>Kein Tastenkürzel</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="90"/>
+        <location filename="../src/settingsdialog.cpp" line="92"/>
         <source> characters</source>
         <translation> Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="93"/>
+        <location filename="../src/settingsdialog.cpp" line="95"/>
         <source> × 1024 characters</source>
         <translation> × 1024 Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="94"/>
+        <location filename="../src/settingsdialog.cpp" line="96"/>
         <source>Keep copied images</source>
         <translation>Kopierte Bilder behalten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="95"/>
+        <location filename="../src/settingsdialog.cpp" line="97"/>
         <source>Clear the history on quit (locked items stay)</source>
         <translation>Verlauf beim Beenden leeren (gesperrte Elemente bleiben)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="98"/>
+        <location filename="../src/settingsdialog.cpp" line="100"/>
         <source>Clippings to keep:</source>
         <translation>Anzahl der Einträge:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="99"/>
+        <location filename="../src/settingsdialog.cpp" line="101"/>
         <source>Ignore texts shorter than:</source>
         <translation>Texte ignorieren, kürzer als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="100"/>
+        <location filename="../src/settingsdialog.cpp" line="102"/>
         <source>Ignore texts longer than:</source>
         <translation>Texte ignorieren, länger als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="110"/>
+        <location filename="../src/settingsdialog.cpp" line="112"/>
         <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated.</source>
         <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="115"/>
+        <location filename="../src/settingsdialog.cpp" line="117"/>
         <source>Rules</source>
         <translation>Regeln</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="132"/>
+        <source>Actions change a clipping&apos;s text with a small script. Run them from a clipping&apos;s menu or give them a shortcut. Changes here apply at once.</source>
+        <translation>Aktionen ändern den Text eines Eintrags mit einem kleinen Skript. Führen Sie sie aus dem Menü eines Eintrags aus oder geben Sie ihnen ein Tastenkürzel. Änderungen hier gelten sofort.</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="139"/>
+        <source>New action</source>
+        <translation>Neue Aktion</translation>
     </message>
 </context>
 <context>
@@ -297,22 +622,22 @@
 <context>
     <name>TrayIcon</name>
     <message>
-        <location filename="../src/trayicon.cpp" line="9"/>
+        <location filename="../src/trayicon.cpp" line="11"/>
         <source>Velmorin</source>
         <translation>Velmorin</translation>
     </message>
     <message>
-        <location filename="../src/trayicon.cpp" line="25"/>
+        <location filename="../src/trayicon.cpp" line="27"/>
         <source>Show</source>
         <translation>Anzeigen</translation>
     </message>
     <message>
-        <location filename="../src/trayicon.cpp" line="26"/>
+        <location filename="../src/trayicon.cpp" line="28"/>
         <source>Settings</source>
         <translation>Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/trayicon.cpp" line="28"/>
+        <location filename="../src/trayicon.cpp" line="33"/>
         <source>Quit</source>
         <translation>Beenden</translation>
     </message>
