@@ -149,6 +149,9 @@ void ActionEditor::setUpScriptEditor()
     m_script->setLexer(lexer);
     m_script->setUtf8(true);
     m_script->setWrapMode(QsciScintilla::WrapNone);
+    // The horizontal scroll bar follows the longest line instead of a fixed width.
+    m_script->SendScintilla(QsciScintilla::SCI_SETSCROLLWIDTH, 1);
+    m_script->SendScintilla(QsciScintilla::SCI_SETSCROLLWIDTHTRACKING, true);
     m_script->setAutoIndent(true);
     m_script->setIndentationsUseTabs(false);
     m_script->setIndentationWidth(4);

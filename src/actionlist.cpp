@@ -64,6 +64,8 @@ ActionList::ActionList(QWidget *parent) : QListWidget(parent)
     setObjectName(QStringLiteral("actionList"));
     setSelectionMode(QAbstractItemView::SingleSelection);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setResizeMode(QListView::Adjust);
     connect(this, &QListWidget::itemActivated, this, [this](QListWidgetItem *item) {
         // The editor reloads the list, which must not happen inside the view's own signal.
         const QPersistentModelIndex row = indexFromItem(item);
@@ -77,6 +79,14 @@ void ActionList::showEvent(QShowEvent *event)
     // Each time: synchronisation may have brought action files since the last look.
     load();
     QListWidget::showEvent(event);
+}
+
+void ActionList::resizeEvent(QResizeEvent *event)
+{
+    QListWidget::resizeEvent(event);
+    // A description wraps to the new width, which may change the number of its lines.
+    for (int i = 0; i < count(); ++i)
+        fitRowHeight(item(i));
 }
 
 void ActionList::load()
@@ -121,8 +131,19 @@ void ActionList::updateRowWidget(QListWidgetItem *item)
         QMetaObject::invokeMethod(
             this, [this, index] { showRowMenu(itemFromIndex(index)); }, Qt::QueuedConnection);
     });
-    item->setSizeHint(row->sizeHint());
     setItemWidget(item, row);
+    fitRowHeight(item);
+}
+
+void ActionList::fitRowHeight(QListWidgetItem *item)
+{
+    const QWidget *row = itemWidget(item);
+    if (!row)
+        return;
+    // The row's own size hint guesses a width for its wrapped description; the list knows it.
+    const int width = viewport()->width();
+    const int height = row->heightForWidth(width);
+    item->setSizeHint(QSize(width, height > 0 ? height : row->sizeHint().height()));
 }
 
 void ActionList::showRowMenu(QListWidgetItem *item)

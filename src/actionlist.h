@@ -38,11 +38,13 @@ public:
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     QListWidgetItem *addRow(const QString &path, const QJsonObject &action,
                             const QStringList &hidden, const QVariantMap &shortcuts);
     void updateRowWidget(QListWidgetItem *item);
+    void fitRowHeight(QListWidgetItem *item);
     void askForShortcut(QListWidgetItem *item);
     void showRowMenu(QListWidgetItem *item);
     void writeSettings();
