@@ -38,6 +38,7 @@ void ActionShortcuts::apply()
             delete hotkey;
             continue;
         }
+        qDebug().noquote() << "Registered hotkey" << text << "for action" << path;
         connect(hotkey, &QHotkey::activated, this, [path, text] { runOnClipboard(path, text); });
         m_hotkeys.append(hotkey);
     }

@@ -12,7 +12,9 @@
 #include "support/targetwindow.h"
 #include "support/testprofile.h"
 
+#include <QClipboard>
 #include <QFile>
+#include <QGuiApplication>
 #include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QTest>
@@ -58,6 +60,7 @@ private slots:
     void globalShortcutFiresInTheTarget();
     void shortcutHeldByAnotherProgramIsRefused();
     void programOpensOnItsShortcutAndPastes();
+    void actionShortcutPastesItsResult();
     void autostartEntryAndTheme();
 
 private:
@@ -215,6 +218,30 @@ void TestDesktop::programOpensOnItsShortcutAndPastes()
     QTRY_COMPARE_WITH_TIMEOUT(
         m_target.text(),
         QStringLiteral("Meeting moved to Thursday 10:30, room Aurora (2nd floor)."), 10000);
+    velmorin.terminate();
+}
+
+void TestDesktop::actionShortcutPastesItsResult()
+{
+    m_input->removeHooks();
+    TestProfile profile;
+    profile.setSetting(QStringLiteral("ReleaseNotesVersion"), QStringLiteral("1.9"));
+    profile.setSetting(QStringLiteral("ActionShortcuts"),
+                       QVariantMap{{QStringLiteral(":/data/actions/02-toupper.json"),
+                                    QStringLiteral("Ctrl+Alt+U")}});
+    AppProcess velmorin(QStringLiteral(VELMORIN_BINARY), profile);
+    velmorin.setEnvironmentValue(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    velmorin.start({QStringLiteral("--demo")});
+    QVERIFY(velmorin.waitForOutput(QStringLiteral("Registered hotkey Ctrl+Alt+U for action")));
+
+    QGuiApplication::clipboard()->setText(QStringLiteral("quiet words"));
+    QVERIFY(m_target.activate());
+    QVERIFY(m_target.clear());
+    QVERIFY(press({QStringLiteral("ctrl+alt+u")}));
+    QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("QUIET WORDS"), 10000);
+    // The clipboard is the user's again once the paste is done.
+    QTRY_COMPARE_WITH_TIMEOUT(QGuiApplication::clipboard()->text(), QStringLiteral("quiet words"),
+                              5000);
     velmorin.terminate();
 }
 
