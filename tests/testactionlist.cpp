@@ -13,6 +13,7 @@
 #include "runactionmenu.h"
 #include "settings.h"
 #include "settingsevents.h"
+#include "support/actionfixtures.h"
 #include "support/fakedesktop.h"
 #include "support/fakehotkeyservice.h"
 #include "support/testprofile.h"
@@ -42,12 +43,10 @@
 
 #include <functional>
 
-namespace {
+using ActionFixtures::builtIn;
+using ActionFixtures::writeUserAction;
 
-QString builtIn(const char *fileName)
-{
-    return ActionFiles::builtInFolder() + QLatin1Char('/') + QLatin1String(fileName);
-}
+namespace {
 
 // Answers the next modal dialog once it is open, so that a blocking exec() returns.
 void whenModalOpens(const std::function<void(QWidget *)> &answer)
@@ -101,8 +100,6 @@ private slots:
     void shortcutRunsOnTheClipboardAndPastes();
 
 private:
-    QString writeUserAction(const QString &fileName, const QJsonObject &action);
-
     TestProfile m_profile;
     FakeDesktop *m_desktop = nullptr;
     FakeHotkeyService *m_hotkeys = nullptr;
@@ -129,14 +126,6 @@ void TestActionList::init()
     QDir(ActionFiles::userFolder()).removeRecursively();
     QSettings().clear();
     m_desktop->events.clear();
-}
-
-QString TestActionList::writeUserAction(const QString &fileName, const QJsonObject &action)
-{
-    QDir().mkpath(ActionFiles::userFolder());
-    const QString path = ActionFiles::userFolder() + QLatin1Char('/') + fileName;
-    [&] { QVERIFY(ActionFiles::writeAction(path, action)); }();
-    return path;
 }
 
 void TestActionList::rowsShowStatusAndOfferTheirCommands()

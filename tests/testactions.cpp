@@ -3,6 +3,7 @@
 #include "actionapi.h"
 #include "actionfiles.h"
 #include "settings.h"
+#include "support/actionfixtures.h"
 #include "support/testprofile.h"
 
 #include <QDateTime>
@@ -16,14 +17,8 @@
 #include <QSettings>
 #include <QTest>
 
-namespace {
-
-QString builtIn(const char *fileName)
-{
-    return ActionFiles::builtInFolder() + QLatin1Char('/') + QLatin1String(fileName);
-}
-
-} // namespace
+using ActionFixtures::builtIn;
+using ActionFixtures::writeUserAction;
 
 class TestActions : public QObject
 {
@@ -51,7 +46,6 @@ private slots:
 
 private:
     QStringList run(const QString &path, const QString &text, QString *error = nullptr);
-    QString writeUserAction(const QString &fileName, const QJsonObject &action);
 
     TestProfile m_profile;
 };
@@ -78,14 +72,6 @@ QStringList TestActions::run(const QString &path, const QString &text, QString *
     else
         [&] { QVERIFY2(runError.isEmpty(), qPrintable(runError)); }();
     return result;
-}
-
-QString TestActions::writeUserAction(const QString &fileName, const QJsonObject &action)
-{
-    QDir().mkpath(ActionFiles::userFolder());
-    const QString path = ActionFiles::userFolder() + QLatin1Char('/') + fileName;
-    [&] { QVERIFY(ActionFiles::writeAction(path, action)); }();
-    return path;
 }
 
 void TestActions::runnerContract_data()
