@@ -168,18 +168,23 @@ void writeListing(const QList<QPair<QString, QJsonObject>> &actions)
     QSettings().setValue(SettingsKey::Actions, titles);
 }
 
-QList<QPair<QString, QString>> menuEntries()
+QList<QPair<QString, QString>> listedActionTitles()
 {
-    const QSettings settings;
-    const QStringList hidden = settings.value(SettingsKey::HiddenActions).toStringList();
-    const QVariantMap listed = settings.value(SettingsKey::Actions).toMap();
+    const QVariantMap listed = QSettings().value(SettingsKey::Actions).toMap();
     QStringList paths = listed.keys();
     sortPaths(paths);
-    QList<QPair<QString, QString>> entries;
-    for (const QString &path : std::as_const(paths)) {
-        if (!hidden.contains(path))
-            entries.append({path, listed.value(path).toString()});
-    }
+    QList<QPair<QString, QString>> titles;
+    for (const QString &path : std::as_const(paths))
+        titles.append({path, listed.value(path).toString()});
+    return titles;
+}
+
+QList<QPair<QString, QString>> menuEntries()
+{
+    const QStringList hidden = QSettings().value(SettingsKey::HiddenActions).toStringList();
+    QList<QPair<QString, QString>> entries = listedActionTitles();
+    entries.removeIf(
+        [&hidden](const QPair<QString, QString> &entry) { return hidden.contains(entry.first); });
     return entries;
 }
 

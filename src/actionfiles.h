@@ -43,6 +43,8 @@ QList<QPair<QString, QJsonObject>> listedActions();
 // Writes the listing (path and title of each action) that menus and shortcuts read.
 void writeListing(const QList<QPair<QString, QJsonObject>> &actions);
 
+// Path and title of every listed action, hidden ones included, in order.
+QList<QPair<QString, QString>> listedActionTitles();
 // The actions the menus offer: path and title of every listed action that is not hidden, in
 // order.
 QList<QPair<QString, QString>> menuEntries();

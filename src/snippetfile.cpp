@@ -1,0 +1,61 @@
+#include "snippetfile.h"
+
+#include "appmodes.h"
+#include "settings.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+QString SnippetFile::fileName(const AppModes &modes)
+{
+    if (modes.perfTest)
+        return QStringLiteral("Snippets-perftest.json");
+    if (modes.demo)
+        return QStringLiteral("Snippets-demo.json");
+    return QStringLiteral("Snippets.json");
+}
+
+QString SnippetFile::path(const AppModes &modes)
+{
+    QString chosen = Settings::value(SettingsKey::SnippetFilePath).toString();
+    if (chosen.isEmpty()) {
+        chosen = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+                 QDir::separator() + QStringLiteral("Snippets.json");
+    }
+    if (!modes.perfTest && !modes.demo)
+        return chosen;
+    return QFileInfo(chosen).path() + QDir::separator() + fileName(modes);
+}
+
+QString SnippetFile::backupFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QDir::separator() +
+           QStringLiteral("backups");
+}
+
+bool SnippetFile::writeBackup(const QByteArray &bytes, const QDate &today)
+{
+    QDir folder(backupFolder());
+    if (!folder.mkpath(QStringLiteral("."))) {
+        qWarning().noquote() << folder.path() + QStringLiteral(" cannot be opened for writing.");
+        return false;
+    }
+    QFileInfoList backups = folder.entryInfoList(QDir::Files, QDir::Time);
+    while (backups.size() > KeptBackups) {
+        const QString oldest = backups.takeLast().filePath();
+        if (QFile::remove(oldest))
+            qDebug().noquote() << "Deleted backup file " + oldest;
+    }
+    const QString path = folder.filePath(
+        QStringLiteral("Snippets-%1.json").arg(today.toString(QStringLiteral("yyyy-MM-dd"))));
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        qWarning().noquote() << path + QStringLiteral(" cannot be opened for writing.");
+        return false;
+    }
+    qDebug().noquote() << "Wrote backup file " + path;
+    return true;
+}

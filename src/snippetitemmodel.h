@@ -1,0 +1,92 @@
+#pragma once
+
+#include "isyncmerge.h"
+
+#include <QDateTime>
+#include <QHash>
+#include <QMap>
+#include <QStandardItemModel>
+#include <QUuid>
+
+#include <functional>
+
+class QTimer;
+
+// The snippet tree: groups at the top level, their snippets as children. Whatever comes in,
+// from the file, an import or sync, enters group by group through mergeGroup(), where a newer
+// time wins, a removal wins over everything, and nothing is deleted because it is missing.
+// Every edit is timed, saved shortly after the last one of a burst, and backed up daily.
+class SnippetItemModel final : public QStandardItemModel, public ISyncMerge
+{
+    Q_OBJECT
+
+public:
+    enum class LoadResult { Loaded, Examples, Unreadable, Rejected };
+
+    // path: the snippet file (see SnippetFile::path()).
+    explicit SnippetItemModel(const QString &path, QObject *parent = nullptr);
+
+    QString filePath() const { return m_path; }
+    void setClock(std::function<QDateTime()> clock);
+    QDateTime now() const { return m_clock(); }
+    // Removed groups and snippets by id, with the time of their removal.
+    QHash<QUuid, QDateTime> removedItems() const { return m_removed; }
+
+    // Reads the file; on a first start (no file, no rows, not a demonstration) the example
+    // snippets instead.
+    LoadResult load(bool demoMode);
+    void loadExamples();
+    // One example file as a group item with its snippets; name is the group's untranslated name.
+    QStandardItem *exampleGroup(const QString &name, const QString &content) const;
+    QByteArray serialize(bool indented = false) const;
+    // The number of groups and snippets read, or -1 for a document that is not ours. An import
+    // ignores the document's removals and removes nothing.
+    int deserialize(const QByteArray &bytes, bool ignoreRemovals);
+    // Takes the group item with its snippets as children.
+    void mergeGroup(QStandardItem *incoming);
+    // Writes the file now, and the day's backup.
+    bool save();
+    // Writes the file shortly after the last of a burst of edits.
+    void scheduleSave();
+    void finishSaves();
+
+    // Edits made by the user; each times the item, saves and reports contentChanged().
+    QModelIndex addGroup(const QString &title);
+    QModelIndex addSnippet(const QModelIndex &group, const QString &title, const QString &text);
+    void setTitle(const QModelIndex &index, const QString &title);
+    void setSnippetData(const QModelIndex &snippet, int role, const QVariant &value);
+    void removeItem(const QModelIndex &index);
+    // By one row within its level; false at either end.
+    bool moveItem(const QModelIndex &index, int delta);
+    // The snippet goes to the end of the other group under a new id, and its old id counts as
+    // removed, so that no other computer keeps it in both groups.
+    QModelIndex moveToGroup(const QModelIndex &snippet, const QModelIndex &group);
+
+    // keyword -> snippet text, of every snippet with a keyword.
+    QMap<QString, QString> keywords() const;
+    // The title of another snippet with this keyword, or an empty string.
+    QString keywordOwner(const QString &keyword, const QModelIndex &except = QModelIndex()) const;
+    QStandardItem *snippetById(const QUuid &id) const;
+
+    QString hash() override;
+    bool merge(const QByteArray &downloaded, QByteArray &output, SyncDirection direction) override;
+
+signals:
+    void loaded();
+    // The tree changed, by an edit, a load or sync: keywords and shortcuts follow it.
+    void contentChanged();
+    void syncRequested();
+    void warning(const QString &message);
+
+private:
+    QStandardItem *groupById(const QUuid &id) const;
+    void mergeChild(QStandardItem *group, QList<QStandardItem *> row);
+    void removeListedRows();
+    void markEdited(QStandardItem *item);
+    void recordRemoval(QStandardItem *item);
+
+    QString m_path;
+    QHash<QUuid, QDateTime> m_removed;
+    QTimer *m_saveTimer;
+    std::function<QDateTime()> m_clock;
+};
