@@ -94,10 +94,13 @@ QString programName()
     return QFileInfo(QCoreApplication::applicationFilePath()).fileName();
 }
 
-// The clipboard as it is, to be put back after a paste of the program's own text.
+} // namespace
+
+namespace ClipboardOps {
+
 QMimeData *saveClipboard()
 {
-    QMimeData *saved = ClipboardOps::copyOfClipboard();
+    QMimeData *saved = copyOfClipboard();
     // Put back as our own write, so that no application rule rewrites it on its return.
     if (ClipboardMarks::owner(*saved).isNull())
         ClipboardMarks::setOwner(saved, Platform::foregroundApplicationName());
@@ -109,10 +112,6 @@ void restoreClipboardLater(QMimeData *saved)
     QTimer::singleShot(500, QCoreApplication::instance(),
                        [saved] { clipboard()->setMimeData(saved, QClipboard::Clipboard); });
 }
-
-} // namespace
-
-namespace ClipboardOps {
 
 QMimeData *copyOfClipboard(ImageCopy imageCopy)
 {

@@ -23,6 +23,11 @@ QMimeData *copyOfClipboard(ImageCopy imageCopy = DecodedImage);
 // Text the program puts on the clipboard for one paste (an expansion, a plain-text paste):
 // marked as ours and as private, so that no clipboard history records it.
 void setClipboardText(const QString &text);
+// A copy of the clipboard to put back after pasting the program's own text; marked as a write
+// of its owner, so that no application rule rewrites it on its return.
+QMimeData *saveClipboard();
+// Puts the saved content back after 500 ms, once the paste has been read.
+void restoreClipboardLater(QMimeData *saved);
 // Ctrl+V into the focused application. Modifiers the user still holds (from the global
 // shortcut) are released first and pressed again 100 ms later.
 void paste();

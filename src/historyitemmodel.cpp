@@ -572,6 +572,18 @@ void HistoryItemModel::fillWithGeneratedClippings(int count)
     }
 }
 
+QStringList HistoryItemModel::clippingTexts()
+{
+    QStringList texts;
+    const HistoryItemModel *history = instance();
+    for (int row = 0; history && row < history->rowCount(); ++row) {
+        const QStandardItem *clipping = history->item(row);
+        if (!clipping->data(Clipping::RemovedRole).toBool())
+            texts.append(clipping->data(Clipping::TextRole).toString());
+    }
+    return texts;
+}
+
 QString HistoryItemModel::hash()
 {
     return QString::fromLatin1(

@@ -31,6 +31,8 @@ public:
     ~HistoryItemModel() override;
 
     static HistoryItemModel *instance();
+    // The texts of the history as its list shows them, newest first; none without a history.
+    static QStringList clippingTexts();
 
     // The rows the views and search see: those not removed.
     QSortFilterProxyModel *proxy() const { return m_proxy; }

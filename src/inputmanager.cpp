@@ -1,13 +1,19 @@
 #include "inputmanager.h"
 
+#include "clipboardops.h"
+#include "historyitemmodel.h"
+#include "keysender.h"
 #include "platform.h"
 #include "platform/idesktop.h"
 #include "platform/virtualkeys.h"
 #include "settings.h"
 #include "settingsevents.h"
+#include "snippet.h"
+#include "snippetplaceholders.h"
 
 #include <QCoreApplication>
 #include <QDebug>
+#include <QTimer>
 
 InputManager *InputManager::instance()
 {
@@ -104,7 +110,59 @@ void InputManager::classifyKey(quint32 virtualKey, const QString &text)
 void InputManager::onCharacterTyped(QChar character)
 {
     // With RequireSpace the space is what asks for the match, not part of the word.
-    if (m_requireSpace && character.isSpace())
+    if (!m_requireSpace || !character.isSpace()) {
+        m_typedWord.append(character);
+        if (m_requireSpace)
+            return;
+    }
+    const auto found = m_keywords.constFind(m_typedWord);
+    if (found == m_keywords.constEnd())
         return;
-    m_typedWord.append(character);
+    qDebug() << "Matched keyword:" << m_typedWord << *found;
+    const QString application = m_desktop->foregroundApplicationName();
+    if (m_noExpandApplications.contains(application))
+        return;
+    const int backspaces = int(m_typedWord.size()) + (m_requireSpace ? 1 : 0);
+    const int delay = m_delayedApplications.value(application).toInt();
+    // Even without a delay, through the event loop: the key that completed the keyword is
+    // still being delivered.
+    QTimer::singleShot(delay, this, [this, backspaces, text = *found, application] {
+        if (!m_typedWord.isEmpty()) {
+            qDebug() << "The text was not expanded because there were characters typed before "
+                        "the delay ended";
+            return;
+        }
+        expandKeyword(backspaces, text, application);
+    });
+    m_typedWord.clear();
+}
+
+void InputManager::expandKeyword(int backspaces, const QString &snippetText,
+                                 const QString &application)
+{
+    // The program's own keys must not reach its own hook.
+    const bool hooksRemoved = removeHooks();
+    if (m_desktop->heldModifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier)) {
+        KeySender::sendKey(VirtualKey::Shift, false, 0);
+        KeySender::sendKey(VirtualKey::Alt, false, 0);
+        KeySender::sendKey(VirtualKey::Control, false, 0);
+    }
+    for (int i = 0; i < backspaces; ++i)
+        KeySender::tapKey(VirtualKey::Backspace, 0);
+
+    QStringList failures;
+    QString text = SnippetPlaceholders::resolve(snippetText, application,
+                                                HistoryItemModel::clippingTexts(), &failures);
+    QMimeData *saved = ClipboardOps::saveClipboard();
+    const ClipboardOps::CursorSteps steps = Snippet::caretSteps(text);
+    text.remove(Snippet::cursorMarker);
+    emit ownClipboardWrite();
+    ClipboardOps::setClipboardText(text);
+    ClipboardOps::paste();
+    QTimer::singleShot(100, this, [steps] { ClipboardOps::moveCursor(steps); });
+    ClipboardOps::restoreClipboardLater(saved);
+    if (hooksRemoved)
+        installHooks();
+    for (const QString &failure : std::as_const(failures))
+        emit actionFailed(failure);
 }

@@ -34,10 +34,18 @@ public:
     // What a pressed key means for the typed word; called for each key the hook reports.
     void classifyKey(quint32 virtualKey, const QString &text);
 
+    // Erases the typed keyword and pastes the snippet's text in its place, placeholders
+    // resolved and the caret where the text marks it; the clipboard comes back afterwards.
+    void expandKeyword(int backspaces, const QString &snippetText, const QString &application);
+
 signals:
     void keywordBreakerTyped();
     void backspaceTyped();
     void characterTyped(QChar character);
+    // The program is about to put text of its own on the clipboard: no new copy.
+    void ownClipboardWrite();
+    // An action named in a snippet failed; message is for the user.
+    void actionFailed(const QString &message);
 
 public slots:
     void onCharacterTyped(QChar character);

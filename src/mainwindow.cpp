@@ -13,9 +13,13 @@
 #include "historyfile.h"
 #include "historyitemmodel.h"
 #include "historyitemview.h"
+#include "inputmanager.h"
 #include "releasenotesdialog.h"
 #include "settings.h"
 #include "settingsdialog.h"
+#include "snippetfile.h"
+#include "snippetitemmodel.h"
+#include "snippetshortcuts.h"
 
 #include <QClipboard>
 #include <QCursor>
@@ -105,12 +109,33 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
     // first look at the actions page.
     ActionFiles::writeListing(ActionFiles::listedActions());
     m_actionShortcuts = new ActionShortcuts(this);
+    loadSnippets();
 
     const QSize size = QSettings().value(SettingsKey::WindowSize).toSize();
     resize(size.isValid() ? size : QSize(420, 520));
 
     if (auto *app = qobject_cast<Application *>(QCoreApplication::instance()))
         app->setMainWindow(this);
+}
+
+void MainWindow::loadSnippets()
+{
+    m_snippets = new SnippetItemModel(SnippetFile::path(AppModes::current()), this);
+    const auto showWarning = [this](const QString &text) {
+        QMessageBox::warning(this, QStringLiteral("Velmorin"), text);
+    };
+    connect(m_snippets, &SnippetItemModel::warning, this, showWarning);
+    InputManager *input = InputManager::instance();
+    connect(input, &InputManager::ownClipboardWrite, m_clipboardListener,
+            &ClipboardListener::swallowNextChange);
+    connect(input, &InputManager::actionFailed, this, showWarning);
+    m_snippetShortcuts = new SnippetShortcuts(m_snippets, this);
+    connect(m_snippetShortcuts, &SnippetShortcuts::actionFailed, this, showWarning);
+    const bool demo = AppModes::current().demo;
+    const auto result = m_snippets->load(demo);
+    // A demonstration without its own file shows the examples, in its own file from then on.
+    if (demo && result == SnippetItemModel::LoadResult::Unreadable && m_snippets->rowCount() == 0)
+        m_snippets->loadExamples();
 }
 
 void MainWindow::loadHistory()
@@ -181,6 +206,7 @@ void MainWindow::prepareToQuit()
         m_history->save(false);
     }
     m_history->finishSaves();
+    m_snippets->finishSaves();
 }
 
 MainWindow::~MainWindow()

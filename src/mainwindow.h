@@ -13,6 +13,8 @@ class QModelIndex;
 class QToolButton;
 class ReleaseNotesDialog;
 class SettingsDialog;
+class SnippetItemModel;
+class SnippetShortcuts;
 
 // The paste window: opened from the tray or the global shortcut, hidden again when another
 // application takes the focus unless it is pinned open.
@@ -49,6 +51,7 @@ public:
     GlobalShortcuts *shortcuts() const { return m_shortcuts; }
     ClipboardListener *clipboardListener() const { return m_clipboardListener; }
     ActionShortcuts *actionShortcuts() const { return m_actionShortcuts; }
+    SnippetItemModel *snippetModel() const { return m_snippets; }
 
     // What quitting does to the history: cleared and saved when the user asked for it, and
     // saves under way finished.
@@ -56,6 +59,7 @@ public:
 
 private:
     void loadHistory();
+    void loadSnippets();
     void updateEmptyState();
     void keepActionResult(const QModelIndex &proxyIndex, const QString &text);
 
@@ -67,6 +71,8 @@ private:
     GlobalShortcuts *m_shortcuts;
     ClipboardListener *m_clipboardListener;
     ActionShortcuts *m_actionShortcuts = nullptr;
+    SnippetItemModel *m_snippets = nullptr;
+    SnippetShortcuts *m_snippetShortcuts = nullptr;
     int m_pasteNextRow = 0;
     QPointer<SettingsDialog> m_settingsDialog;
     QPointer<ReleaseNotesDialog> m_releaseNotes;

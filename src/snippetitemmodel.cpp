@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDebug>
+#include <QDir>
 #include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFile>
@@ -118,7 +119,6 @@ SnippetItemModel::LoadResult SnippetItemModel::load(bool demoMode)
         loadExamples();
         // Written at once, so that the next start reads the file and not the examples again.
         save();
-        emit contentChanged();
         return LoadResult::Examples;
     }
     QFile file(m_path);
@@ -150,9 +150,9 @@ void SnippetItemModel::loadExamples()
         const QString name = path.section(QLatin1Char('/'), -1)
                                  .section(QLatin1Char('-'), -1)
                                  .section(QLatin1Char('.'), 0, 0);
-        QStandardItem *group = exampleGroup(name, QString::fromUtf8(file.readAll()));
-        mergeGroup(group);
+        mergeGroup(exampleGroup(name, QString::fromUtf8(file.readAll())));
     }
+    emit contentChanged();
 }
 
 QStandardItem *SnippetItemModel::exampleGroup(const QString &name, const QString &content) const
@@ -363,6 +363,7 @@ bool SnippetItemModel::save()
 {
     m_saveTimer->stop();
     const QByteArray bytes = serialize(true);
+    QDir().mkpath(QFileInfo(m_path).path());
     QSaveFile file(m_path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
         qWarning().noquote() << m_path + QStringLiteral(" cannot be opened for writing.");

@@ -11,6 +11,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -103,7 +104,8 @@ private slots:
     void caretSteps();
 
 private:
-    QString snippetPath() const { return m_profile.path(QStringLiteral("Snippets.json")); }
+    // In a folder of its own that each test starts without: the first save creates it.
+    QString snippetPath() const { return m_profile.path(QStringLiteral("snippets/Snippets.json")); }
 
     TestProfile m_profile;
 };
@@ -117,7 +119,7 @@ void TestSnippets::initTestCase()
 
 void TestSnippets::init()
 {
-    QFile::remove(snippetPath());
+    QDir(m_profile.path(QStringLiteral("snippets"))).removeRecursively();
     QDir(SnippetFile::backupFolder()).removeRecursively();
     SyncLog::instance().clear();
 }
@@ -170,6 +172,7 @@ void TestSnippets::versionAndMagic()
     QCOMPARE(titles(model), QStringList{"G"});
 
     // A load that is refused says so, and keeps what the model has.
+    QDir().mkpath(QFileInfo(snippetPath()).path());
     QFile file(snippetPath());
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("{\"magic\": 1}");

@@ -6,6 +6,8 @@ namespace {
 QString keyName(quint8 virtualKey)
 {
     switch (virtualKey) {
+    case VirtualKey::Backspace:
+        return QStringLiteral("Back");
     case VirtualKey::Shift:
         return QStringLiteral("Shift");
     case VirtualKey::Control:

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QPair>
+#include <QString>
+
+class QHotkey;
+class SnippetItemModel;
+
+// What the snippet tree asks of the desktop: its keywords in the input manager, with the
+// keyboard hooks installed only while there is one, and a global shortcut per snippet that has
+// one, which pastes the snippet's text into the application that has the focus.
+class SnippetShortcuts final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit SnippetShortcuts(SnippetItemModel *model, QObject *parent = nullptr);
+
+    void apply();
+    const QList<QHotkey *> &hotkeys() const { return m_hotkeys; }
+
+    // What pressing the shortcut of a snippet does.
+    static void pasteSnippet(const QString &text, const QString &shortcut,
+                             QStringList *failures = nullptr);
+
+signals:
+    void actionFailed(const QString &message);
+
+private:
+    void registerHotkeys();
+
+    SnippetItemModel *m_model;
+    QList<QHotkey *> m_hotkeys;
+    // (id, key sequence) of each registered shortcut, to re-register only what changed.
+    QList<QPair<QString, QString>> m_registered;
+};

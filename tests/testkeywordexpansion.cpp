@@ -1,0 +1,253 @@
+// Keyword expansion over a fake desktop and the real (offscreen) clipboard: when a typed word
+// matches, what is erased, what is pasted, where the caret goes, and what comes back.
+#include "historyitemmodel.h"
+#include "inputmanager.h"
+#include "platform.h"
+#include "platform/virtualkeys.h"
+#include "settings.h"
+#include "snippet.h"
+#include "snippetitemmodel.h"
+#include "snippetshortcuts.h"
+#include "support/fakedesktop.h"
+#include "support/fakehotkeyservice.h"
+#include "support/testprofile.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTest>
+
+class TestKeywordExpansion : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void expandsAtTheLastCharacter();
+    void requireSpace();
+    void onlyTheWholeWordMatches();
+    void noExpandApplicationKeepsTheWord();
+    void delayedApplicationDropsAnExpansionTypedOver();
+    void heldModifiersAreReleasedFirst();
+    void caretMarkersSelect();
+    void placeholdersAreResolved();
+    void snippetShortcutsFollowTheTree();
+
+private:
+    void type(const QString &keys);
+    void setRequireSpace(bool on);
+    int backspaces() const { return int(m_desktop->keyLog().count(QLatin1String("+Back"))); }
+
+    TestProfile m_profile;
+    FakeDesktop *m_desktop = nullptr;
+    InputManager *m_input = nullptr;
+    HistoryItemModel *m_history = nullptr;
+};
+
+void TestKeywordExpansion::initTestCase()
+{
+    m_profile.useInThisProcess();
+    m_desktop = new FakeDesktop(this);
+    Platform::setDesktop(m_desktop);
+    m_input = InputManager::instance();
+    m_history = new HistoryItemModel(m_profile.path(QStringLiteral("History.json")), this);
+}
+
+void TestKeywordExpansion::init()
+{
+    QSettings settings;
+    settings.clear();
+    Settings::writeDefaults(settings);
+    m_history->reloadSettings();
+    setRequireSpace(false);
+    m_input->setKeywords({{QStringLiteral("sig"), QStringLiteral("Best, Ann")}});
+    m_desktop->foregroundName = QStringLiteral("editor");
+    m_desktop->held = Qt::NoModifier;
+    emit m_input->keywordBreakerTyped();
+    QCoreApplication::processEvents();
+    m_desktop->events.clear();
+    QGuiApplication::clipboard()->setText(QStringLiteral("the user's"));
+}
+
+void TestKeywordExpansion::cleanup()
+{
+    // The caret moves and the clipboard's return of this test happen before the next.
+    QTest::qWait(550);
+}
+
+void TestKeywordExpansion::setRequireSpace(bool on)
+{
+    QSettings().setValue(SettingsKey::RequireSpace, on);
+    m_input->loadSettings();
+}
+
+// Characters as the hook reports them; "\b" is Backspace and "\n" Enter.
+void TestKeywordExpansion::type(const QString &keys)
+{
+    for (const QChar key : keys) {
+        quint32 virtualKey = key.toUpper().unicode();
+        if (key == QLatin1Char('\b'))
+            virtualKey = VirtualKey::Backspace;
+        else if (key == QLatin1Char('\n'))
+            virtualKey = VirtualKey::Return;
+        emit m_desktop->keyPressed(virtualKey,
+                                   key == QLatin1Char('\n') ? QStringLiteral("\r") : QString(key));
+        QCoreApplication::processEvents();
+    }
+    QCoreApplication::processEvents(); // the expansion's own turn of the loop
+}
+
+void TestKeywordExpansion::expandsAtTheLastCharacter()
+{
+    QSignalSpy ownWrite(m_input, &InputManager::ownClipboardWrite);
+    m_desktop->hooks[IDesktop::KeyboardHook] = true;
+    type(QStringLiteral("si"));
+    QVERIFY(m_desktop->events.isEmpty());
+    type(QStringLiteral("g"));
+    QCOMPARE(m_desktop->keyLog(),
+             QStringLiteral("+Back -Back +Back -Back +Back -Back +Ctrl +V -Ctrl -V"));
+    QCOMPARE(ownWrite.size(), 1);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("Best, Ann"));
+    QCOMPARE(m_input->typedWord(), QString());
+    QVERIFY(m_desktop->hooks[IDesktop::KeyboardHook]); // back on after the expansion
+    QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("the user's"));
+}
+
+void TestKeywordExpansion::requireSpace()
+{
+    setRequireSpace(true);
+    type(QStringLiteral("sig"));
+    QCOMPARE(backspaces(), 0);
+    type(QStringLiteral(" "));
+    QCOMPARE(backspaces(), 4); // the space too
+
+    m_desktop->events.clear();
+    type(QStringLiteral("sig\n "));
+    QCOMPARE(backspaces(), 0);
+    QCOMPARE(m_input->typedWord(), QString());
+}
+
+void TestKeywordExpansion::onlyTheWholeWordMatches()
+{
+    type(QStringLiteral("xsig"));
+    QCOMPARE(backspaces(), 0);
+    emit m_input->keywordBreakerTyped();
+    type(QStringLiteral("si\big"));
+    QCOMPARE(backspaces(), 3);
+
+    // With require-space off the shorter of two keywords wins once it is complete.
+    m_desktop->events.clear();
+    m_input->setKeywords({{"si", "short"}, {"sig", "long"}});
+    type(QStringLiteral("sig"));
+    QCOMPARE(backspaces(), 2);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("short"));
+}
+
+void TestKeywordExpansion::noExpandApplicationKeepsTheWord()
+{
+    QSettings().setValue(SettingsKey::NoExpandApplications, QStringList{"terminal"});
+    m_input->loadSettings();
+    m_desktop->foregroundName = QStringLiteral("terminal");
+    type(QStringLiteral("sig"));
+    QVERIFY(m_desktop->events.isEmpty());
+    QCOMPARE(m_input->typedWord(), QStringLiteral("sig"));
+    // The program's own windows never expand.
+    m_desktop->foregroundName = QStringLiteral("Velmorin");
+    emit m_input->keywordBreakerTyped();
+    type(QStringLiteral("sig"));
+    QVERIFY(m_desktop->events.isEmpty());
+}
+
+void TestKeywordExpansion::delayedApplicationDropsAnExpansionTypedOver()
+{
+    QSettings().setValue(SettingsKey::DelayedApplications, QVariantMap{{"slow", 300}});
+    m_input->loadSettings();
+    m_desktop->foregroundName = QStringLiteral("slow");
+    type(QStringLiteral("sig"));
+    QTest::qWait(100);
+    QVERIFY(m_desktop->events.isEmpty());
+    type(QStringLiteral("n"));
+    QTest::ignoreMessage(QtDebugMsg, "The text was not expanded because there were characters "
+                                     "typed before the delay ended");
+    QTest::qWait(350);
+    QVERIFY(m_desktop->events.isEmpty());
+
+    emit m_input->keywordBreakerTyped();
+    type(QStringLiteral("sig"));
+    QTRY_COMPARE(backspaces(), 3);
+}
+
+void TestKeywordExpansion::heldModifiersAreReleasedFirst()
+{
+    m_desktop->held = Qt::ShiftModifier;
+    type(QStringLiteral("sig"));
+    QVERIFY2(m_desktop->keyLog().startsWith(QLatin1String("-Shift -Alt -Ctrl +Back -Back")),
+             qPrintable(m_desktop->keyLog()));
+}
+
+void TestKeywordExpansion::caretMarkersSelect()
+{
+    m_input->setKeywords({{"dear", "Dear ⁞name⁞,"}});
+    type(QStringLiteral("dear"));
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("Dear name,"));
+    const QString pasted = m_desktop->keyLog();
+    QTRY_VERIFY(m_desktop->keyLog().size() > pasted.size());
+    QCOMPARE(m_desktop->keyLog().mid(pasted.size() + 1),
+             QStringLiteral("+Left -Left +Shift +Left -Shift -Left +Shift +Left -Shift -Left "
+                            "+Shift +Left -Shift -Left +Shift +Left -Shift -Left"));
+}
+
+void TestKeywordExpansion::placeholdersAreResolved()
+{
+    QDateTime clock = QDateTime::currentDateTime();
+    m_history->setClock([&clock] { return clock; });
+    m_history->addText(QStringLiteral("older copy"), QString(), {}, QStringLiteral("editor"));
+    clock = clock.addSecs(60);
+    m_history->addText(QStringLiteral("newest copy"), QString(), {}, QStringLiteral("editor"));
+    m_input->setKeywords({{"cc", "[{CLIP}|{CLIP:2}|{CLIP:9}]"}});
+    type(QStringLiteral("cc"));
+    QCOMPARE(QGuiApplication::clipboard()->text(),
+             QStringLiteral("[newest copy|older copy|{CLIP:9}]"));
+    m_history->finishSaves();
+    m_history->setClock([] { return QDateTime::currentDateTime(); });
+}
+
+void TestKeywordExpansion::snippetShortcutsFollowTheTree()
+{
+    FakeHotkeyService service;
+    QHotkeyPrivate::setInstance(&service);
+    SnippetItemModel model(m_profile.path(QStringLiteral("Snippets.json")));
+    const QModelIndex group = model.addGroup(QStringLiteral("G"));
+    const QModelIndex snippet = model.addSnippet(group, QStringLiteral("S"), QStringLiteral("⁞x"));
+    m_desktop->hooks[IDesktop::KeyboardHook] = true;
+    SnippetShortcuts shortcuts(&model);
+    // No keyword: no keys are watched.
+    QVERIFY(!m_desktop->hooks[IDesktop::KeyboardHook]);
+
+    model.setSnippetData(snippet, Snippet::ExpanderRole, QStringLiteral("kw"));
+    QVERIFY(m_desktop->hooks[IDesktop::KeyboardHook]);
+    QCOMPARE(m_input->keywords(), (QMap<QString, QString>{{"kw", "⁞x"}}));
+
+    model.setSnippetData(snippet, Snippet::HotkeyRole, QStringLiteral("Ctrl+Alt+K"));
+    QCOMPARE(service.registered.size(), 1);
+    model.setTitle(snippet, QStringLiteral("Renamed")); // same shortcuts: not registered again
+    QCOMPARE(service.registerCalls, 1);
+    model.setSnippetData(snippet, Snippet::TextRole, QStringLiteral("pressed⁞"));
+    service.press(Qt::Key_K, WinKeyMap::modifiers(Qt::ControlModifier | Qt::AltModifier));
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("pressed"));
+    QVERIFY2(m_desktop->keyLog().contains(QLatin1String("+Ctrl +V -Ctrl -V")),
+             qPrintable(m_desktop->keyLog()));
+
+    model.setSnippetData(snippet, Snippet::HotkeyRole, QString());
+    model.setSnippetData(snippet, Snippet::ExpanderRole, QString());
+    QCOMPARE(service.registered.size(), 0);
+    QVERIFY(!m_desktop->hooks[IDesktop::KeyboardHook]);
+    model.finishSaves();
+    QHotkeyPrivate::setInstance(nullptr);
+}
+
+QTEST_MAIN(TestKeywordExpansion)
+#include "testkeywordexpansion.moc"
