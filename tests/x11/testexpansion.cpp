@@ -1,0 +1,179 @@
+// Keyword expansion end to end on a real X server: keys typed into a real editor are seen by
+// the hook, the keyword is erased with real Backspaces and the snippet pasted in its place.
+#include "historyitemmodel.h"
+#include "inputmanager.h"
+#include "platform.h"
+#include "platform/idesktop.h"
+#include "settings.h"
+#include "support/targetwindow.h"
+#include "support/testprofile.h"
+
+#include <QClipboard>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QSettings>
+#include <QTest>
+
+namespace {
+
+bool type(const QString &keys)
+{
+    return TargetWindow::xdotool(
+        {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"), keys});
+}
+
+bool press(const QString &key)
+{
+    return TargetWindow::xdotool({QStringLiteral("key"), key});
+}
+
+} // namespace
+
+class TestExpansion : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void expandsWithExactlyItsBackspaces();
+    void requireSpace();
+    void backspaceInsideTheKeywordStillMatches();
+    void caretMarkersLeaveASelection();
+    void clippingPlaceholderAndTheClipboardComesBack();
+    void noExpandAndDelayedApplications();
+
+private:
+    void useSettings(bool requireSpace, const QStringList &noExpand = {},
+                     const QVariantMap &delayed = {});
+
+    TestProfile m_profile;
+    TargetWindow m_target;
+    InputManager *m_input = nullptr;
+    HistoryItemModel *m_history = nullptr;
+};
+
+void TestExpansion::initTestCase()
+{
+    m_profile.useInThisProcess();
+    QSettings settings;
+    Settings::writeDefaults(settings);
+    if (!m_target.start())
+        QSKIP(qPrintable(m_target.error()));
+    m_history = new HistoryItemModel(m_profile.path(QStringLiteral("History.json")), this);
+    m_input = InputManager::instance();
+    m_input->setKeywords({{"::brb", "Be right back."},
+                          {"sig", "Best, Ann"},
+                          {"dear", "Dear ⁞name⁞,"},
+                          {"::second", "[{CLIP:2}]"}});
+    m_input->installHooks();
+    QVERIFY(Platform::desktop()->isHookInstalled(IDesktop::KeyboardHook));
+}
+
+void TestExpansion::init()
+{
+    useSettings(false);
+    QVERIFY(m_target.activate());
+    QVERIFY(m_target.clear());
+    emit m_input->keywordBreakerTyped();
+    QTest::qWait(50);
+}
+
+void TestExpansion::useSettings(bool requireSpace, const QStringList &noExpand,
+                                const QVariantMap &delayed)
+{
+    QSettings settings;
+    settings.setValue(SettingsKey::RequireSpace, requireSpace);
+    settings.setValue(SettingsKey::NoExpandApplications, noExpand);
+    settings.setValue(SettingsKey::DelayedApplications, delayed);
+    m_input->loadSettings();
+}
+
+void TestExpansion::expandsWithExactlyItsBackspaces()
+{
+    // One Backspace too many would take the space, one too few would leave a colon.
+    QVERIFY(type(QStringLiteral("ab ::brb")));
+    QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("ab Be right back."), 5000);
+    QTest::qWait(600); // the clipboard's return, before the next test
+    // Typed after other letters of the same word, a keyword is no keyword.
+    QVERIFY(type(QStringLiteral(" xsig")));
+    QTest::qWait(300);
+    QCOMPARE(m_target.text(), QStringLiteral("ab Be right back. xsig"));
+}
+
+void TestExpansion::requireSpace()
+{
+    useSettings(true);
+    QVERIFY(type(QStringLiteral("sig")));
+    QTest::qWait(300);
+    QCOMPARE(m_target.text(), QStringLiteral("sig"));
+    QVERIFY(type(QStringLiteral(" ")));
+    // The space went too: four Backspaces.
+    QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("Best, Ann"), 5000);
+    QTest::qWait(600);
+
+    QVERIFY(m_target.clear());
+    QVERIFY(type(QStringLiteral("sig")));
+    QVERIFY(press(QStringLiteral("Return")));
+    QVERIFY(type(QStringLiteral(" ")));
+    QTest::qWait(300);
+    QCOMPARE(m_target.text(), QStringLiteral("sig\n "));
+}
+
+void TestExpansion::backspaceInsideTheKeywordStillMatches()
+{
+    QVERIFY(type(QStringLiteral("si")));
+    QVERIFY(press(QStringLiteral("BackSpace")));
+    QVERIFY(type(QStringLiteral("ig")));
+    QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("Best, Ann"), 5000);
+    QTest::qWait(600);
+}
+
+void TestExpansion::caretMarkersLeaveASelection()
+{
+    QVERIFY(type(QStringLiteral("dear")));
+    QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("Dear name,"), 5000);
+    // "name" selected, the caret at its start.
+    QTRY_COMPARE(m_target.state().value(QLatin1String("position")).toInt(), 5);
+    QCOMPARE(m_target.state().value(QLatin1String("anchor")).toInt(), 9);
+    QTest::qWait(600);
+}
+
+void TestExpansion::clippingPlaceholderAndTheClipboardComesBack()
+{
+    QDateTime clock = QDateTime::currentDateTime();
+    m_history->setClock([&clock] { return clock; });
+    m_history->addText(QStringLiteral("second newest"), QString(), {}, QStringLiteral("app"));
+    clock = clock.addSecs(1);
+    m_history->addText(QStringLiteral("newest"), QString(), {}, QStringLiteral("app"));
+    QGuiApplication::clipboard()->setText(QStringLiteral("the user's own"));
+    QVERIFY(type(QStringLiteral("::second")));
+    QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("[second newest]"), 5000);
+    QTRY_COMPARE_WITH_TIMEOUT(QGuiApplication::clipboard()->text(),
+                              QStringLiteral("the user's own"), 2000);
+    m_history->finishSaves();
+}
+
+void TestExpansion::noExpandAndDelayedApplications()
+{
+    const QString editor = QFileInfo(TargetWindow::editorPath()).fileName();
+    QTRY_COMPARE(Platform::foregroundApplicationName(), editor);
+    useSettings(false, {editor});
+    QVERIFY(type(QStringLiteral("sig")));
+    QTest::qWait(300);
+    QCOMPARE(m_target.text(), QStringLiteral("sig"));
+
+    // Typing on within the delay drops the expansion; waiting gets it.
+    QVERIFY(m_target.clear());
+    emit m_input->keywordBreakerTyped();
+    useSettings(false, {}, {{editor, 800}});
+    QVERIFY(type(QStringLiteral("sign")));
+    QTest::qWait(1200);
+    QCOMPARE(m_target.text(), QStringLiteral("sign"));
+    QVERIFY(type(QStringLiteral(" sig")));
+    QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("sign Best, Ann"), 5000);
+    QTest::qWait(600);
+}
+
+QTEST_MAIN(TestExpansion)
+#include "testexpansion.moc"
