@@ -77,23 +77,23 @@
         <translation>Ausgabe:</translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="172"/>
+        <location filename="../src/actioneditor.cpp" line="175"/>
         <source>Status: Evaluating...</source>
         <translation>Status: Wird ausgewertet...</translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="181"/>
-        <location filename="../src/actioneditor.cpp" line="195"/>
+        <location filename="../src/actioneditor.cpp" line="184"/>
+        <location filename="../src/actioneditor.cpp" line="198"/>
         <source>Status: </source>
         <translation>Status: </translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="195"/>
+        <location filename="../src/actioneditor.cpp" line="198"/>
         <source>Success</source>
         <translation>Erfolgreich</translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="269"/>
+        <location filename="../src/actioneditor.cpp" line="272"/>
         <source>Writing the action file failed: </source>
         <translation>Die Aktionsdatei konnte nicht geschrieben werden: </translation>
     </message>
@@ -221,47 +221,47 @@
         <translation>Teilt den Text am Trennzeichen, das die meisten Teile ergibt; jeder Teil wird ein eigener Eintrag.</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="144"/>
+        <location filename="../src/actionlist.cpp" line="165"/>
         <source>View</source>
         <translation>Ansehen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="144"/>
+        <location filename="../src/actionlist.cpp" line="165"/>
         <source>Edit</source>
         <translation>Bearbeiten</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="146"/>
+        <location filename="../src/actionlist.cpp" line="167"/>
         <source>Set shortcut</source>
         <translation>Tastenkürzel festlegen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="149"/>
+        <location filename="../src/actionlist.cpp" line="170"/>
         <source>Remove shortcut</source>
         <translation>Tastenkürzel entfernen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="153"/>
+        <location filename="../src/actionlist.cpp" line="174"/>
         <source>Show in menu</source>
         <translation>Im Menü zeigen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="153"/>
+        <location filename="../src/actionlist.cpp" line="174"/>
         <source>Hide from menu</source>
         <translation>Im Menü ausblenden</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="157"/>
+        <location filename="../src/actionlist.cpp" line="178"/>
         <source>Delete</source>
         <translation>Löschen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="206"/>
+        <location filename="../src/actionlist.cpp" line="227"/>
         <source>Are you sure you want to delete the action &apos;%1&apos;?</source>
         <translation>Soll die Aktion &apos;%1&apos; wirklich gelöscht werden?</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="213"/>
+        <location filename="../src/actionlist.cpp" line="234"/>
         <source>Failed to delete the file &apos;%1&apos;.</source>
         <translation>Die Datei &apos;%1&apos; konnte nicht gelöscht werden.</translation>
     </message>
@@ -416,33 +416,33 @@
 <context>
     <name>MainWindow</name>
     <message>
-        <location filename="../src/mainwindow.cpp" line="51"/>
+        <location filename="../src/mainwindow.cpp" line="55"/>
         <source>Velmorin</source>
         <translation>Velmorin</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="57"/>
-        <location filename="../src/mainwindow.cpp" line="58"/>
+        <location filename="../src/mainwindow.cpp" line="61"/>
+        <location filename="../src/mainwindow.cpp" line="62"/>
         <source>Keep the window open</source>
         <translation>Fenster geöffnet lassen</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="61"/>
+        <location filename="../src/mainwindow.cpp" line="65"/>
         <source>Clipboard history</source>
         <translation>Verlauf der Zwischenablage</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="67"/>
+        <location filename="../src/mainwindow.cpp" line="71"/>
         <source>Copied items appear here.</source>
         <translation>Kopierte Einträge erscheinen hier.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="153"/>
+        <location filename="../src/mainwindow.cpp" line="178"/>
         <source>Current clipboard content is not text. Unable to run the action.</source>
         <translation>Die Zwischenablage enthält keinen Text. Die Aktion kann nicht ausgeführt werden.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="162"/>
+        <location filename="../src/mainwindow.cpp" line="187"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
@@ -617,6 +617,144 @@
         <location filename="../src/shortcutdialog.cpp" line="13"/>
         <source>Enter shortcut</source>
         <translation>Tastenkürzel eingeben</translation>
+    </message>
+</context>
+<context>
+    <name>SnippetItemModel</name>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="28"/>
+        <source>Info</source>
+        <translation>Info</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="29"/>
+        <source>Clipboard</source>
+        <translation>Zwischenablage</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="30"/>
+        <source>Keywords</source>
+        <translation>Schlüsselwörter</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="31"/>
+        <source>Email</source>
+        <translation>E-Mail</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="32"/>
+        <source>Get back</source>
+        <translation>Rückmeldung</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="33"/>
+        <source>Thanks</source>
+        <translation>Dank</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="34"/>
+        <source>Out of office</source>
+        <translation>Abwesenheit</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="35"/>
+        <source>Messaging</source>
+        <translation>Nachrichten</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="36"/>
+        <source>Be right back</source>
+        <translation>Bin gleich zurück</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="37"/>
+        <source>In a meeting</source>
+        <translation>In einer Besprechung</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="38"/>
+        <source>On my way</source>
+        <translation>Bin unterwegs</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="39"/>
+        <source>Sounds good</source>
+        <translation>Klingt gut</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="40"/>
+        <source>Templates</source>
+        <translation>Vorlagen</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="41"/>
+        <source>Markdown</source>
+        <translation>Markdown</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="42"/>
+        <source>Letter</source>
+        <translation>Brief</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="43"/>
+        <source>Bug report</source>
+        <translation>Fehlerbericht</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="44"/>
+        <source>Emoji</source>
+        <translation>Emoji</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="45"/>
+        <source>Pleading Face</source>
+        <translation>Bittendes Gesicht</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="46"/>
+        <source>Red Heart</source>
+        <translation>Rotes Herz</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="47"/>
+        <source>Sparkles</source>
+        <translation>Funkeln</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="48"/>
+        <source>Face with Tears of Joy</source>
+        <translation>Gesicht mit Freudentränen</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="49"/>
+        <source>Smiling Face with Heart-Eyes</source>
+        <translation>Lächelndes Gesicht mit Herzaugen</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="50"/>
+        <source>Thumbs Up</source>
+        <translation>Daumen hoch</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="132"/>
+        <source>Failed to parse the snippets file: </source>
+        <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="370"/>
+        <source>Writing the snippets file failed: </source>
+        <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
+    </message>
+</context>
+<context>
+    <name>SnippetPlaceholders</name>
+    <message>
+        <location filename="../src/snippetplaceholders.cpp" line="71"/>
+        <source>Failed to run action &apos;%1&apos;
+%2</source>
+        <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
+%2</translation>
     </message>
 </context>
 <context>
