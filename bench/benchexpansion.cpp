@@ -1,7 +1,7 @@
 // From the keystroke that completes a keyword to the snippet's text in the editor, over the
 // real X11 input path (raw key events, XTest Backspaces, the clipboard, Ctrl+V), for a
 // 20-character and a 2,000-character snippet. Needs an X display with a window manager:
-//   xvfb-run -a ./bench/benchexpansion          (or scripts/xvfb-session.sh)
+//   scripts/xvfb-session.sh build/bench/benchexpansion [runs]
 #include "inputmanager.h"
 #include "keysender.h"
 #include "settings.h"
