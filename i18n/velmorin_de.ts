@@ -481,127 +481,168 @@
 <context>
     <name>SettingsDialog</name>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="24"/>
+        <location filename="../src/settingsdialog.cpp" line="32"/>
         <source>Velmorin Settings</source>
         <translation>Velmorin-Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="26"/>
+        <location filename="../src/settingsdialog.cpp" line="34"/>
         <source>General</source>
         <translation>Allgemein</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="27"/>
+        <location filename="../src/settingsdialog.cpp" line="35"/>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="28"/>
+        <location filename="../src/settingsdialog.cpp" line="36"/>
         <source>Applications</source>
         <translation>Anwendungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="29"/>
+        <location filename="../src/settingsdialog.cpp" line="37"/>
         <source>Actions</source>
         <translation>Aktionen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="45"/>
+        <location filename="../src/settingsdialog.cpp" line="53"/>
         <source>Write a debug log</source>
         <translation>Debug-Protokoll schreiben</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="46"/>
+        <location filename="../src/settingsdialog.cpp" line="54"/>
         <source>The debug log is written from the next start on.</source>
         <translation>Das Debug-Protokoll wird ab dem nächsten Start geschrieben.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="49"/>
+        <location filename="../src/settingsdialog.cpp" line="57"/>
         <source>Start with the system</source>
         <translation>Mit dem System starten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="50"/>
+        <location filename="../src/settingsdialog.cpp" line="58"/>
         <source>Only expand keyword after space is pressed</source>
         <translation>Schlüsselwort erst nach einem Leerzeichen ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="56"/>
+        <location filename="../src/settingsdialog.cpp" line="64"/>
         <source>Open the paste window:</source>
         <translation>Einfügefenster öffnen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="57"/>
+        <location filename="../src/settingsdialog.cpp" line="65"/>
         <source>Paste as plain text:</source>
         <translation>Als reinen Text einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="58"/>
+        <location filename="../src/settingsdialog.cpp" line="66"/>
         <source>Paste the next item:</source>
         <translation>Nächsten Eintrag einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="74"/>
+        <location filename="../src/settingsdialog.cpp" line="83"/>
+        <source>Export snippets...</source>
+        <translation>Textbausteine exportieren...</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="85"/>
+        <source>Import snippets...</source>
+        <translation>Textbausteine importieren...</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="91"/>
+        <source>Snippets:</source>
+        <translation>Textbausteine:</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="104"/>
+        <source>Save snippets</source>
+        <translation>Textbausteine speichern</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="105"/>
+        <location filename="../src/settingsdialog.cpp" line="115"/>
+        <source>JSON files (*.json);;All files (*.*);</source>
+        <translation>JSON-Dateien (*.json);;Alle Dateien (*.*);</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="108"/>
+        <source>Writing the snippets file failed: </source>
+        <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="114"/>
+        <source>Load snippets</source>
+        <translation>Textbausteine laden</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="118"/>
+        <source>Failed to parse the snippets file: </source>
+        <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="126"/>
         <source>Clear</source>
         <translation>Leeren</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="75"/>
+        <location filename="../src/settingsdialog.cpp" line="127"/>
         <source>No shortcut</source>
         <translation>Kein Tastenkürzel</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="92"/>
+        <location filename="../src/settingsdialog.cpp" line="144"/>
         <source> characters</source>
         <translation> Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="95"/>
+        <location filename="../src/settingsdialog.cpp" line="147"/>
         <source> × 1024 characters</source>
         <translation> × 1024 Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="96"/>
+        <location filename="../src/settingsdialog.cpp" line="148"/>
         <source>Keep copied images</source>
         <translation>Kopierte Bilder behalten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="97"/>
+        <location filename="../src/settingsdialog.cpp" line="149"/>
         <source>Clear the history on quit (locked items stay)</source>
         <translation>Verlauf beim Beenden leeren (gesperrte Elemente bleiben)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="100"/>
+        <location filename="../src/settingsdialog.cpp" line="152"/>
         <source>Clippings to keep:</source>
         <translation>Anzahl der Einträge:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="101"/>
+        <location filename="../src/settingsdialog.cpp" line="153"/>
         <source>Ignore texts shorter than:</source>
         <translation>Texte ignorieren, kürzer als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="102"/>
+        <location filename="../src/settingsdialog.cpp" line="154"/>
         <source>Ignore texts longer than:</source>
         <translation>Texte ignorieren, länger als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="112"/>
+        <location filename="../src/settingsdialog.cpp" line="164"/>
         <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated.</source>
         <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="117"/>
+        <location filename="../src/settingsdialog.cpp" line="169"/>
         <source>Rules</source>
         <translation>Regeln</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="132"/>
+        <location filename="../src/settingsdialog.cpp" line="184"/>
         <source>Actions change a clipping&apos;s text with a small script. Run them from a clipping&apos;s menu or give them a shortcut. Changes here apply at once.</source>
         <translation>Aktionen ändern den Text eines Eintrags mit einem kleinen Skript. Führen Sie sie aus dem Menü eines Eintrags aus oder geben Sie ihnen ein Tastenkürzel. Änderungen hier gelten sofort.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="139"/>
+        <location filename="../src/settingsdialog.cpp" line="191"/>
         <source>New action</source>
         <translation>Neue Aktion</translation>
     </message>
@@ -617,6 +658,44 @@
         <location filename="../src/shortcutdialog.cpp" line="13"/>
         <source>Enter shortcut</source>
         <translation>Tastenkürzel eingeben</translation>
+    </message>
+</context>
+<context>
+    <name>SnippetClipDialog</name>
+    <message>
+        <location filename="../src/snippetclipdialog.cpp" line="16"/>
+        <source>Current clipping</source>
+        <translation>Aktueller Eintrag</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetclipdialog.cpp" line="17"/>
+        <source>Clipping from position</source>
+        <translation>Eintrag an Position</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetclipdialog.cpp" line="18"/>
+        <source>Clipping that matches</source>
+        <translation>Eintrag, der passt zu</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetclipdialog.cpp" line="22"/>
+        <source>Choose clipping type</source>
+        <translation>Art des Eintrags wählen</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetclipdialog.cpp" line="30"/>
+        <source>Enter regular expression which is matched with the clipping history</source>
+        <translation>Regulären Ausdruck eingeben, der mit dem Verlauf abgeglichen wird</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetclipdialog.cpp" line="33"/>
+        <source>Clipping type</source>
+        <translation>Art des Eintrags</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetclipdialog.cpp" line="76"/>
+        <source>The expression must be valid and must not hold &quot;}&quot;.</source>
+        <translation>Der Ausdruck muss gültig sein und darf kein „}“ enthalten.</translation>
     </message>
 </context>
 <context>
@@ -742,7 +821,7 @@
         <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="370"/>
+        <location filename="../src/snippetitemmodel.cpp" line="397"/>
         <source>Writing the snippets file failed: </source>
         <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
     </message>

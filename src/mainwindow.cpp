@@ -296,7 +296,7 @@ void MainWindow::hideWindow()
 void MainWindow::showSettings()
 {
     if (!m_settingsDialog)
-        m_settingsDialog = new SettingsDialog(this);
+        m_settingsDialog = new SettingsDialog(m_snippets, this);
     m_settingsDialog->show();
     m_settingsDialog->raise();
     m_settingsDialog->activateWindow();

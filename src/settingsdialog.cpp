@@ -6,20 +6,28 @@
 #include "platform.h"
 #include "settings.h"
 #include "settingsevents.h"
+#include "snippetitemmodel.h"
 
 #include <QCheckBox>
+#include <QDate>
 #include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QSettings>
 #include <QSpinBox>
+#include <QStandardPaths>
 #include <QTabWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
 
-SettingsDialog::SettingsDialog(QWidget *parent) : QDialog(parent), m_pages(new QTabWidget(this))
+SettingsDialog::SettingsDialog(SnippetItemModel *snippets, QWidget *parent)
+    : QDialog(parent), m_snippets(snippets), m_pages(new QTabWidget(this))
 {
     setWindowTitle(tr("Velmorin Settings"));
     setObjectName(QStringLiteral("settingsDialog"));
@@ -63,8 +71,52 @@ QWidget *SettingsDialog::createGeneralPage()
     layout->addWidget(m_requireSpace);
     layout->addWidget(m_writeDebugLog);
     layout->addWidget(debugHint);
+    if (m_snippets)
+        layout->addWidget(createSnippetsRow(page));
     layout->addStretch(1);
     return page;
+}
+
+QWidget *SettingsDialog::createSnippetsRow(QWidget *page)
+{
+    auto *row = new QWidget(page);
+    auto *exportButton = new QPushButton(tr("Export snippets..."), row);
+    exportButton->setObjectName(QStringLiteral("exportSnippets"));
+    auto *importButton = new QPushButton(tr("Import snippets..."), row);
+    importButton->setObjectName(QStringLiteral("importSnippets"));
+    connect(exportButton, &QPushButton::clicked, this, &SettingsDialog::exportSnippets);
+    connect(importButton, &QPushButton::clicked, this, &SettingsDialog::importSnippets);
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new QLabel(tr("Snippets:"), row));
+    layout->addWidget(exportButton);
+    layout->addWidget(importButton);
+    layout->addStretch(1);
+    return row;
+}
+
+void SettingsDialog::exportSnippets()
+{
+    const QString proposed = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) +
+                             QDir::separator() +
+                             QStringLiteral("Snippets-%1.json")
+                                 .arg(QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd")));
+    const QString path = QFileDialog::getSaveFileName(this, tr("Save snippets"), proposed,
+                                                      tr("JSON files (*.json);;All files (*.*);"));
+    if (!path.isEmpty() && !m_snippets->exportTo(path)) {
+        QMessageBox::warning(this, QStringLiteral("Velmorin"),
+                             tr("Writing the snippets file failed: ") + path);
+    }
+}
+
+void SettingsDialog::importSnippets()
+{
+    const QString path = QFileDialog::getOpenFileName(this, tr("Load snippets"), QString(),
+                                                      tr("JSON files (*.json);;All files (*.*);"));
+    if (!path.isEmpty() && m_snippets->importFrom(path) < 0) {
+        QMessageBox::warning(this, QStringLiteral("Velmorin"),
+                             tr("Failed to parse the snippets file: ") + path);
+    }
 }
 
 QWidget *SettingsDialog::createShortcutRow(CustomKeySequenceEdit *edit)

@@ -8,6 +8,7 @@ class CustomKeySequenceEdit;
 class QCheckBox;
 class QSpinBox;
 class QTabWidget;
+class SnippetItemModel;
 
 // The settings of the program, a page per area. Changes are written when the dialog is accepted,
 // and the parts that keep copies of them are told to read them again.
@@ -16,7 +17,8 @@ class SettingsDialog final : public QDialog
     Q_OBJECT
 
 public:
-    explicit SettingsDialog(QWidget *parent = nullptr);
+    // snippets: the tree that the export and import commands work on; none hides them.
+    explicit SettingsDialog(SnippetItemModel *snippets = nullptr, QWidget *parent = nullptr);
 
     void load();
     void save();
@@ -30,8 +32,12 @@ private:
     QWidget *createApplicationsPage();
     QWidget *createActionsPage();
 
+    SnippetItemModel *m_snippets;
     QTabWidget *m_pages;
     QWidget *createShortcutRow(CustomKeySequenceEdit *edit);
+    QWidget *createSnippetsRow(QWidget *page);
+    void exportSnippets();
+    void importSnippets();
 
     QCheckBox *m_writeDebugLog = nullptr;
     CustomKeySequenceEdit *m_shortcut = nullptr;

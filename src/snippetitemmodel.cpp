@@ -359,6 +359,33 @@ QStandardItem *SnippetItemModel::snippetById(const QUuid &id) const
     return nullptr;
 }
 
+bool SnippetItemModel::exportTo(const QString &path) const
+{
+    const QByteArray bytes = serialize(true);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        qWarning().noquote() << path + QStringLiteral(" cannot be opened for writing.");
+        return false;
+    }
+    return true;
+}
+
+int SnippetItemModel::importFrom(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qWarning().noquote() << path + QStringLiteral(" cannot be opened for reading.");
+        return -1;
+    }
+    const int count = deserialize(file.readAll(), true);
+    qDebug().noquote() << "Imported" << count << "snippets from" << path;
+    if (count >= 0) {
+        scheduleSave();
+        emit contentChanged();
+    }
+    return count;
+}
+
 bool SnippetItemModel::save()
 {
     m_saveTimer->stop();

@@ -44,6 +44,10 @@ public:
     int deserialize(const QByteArray &bytes, bool ignoreRemovals);
     // Takes the group item with its snippets as children.
     void mergeGroup(QStandardItem *incoming);
+    // The tree written to a file of the user's choice; false when it cannot be written.
+    bool exportTo(const QString &path) const;
+    // Snippets of a file merged in, its removals ignored: the number read, or -1.
+    int importFrom(const QString &path);
     // Writes the file now, and the day's backup.
     bool save();
     // Writes the file shortly after the last of a burst of edits.

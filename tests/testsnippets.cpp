@@ -96,6 +96,7 @@ private slots:
     void editsAreTimedSavedTogetherAndBackedUp();
     void movingToAnotherGroupLeavesNoTwin();
     void keywords();
+    void exportAndImport();
     void backupsAreTrimmed();
     void placeholders_data();
     void placeholders();
@@ -431,6 +432,31 @@ void TestSnippets::keywords()
     QCOMPARE(model.keywordOwner(QStringLiteral("kw"), second), QStringLiteral("First"));
     QCOMPARE(model.keywordOwner(QStringLiteral("kw"), first), QStringLiteral("Second"));
     QCOMPARE(model.keywordOwner(QStringLiteral("other")), QString());
+    model.finishSaves();
+}
+
+void TestSnippets::exportAndImport()
+{
+    SnippetItemModel model(snippetPath());
+    const QModelIndex group = model.addGroup(QStringLiteral("Shared"));
+    model.addSnippet(group, QStringLiteral("One"), QStringLiteral("1"));
+    const QString exported = m_profile.path(QStringLiteral("Exported.json"));
+    QVERIFY(model.exportTo(exported));
+
+    // Added to what the other tree holds, which keeps its own removals.
+    SnippetItemModel other(m_profile.path(QStringLiteral("other/Snippets.json")));
+    const QModelIndex mine = other.addGroup(QStringLiteral("Mine"));
+    other.removeItem(other.addGroup(QStringLiteral("Removed here")));
+    QSignalSpy changed(&other, &SnippetItemModel::contentChanged);
+    QCOMPARE(other.importFrom(exported), 2);
+    QCOMPARE(changed.size(), 1);
+    QCOMPARE(titles(other), (QStringList{"Mine", "Shared", "Shared/One"}));
+    QVERIFY(mine.isValid());
+    QCOMPARE(other.removedItems().size(), 1);
+    QTest::ignoreMessage(QtWarningMsg, qPrintable(m_profile.path("missing.json") +
+                                                  " cannot be opened for reading."));
+    QCOMPARE(other.importFrom(m_profile.path(QStringLiteral("missing.json"))), -1);
+    other.finishSaves();
     model.finishSaves();
 }
 
