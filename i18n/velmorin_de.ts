@@ -481,168 +481,173 @@
 <context>
     <name>SettingsDialog</name>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="32"/>
+        <location filename="../src/settingsdialog.cpp" line="33"/>
         <source>Velmorin Settings</source>
         <translation>Velmorin-Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="34"/>
+        <location filename="../src/settingsdialog.cpp" line="35"/>
         <source>General</source>
         <translation>Allgemein</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="35"/>
+        <location filename="../src/settingsdialog.cpp" line="36"/>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="36"/>
+        <location filename="../src/settingsdialog.cpp" line="37"/>
         <source>Applications</source>
         <translation>Anwendungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="37"/>
+        <location filename="../src/settingsdialog.cpp" line="38"/>
         <source>Actions</source>
         <translation>Aktionen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="53"/>
+        <location filename="../src/settingsdialog.cpp" line="40"/>
+        <source>Snippets</source>
+        <translation>Textbausteine</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="56"/>
         <source>Write a debug log</source>
         <translation>Debug-Protokoll schreiben</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="54"/>
+        <location filename="../src/settingsdialog.cpp" line="57"/>
         <source>The debug log is written from the next start on.</source>
         <translation>Das Debug-Protokoll wird ab dem nächsten Start geschrieben.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="57"/>
+        <location filename="../src/settingsdialog.cpp" line="60"/>
         <source>Start with the system</source>
         <translation>Mit dem System starten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="58"/>
+        <location filename="../src/settingsdialog.cpp" line="61"/>
         <source>Only expand keyword after space is pressed</source>
         <translation>Schlüsselwort erst nach einem Leerzeichen ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="64"/>
+        <location filename="../src/settingsdialog.cpp" line="67"/>
         <source>Open the paste window:</source>
         <translation>Einfügefenster öffnen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="65"/>
+        <location filename="../src/settingsdialog.cpp" line="68"/>
         <source>Paste as plain text:</source>
         <translation>Als reinen Text einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="66"/>
+        <location filename="../src/settingsdialog.cpp" line="69"/>
         <source>Paste the next item:</source>
         <translation>Nächsten Eintrag einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="83"/>
+        <location filename="../src/settingsdialog.cpp" line="86"/>
         <source>Export snippets...</source>
         <translation>Textbausteine exportieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="85"/>
+        <location filename="../src/settingsdialog.cpp" line="88"/>
         <source>Import snippets...</source>
         <translation>Textbausteine importieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="91"/>
+        <location filename="../src/settingsdialog.cpp" line="94"/>
         <source>Snippets:</source>
         <translation>Textbausteine:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="104"/>
+        <location filename="../src/settingsdialog.cpp" line="107"/>
         <source>Save snippets</source>
         <translation>Textbausteine speichern</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="105"/>
-        <location filename="../src/settingsdialog.cpp" line="115"/>
+        <location filename="../src/settingsdialog.cpp" line="108"/>
+        <location filename="../src/settingsdialog.cpp" line="118"/>
         <source>JSON files (*.json);;All files (*.*);</source>
         <translation>JSON-Dateien (*.json);;Alle Dateien (*.*);</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="108"/>
+        <location filename="../src/settingsdialog.cpp" line="111"/>
         <source>Writing the snippets file failed: </source>
         <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="114"/>
+        <location filename="../src/settingsdialog.cpp" line="117"/>
         <source>Load snippets</source>
         <translation>Textbausteine laden</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="118"/>
+        <location filename="../src/settingsdialog.cpp" line="121"/>
         <source>Failed to parse the snippets file: </source>
         <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="126"/>
+        <location filename="../src/settingsdialog.cpp" line="129"/>
         <source>Clear</source>
         <translation>Leeren</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="127"/>
+        <location filename="../src/settingsdialog.cpp" line="130"/>
         <source>No shortcut</source>
         <translation>Kein Tastenkürzel</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="144"/>
+        <location filename="../src/settingsdialog.cpp" line="147"/>
         <source> characters</source>
         <translation> Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="147"/>
+        <location filename="../src/settingsdialog.cpp" line="150"/>
         <source> × 1024 characters</source>
         <translation> × 1024 Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="148"/>
+        <location filename="../src/settingsdialog.cpp" line="151"/>
         <source>Keep copied images</source>
         <translation>Kopierte Bilder behalten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="149"/>
+        <location filename="../src/settingsdialog.cpp" line="152"/>
         <source>Clear the history on quit (locked items stay)</source>
         <translation>Verlauf beim Beenden leeren (gesperrte Elemente bleiben)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="152"/>
+        <location filename="../src/settingsdialog.cpp" line="155"/>
         <source>Clippings to keep:</source>
         <translation>Anzahl der Einträge:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="153"/>
+        <location filename="../src/settingsdialog.cpp" line="156"/>
         <source>Ignore texts shorter than:</source>
         <translation>Texte ignorieren, kürzer als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="154"/>
+        <location filename="../src/settingsdialog.cpp" line="157"/>
         <source>Ignore texts longer than:</source>
         <translation>Texte ignorieren, länger als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="164"/>
+        <location filename="../src/settingsdialog.cpp" line="167"/>
         <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated.</source>
         <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="169"/>
+        <location filename="../src/settingsdialog.cpp" line="172"/>
         <source>Rules</source>
         <translation>Regeln</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="184"/>
+        <location filename="../src/settingsdialog.cpp" line="187"/>
         <source>Actions change a clipping&apos;s text with a small script. Run them from a clipping&apos;s menu or give them a shortcut. Changes here apply at once.</source>
         <translation>Aktionen ändern den Text eines Eintrags mit einem kleinen Skript. Führen Sie sie aus dem Menü eines Eintrags aus oder geben Sie ihnen ein Tastenkürzel. Änderungen hier gelten sofort.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="191"/>
+        <location filename="../src/settingsdialog.cpp" line="194"/>
         <source>New action</source>
         <translation>Neue Aktion</translation>
     </message>
@@ -834,6 +839,111 @@
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
 %2</translation>
+    </message>
+</context>
+<context>
+    <name>SnippetsEditor</name>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="64"/>
+        <location filename="../src/snippetseditor.cpp" line="210"/>
+        <source>New group</source>
+        <translation>Neue Gruppe</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="65"/>
+        <location filename="../src/snippetseditor.cpp" line="221"/>
+        <source>New snippet</source>
+        <translation>Neuer Textbaustein</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="66"/>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="67"/>
+        <source>Up</source>
+        <translation>Nach oben</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="68"/>
+        <source>Down</source>
+        <translation>Nach unten</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="69"/>
+        <source>Move to</source>
+        <translation>Verschieben nach</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="84"/>
+        <source>Typed anywhere, replaced by the text</source>
+        <translation>Überall getippt, durch den Text ersetzt</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="91"/>
+        <source>Hide the text in the lists</source>
+        <translation>Text in den Listen verbergen</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="95"/>
+        <source>Cursor</source>
+        <translation>Cursor</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="96"/>
+        <source>Where the caret goes after pasting; around a selection, what is selected</source>
+        <translation>Wohin der Cursor nach dem Einfügen geht; um eine Auswahl herum, was ausgewählt wird</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="98"/>
+        <source>Clipping...</source>
+        <translation>Eintrag...</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="99"/>
+        <source>Inserts a text from the clipboard history when pasted</source>
+        <translation>Fügt beim Einfügen einen Text aus dem Verlauf ein</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="136"/>
+        <source>Text:</source>
+        <translation>Text:</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="140"/>
+        <source>Title:</source>
+        <translation>Titel:</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="141"/>
+        <source>Keyword:</source>
+        <translation>Schlüsselwort:</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="143"/>
+        <source>Shortcut:</source>
+        <translation>Tastenkürzel:</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="202"/>
+        <source>&quot;%1&quot; already has this keyword; typing it pastes the first of the two in the list.</source>
+        <translation>„%1“ hat dieses Schlüsselwort schon; beim Tippen wird der erste der beiden in der Liste eingefügt.</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="220"/>
+        <source>Snippets</source>
+        <translation>Textbausteine</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="231"/>
+        <source>Delete the snippet &apos;%1&apos;?</source>
+        <translation>Den Textbaustein &apos;%1&apos; löschen?</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="232"/>
+        <source>Delete the group &apos;%1&apos; with all its snippets?</source>
+        <translation>Die Gruppe &apos;%1&apos; mit allen Textbausteinen löschen?</translation>
     </message>
 </context>
 <context>

@@ -7,6 +7,7 @@
 #include "settings.h"
 #include "settingsevents.h"
 #include "snippetitemmodel.h"
+#include "snippetseditor.h"
 
 #include <QCheckBox>
 #include <QDate>
@@ -35,6 +36,8 @@ SettingsDialog::SettingsDialog(SnippetItemModel *snippets, QWidget *parent)
     m_pages->addTab(createHistoryPage(), tr("History"));
     m_pages->addTab(createApplicationsPage(), tr("Applications"));
     m_pages->addTab(createActionsPage(), tr("Actions"));
+    if (m_snippets)
+        m_pages->insertTab(1, new SnippetsEditor(m_snippets, this), tr("Snippets"));
 
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -44,7 +47,7 @@ SettingsDialog::SettingsDialog(SnippetItemModel *snippets, QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_pages);
     layout->addWidget(buttons);
-    resize(520, 360);
+    resize(680, 480);
 }
 
 QWidget *SettingsDialog::createGeneralPage()

@@ -1,0 +1,170 @@
+// The snippets editor: what its fields and commands do to the snippet tree.
+#include "snippet.h"
+#include "snippetclipdialog.h"
+#include "snippetitemmodel.h"
+#include "snippetseditor.h"
+#include "support/testprofile.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStandardItem>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <QTreeView>
+
+#include <functional>
+
+namespace {
+
+// Answers the next modal dialog once it is open, so that a blocking exec() returns.
+void whenModalOpens(const std::function<void(QWidget *)> &answer)
+{
+    auto *poll = new QTimer;
+    QObject::connect(poll, &QTimer::timeout, poll, [poll, answer] {
+        if (QWidget *modal = QApplication::activeModalWidget()) {
+            poll->stop();
+            poll->deleteLater();
+            answer(modal);
+        }
+    });
+    poll->start(20);
+}
+
+} // namespace
+
+class TestSnippetsEditor : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void fieldsEditTheSelectedSnippet();
+    void duplicateKeywordIsPointedOut();
+    void cursorMarkersAndPlaceholders();
+    void newMoveAndDelete();
+
+private:
+    template <typename T> T *child(const char *name)
+    {
+        return m_editor->findChild<T *>(QLatin1String(name));
+    }
+
+    TestProfile m_profile;
+    SnippetItemModel *m_model = nullptr;
+    SnippetsEditor *m_editor = nullptr;
+    QModelIndex m_first;
+    QModelIndex m_second;
+};
+
+void TestSnippetsEditor::init()
+{
+    m_model = new SnippetItemModel(m_profile.path(QStringLiteral("Snippets.json")));
+    const QModelIndex group = m_model->addGroup(QStringLiteral("Group"));
+    m_first = m_model->addSnippet(group, QStringLiteral("First"), QStringLiteral("one"));
+    m_second = m_model->addSnippet(group, QStringLiteral("Second"), QStringLiteral("two"));
+    m_model->setSnippetData(m_first, Snippet::ExpanderRole, QStringLiteral("kw"));
+    m_editor = new SnippetsEditor(m_model);
+}
+
+void TestSnippetsEditor::cleanup()
+{
+    delete m_editor;
+    m_model->finishSaves();
+    delete m_model;
+}
+
+void TestSnippetsEditor::fieldsEditTheSelectedSnippet()
+{
+    m_editor->select(m_second);
+    QCOMPARE(child<QPlainTextEdit>("text")->toPlainText(), QStringLiteral("two"));
+    QTest::keyClicks(child<QLineEdit>("title"), QStringLiteral("!"));
+    QCOMPARE(m_second.data().toString(), QStringLiteral("Second!"));
+    QTest::keyClicks(child<QLineEdit>("keyword"), QStringLiteral("::2"));
+    QCOMPARE(m_second.data(Snippet::ExpanderRole).toString(), QStringLiteral("::2"));
+    child<QPlainTextEdit>("text")->setPlainText(QStringLiteral("changed"));
+    QTRY_COMPARE(m_second.data(Snippet::TextRole).toString(), QStringLiteral("changed"));
+
+    // Typed text is kept when another item is chosen before the pause is over.
+    child<QPlainTextEdit>("text")->setPlainText(QStringLiteral("quick"));
+    m_editor->select(m_first);
+    QCOMPARE(m_second.data(Snippet::TextRole).toString(), QStringLiteral("quick"));
+    QCOMPARE(child<QLineEdit>("keyword")->text(), QStringLiteral("kw"));
+
+    // A group has a title only.
+    m_editor->select(m_first.parent());
+    QVERIFY(child<QLineEdit>("title")->isEnabled());
+    QVERIFY(!child<QLineEdit>("keyword")->isEnabled());
+    QVERIFY(!child<QPlainTextEdit>("text")->isEnabled());
+}
+
+void TestSnippetsEditor::duplicateKeywordIsPointedOut()
+{
+    m_editor->select(m_second);
+    auto *warning = child<QLabel>("keywordWarning");
+    QVERIFY(warning->isHidden());
+    QTest::keyClicks(child<QLineEdit>("keyword"), QStringLiteral("kw"));
+    QVERIFY(!warning->isHidden());
+    QVERIFY(warning->text().contains(QLatin1String("\"First\"")));
+    QTest::keyClick(child<QLineEdit>("keyword"), Qt::Key_Backspace);
+    QVERIFY(warning->isHidden());
+}
+
+void TestSnippetsEditor::cursorMarkersAndPlaceholders()
+{
+    m_editor->select(m_second);
+    auto *text = child<QPlainTextEdit>("text");
+    text->setPlainText(QStringLiteral("Dear name,\nbye"));
+    QTextCursor cursor = text->textCursor();
+    cursor.setPosition(5);
+    cursor.setPosition(9, QTextCursor::KeepAnchor);
+    text->setTextCursor(cursor);
+    child<QToolButton>("cursor")->click();
+    QCOMPARE(text->toPlainText(), QStringLiteral("Dear ⁞name⁞,\nbye"));
+    QCOMPARE(text->textCursor().selectedText(), QStringLiteral("name"));
+
+    cursor.movePosition(QTextCursor::End);
+    text->setTextCursor(cursor);
+    child<QToolButton>("cursor")->click();
+    QCOMPARE(text->toPlainText(), QStringLiteral("Dear ⁞name⁞,\nbye⁞"));
+
+    whenModalOpens([](QWidget *dialog) {
+        dialog->findChild<QRadioButton *>(QStringLiteral("position"))->setChecked(true);
+        qobject_cast<QDialog *>(dialog)->accept();
+    });
+    child<QToolButton>("placeholder")->click();
+    QCOMPARE(text->toPlainText(), QStringLiteral("Dear ⁞name⁞,\nbye⁞{CLIP:1}"));
+    QTRY_COMPARE(m_second.data(Snippet::TextRole).toString(), text->toPlainText());
+}
+
+void TestSnippetsEditor::newMoveAndDelete()
+{
+    m_editor->select(m_first);
+    child<QToolButton>("newSnippet")->click();
+    QStandardItem *group = m_model->item(0);
+    QCOMPARE(group->rowCount(), 3);
+    QCOMPARE(m_editor->tree()->currentIndex().data().toString(), QStringLiteral("New snippet"));
+
+    m_editor->moveCurrent(-1);
+    QCOMPARE(group->child(1)->text(), QStringLiteral("New snippet"));
+    QCOMPARE(m_editor->tree()->currentIndex().row(), 1);
+
+    child<QToolButton>("newGroup")->click();
+    QCOMPARE(m_model->rowCount(), 2);
+
+    m_editor->select(m_first);
+    whenModalOpens(
+        [](QWidget *box) { qobject_cast<QMessageBox *>(box)->button(QMessageBox::Yes)->click(); });
+    m_editor->removeCurrent();
+    QCOMPARE(group->rowCount(), 2);
+    QCOMPARE(m_model->removedItems().size(), 1);
+}
+
+QTEST_MAIN(TestSnippetsEditor)
+#include "testsnippetseditor.moc"
