@@ -1,6 +1,8 @@
 // The snippet tree: its file, the merge rules, the example snippets, edits with their saves and
 // backups, placeholders and the caret marker.
 #include "actionfiles.h"
+#include "appmodes.h"
+#include "settings.h"
 #include "snippet.h"
 #include "snippetfile.h"
 #include "snippetitemmodel.h"
@@ -98,6 +100,7 @@ private slots:
     void keywords();
     void exportAndImport();
     void backupsAreTrimmed();
+    void filePathFollowsTheModes();
     void placeholders_data();
     void placeholders();
     void actionPlaceholders();
@@ -485,6 +488,22 @@ void TestSnippets::backupsAreTrimmed()
     QVERIFY(today.open(QIODevice::ReadOnly));
     QCOMPARE(today.readAll(), QByteArray("later"));
     QCOMPARE(folder.entryList(QDir::Files).size(), 20);
+}
+
+void TestSnippets::filePathFollowsTheModes()
+{
+    AppModes normal;
+    AppModes demo;
+    demo.demo = true;
+    AppModes perfTest;
+    perfTest.perfTest = true;
+    perfTest.demo = true; // the performance test wins
+    QSettings().setValue(SettingsKey::SnippetFilePath, QStringLiteral("/data/mine/Tree.json"));
+    QCOMPARE(SnippetFile::path(normal), QStringLiteral("/data/mine/Tree.json"));
+    QCOMPARE(SnippetFile::path(demo), QStringLiteral("/data/mine/Snippets-demo.json"));
+    QCOMPARE(SnippetFile::path(perfTest), QStringLiteral("/data/mine/Snippets-perftest.json"));
+    QSettings().remove(SettingsKey::SnippetFilePath);
+    QCOMPARE(QFileInfo(SnippetFile::path(normal)).fileName(), QStringLiteral("Snippets.json"));
 }
 
 void TestSnippets::placeholders_data()
