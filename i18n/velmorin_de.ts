@@ -546,108 +546,103 @@
         <translation>Nächsten Eintrag einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="86"/>
+        <location filename="../src/settingsdialog.cpp" line="93"/>
         <source>Export snippets...</source>
         <translation>Textbausteine exportieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="88"/>
+        <location filename="../src/settingsdialog.cpp" line="95"/>
         <source>Import snippets...</source>
         <translation>Textbausteine importieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="94"/>
-        <source>Snippets:</source>
-        <translation>Textbausteine:</translation>
-    </message>
-    <message>
-        <location filename="../src/settingsdialog.cpp" line="107"/>
+        <location filename="../src/settingsdialog.cpp" line="113"/>
         <source>Save snippets</source>
         <translation>Textbausteine speichern</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="108"/>
-        <location filename="../src/settingsdialog.cpp" line="118"/>
+        <location filename="../src/settingsdialog.cpp" line="114"/>
+        <location filename="../src/settingsdialog.cpp" line="124"/>
         <source>JSON files (*.json);;All files (*.*);</source>
         <translation>JSON-Dateien (*.json);;Alle Dateien (*.*);</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="111"/>
+        <location filename="../src/settingsdialog.cpp" line="117"/>
         <source>Writing the snippets file failed: </source>
         <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="117"/>
+        <location filename="../src/settingsdialog.cpp" line="123"/>
         <source>Load snippets</source>
         <translation>Textbausteine laden</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="121"/>
+        <location filename="../src/settingsdialog.cpp" line="127"/>
         <source>Failed to parse the snippets file: </source>
         <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="129"/>
+        <location filename="../src/settingsdialog.cpp" line="135"/>
         <source>Clear</source>
         <translation>Leeren</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="130"/>
+        <location filename="../src/settingsdialog.cpp" line="136"/>
         <source>No shortcut</source>
         <translation>Kein Tastenkürzel</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="147"/>
+        <location filename="../src/settingsdialog.cpp" line="153"/>
         <source> characters</source>
         <translation> Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="150"/>
+        <location filename="../src/settingsdialog.cpp" line="156"/>
         <source> × 1024 characters</source>
         <translation> × 1024 Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="151"/>
+        <location filename="../src/settingsdialog.cpp" line="157"/>
         <source>Keep copied images</source>
         <translation>Kopierte Bilder behalten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="152"/>
+        <location filename="../src/settingsdialog.cpp" line="158"/>
         <source>Clear the history on quit (locked items stay)</source>
         <translation>Verlauf beim Beenden leeren (gesperrte Elemente bleiben)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="155"/>
+        <location filename="../src/settingsdialog.cpp" line="161"/>
         <source>Clippings to keep:</source>
         <translation>Anzahl der Einträge:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="156"/>
+        <location filename="../src/settingsdialog.cpp" line="162"/>
         <source>Ignore texts shorter than:</source>
         <translation>Texte ignorieren, kürzer als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="157"/>
+        <location filename="../src/settingsdialog.cpp" line="163"/>
         <source>Ignore texts longer than:</source>
         <translation>Texte ignorieren, länger als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="167"/>
+        <location filename="../src/settingsdialog.cpp" line="173"/>
         <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated.</source>
         <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="172"/>
+        <location filename="../src/settingsdialog.cpp" line="178"/>
         <source>Rules</source>
         <translation>Regeln</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="187"/>
+        <location filename="../src/settingsdialog.cpp" line="193"/>
         <source>Actions change a clipping&apos;s text with a small script. Run them from a clipping&apos;s menu or give them a shortcut. Changes here apply at once.</source>
         <translation>Aktionen ändern den Text eines Eintrags mit einem kleinen Skript. Führen Sie sie aus dem Menü eines Eintrags aus oder geben Sie ihnen ein Tastenkürzel. Änderungen hier gelten sofort.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="194"/>
+        <location filename="../src/settingsdialog.cpp" line="200"/>
         <source>New action</source>
         <translation>Neue Aktion</translation>
     </message>

@@ -37,7 +37,7 @@ SettingsDialog::SettingsDialog(SnippetItemModel *snippets, QWidget *parent)
     m_pages->addTab(createApplicationsPage(), tr("Applications"));
     m_pages->addTab(createActionsPage(), tr("Actions"));
     if (m_snippets)
-        m_pages->insertTab(1, new SnippetsEditor(m_snippets, this), tr("Snippets"));
+        m_pages->insertTab(1, createSnippetsPage(), tr("Snippets"));
 
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -74,9 +74,16 @@ QWidget *SettingsDialog::createGeneralPage()
     layout->addWidget(m_requireSpace);
     layout->addWidget(m_writeDebugLog);
     layout->addWidget(debugHint);
-    if (m_snippets)
-        layout->addWidget(createSnippetsRow(page));
     layout->addStretch(1);
+    return page;
+}
+
+QWidget *SettingsDialog::createSnippetsPage()
+{
+    auto *page = new QWidget(this);
+    auto *layout = new QVBoxLayout(page);
+    layout->addWidget(new SnippetsEditor(m_snippets, page), 1);
+    layout->addWidget(createSnippetsRow(page));
     return page;
 }
 
@@ -91,10 +98,9 @@ QWidget *SettingsDialog::createSnippetsRow(QWidget *page)
     connect(importButton, &QPushButton::clicked, this, &SettingsDialog::importSnippets);
     auto *layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(new QLabel(tr("Snippets:"), row));
+    layout->addStretch(1);
     layout->addWidget(exportButton);
     layout->addWidget(importButton);
-    layout->addStretch(1);
     return row;
 }
 

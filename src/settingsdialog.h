@@ -35,6 +35,7 @@ private:
     SnippetItemModel *m_snippets;
     QTabWidget *m_pages;
     QWidget *createShortcutRow(CustomKeySequenceEdit *edit);
+    QWidget *createSnippetsPage();
     QWidget *createSnippetsRow(QWidget *page);
     void exportSnippets();
     void importSnippets();
