@@ -16,6 +16,7 @@
 #include "support/actionfixtures.h"
 #include "support/fakedesktop.h"
 #include "support/fakehotkeyservice.h"
+#include "support/modalanswer.h"
 #include "support/testprofile.h"
 
 #include <Qsci/qsciscintilla.h>
@@ -39,28 +40,11 @@
 #include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QTest>
-#include <QTimer>
-
-#include <functional>
 
 using ActionFixtures::builtIn;
 using ActionFixtures::writeUserAction;
 
 namespace {
-
-// Answers the next modal dialog once it is open, so that a blocking exec() returns.
-void whenModalOpens(const std::function<void(QWidget *)> &answer)
-{
-    auto *poll = new QTimer;
-    QObject::connect(poll, &QTimer::timeout, poll, [poll, answer] {
-        if (QWidget *modal = QApplication::activeModalWidget()) {
-            poll->deleteLater();
-            poll->stop();
-            answer(modal);
-        }
-    });
-    poll->start(20);
-}
 
 QStringList menuTexts(const QMenu *menu)
 {
@@ -206,7 +190,7 @@ void TestActionList::deleteAsksAndLeavesATombstone()
     list.setShortcut(rowOf(list, doomed), QStringLiteral("Ctrl+Alt+D"));
 
     QString question;
-    whenModalOpens([&question](QWidget *box) {
+    ModalAnswer::whenOpens([&question](QWidget *box) {
         question = qobject_cast<QMessageBox *>(box)->text();
         qobject_cast<QMessageBox *>(box)->button(QMessageBox::No)->click();
     });
@@ -214,7 +198,7 @@ void TestActionList::deleteAsksAndLeavesATombstone()
     QCOMPARE(question, QStringLiteral("Are you sure you want to delete the action 'Doomed'?"));
     QVERIFY(rowOf(list, doomed));
 
-    whenModalOpens(
+    ModalAnswer::whenOpens(
         [](QWidget *box) { qobject_cast<QMessageBox *>(box)->button(QMessageBox::Yes)->click(); });
     list.deleteAction(rowOf(list, doomed));
     QVERIFY(!rowOf(list, doomed));
@@ -380,7 +364,7 @@ void TestActionList::runningOnAClipping()
     QCOMPARE(added.at(2).first().toString(), QStringLiteral("b"));
 
     QString warning;
-    whenModalOpens([&warning](QWidget *box) {
+    ModalAnswer::whenOpens([&warning](QWidget *box) {
         warning = qobject_cast<QMessageBox *>(box)->text();
         qobject_cast<QMessageBox *>(box)->accept();
     });

@@ -3,6 +3,7 @@
 #include "snippetclipdialog.h"
 #include "snippetitemmodel.h"
 #include "snippetseditor.h"
+#include "support/modalanswer.h"
 #include "support/testprofile.h"
 
 #include <QApplication>
@@ -14,29 +15,8 @@
 #include <QRadioButton>
 #include <QStandardItem>
 #include <QTest>
-#include <QTimer>
 #include <QToolButton>
 #include <QTreeView>
-
-#include <functional>
-
-namespace {
-
-// Answers the next modal dialog once it is open, so that a blocking exec() returns.
-void whenModalOpens(const std::function<void(QWidget *)> &answer)
-{
-    auto *poll = new QTimer;
-    QObject::connect(poll, &QTimer::timeout, poll, [poll, answer] {
-        if (QWidget *modal = QApplication::activeModalWidget()) {
-            poll->stop();
-            poll->deleteLater();
-            answer(modal);
-        }
-    });
-    poll->start(20);
-}
-
-} // namespace
 
 class TestSnippetsEditor : public QObject
 {
@@ -134,7 +114,7 @@ void TestSnippetsEditor::cursorMarkersAndPlaceholders()
     child<QToolButton>("cursor")->click();
     QCOMPARE(text->toPlainText(), QStringLiteral("Dear ⁞name⁞,\nbye⁞"));
 
-    whenModalOpens([](QWidget *dialog) {
+    ModalAnswer::whenOpens([](QWidget *dialog) {
         dialog->findChild<QRadioButton *>(QStringLiteral("position"))->setChecked(true);
         qobject_cast<QDialog *>(dialog)->accept();
     });
@@ -159,7 +139,7 @@ void TestSnippetsEditor::newMoveAndDelete()
     QCOMPARE(m_model->rowCount(), 2);
 
     m_editor->select(m_first);
-    whenModalOpens(
+    ModalAnswer::whenOpens(
         [](QWidget *box) { qobject_cast<QMessageBox *>(box)->button(QMessageBox::Yes)->click(); });
     m_editor->removeCurrent();
     QCOMPARE(group->rowCount(), 2);
