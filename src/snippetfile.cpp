@@ -30,6 +30,16 @@ QString SnippetFile::path(const AppModes &modes)
     return QFileInfo(chosen).path() + QDir::separator() + fileName(modes);
 }
 
+bool SnippetFile::write(const QString &path, const QByteArray &bytes)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        qWarning().noquote() << path + QStringLiteral(" cannot be opened for writing.");
+        return false;
+    }
+    return true;
+}
+
 QString SnippetFile::backupFolder()
 {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QDir::separator() +
@@ -51,11 +61,8 @@ bool SnippetFile::writeBackup(const QByteArray &bytes, const QDate &today)
     }
     const QString path = folder.filePath(
         QStringLiteral("Snippets-%1.json").arg(today.toString(QStringLiteral("yyyy-MM-dd"))));
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        qWarning().noquote() << path + QStringLiteral(" cannot be opened for writing.");
+    if (!write(path, bytes))
         return false;
-    }
     qDebug().noquote() << "Wrote backup file " + path;
     return true;
 }

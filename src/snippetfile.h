@@ -19,6 +19,9 @@ public:
     // SnippetFilePath; in the performance-test and demo modes their file beside it.
     static QString path(const AppModes &modes);
 
+    // Replaces the file with the bytes in one piece; logs and returns false when it cannot.
+    static bool write(const QString &path, const QByteArray &bytes);
+
     // The folder "backups" in the application data folder.
     static QString backupFolder();
     // Keeps the bytes as the day's backup "Snippets-yyyy-MM-dd.json", the last save of the day

@@ -15,7 +15,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 #include <QSet>
 #include <QTimer>
 
@@ -361,13 +360,7 @@ QStandardItem *SnippetItemModel::snippetById(const QUuid &id) const
 
 bool SnippetItemModel::exportTo(const QString &path) const
 {
-    const QByteArray bytes = serialize(true);
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        qWarning().noquote() << path + QStringLiteral(" cannot be opened for writing.");
-        return false;
-    }
-    return true;
+    return SnippetFile::write(path, serialize(true));
 }
 
 int SnippetItemModel::importFrom(const QString &path)
@@ -391,9 +384,7 @@ bool SnippetItemModel::save()
     m_saveTimer->stop();
     const QByteArray bytes = serialize(true);
     QDir().mkpath(QFileInfo(m_path).path());
-    QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        qWarning().noquote() << m_path + QStringLiteral(" cannot be opened for writing.");
+    if (!SnippetFile::write(m_path, bytes)) {
         emit warning(tr("Writing the snippets file failed: ") + m_path);
         return false;
     }
