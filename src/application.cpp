@@ -1,9 +1,12 @@
 #include "application.h"
 
+#include "framelesshelper.h"
 #include "mainwindow.h"
 #include "platform/isystemevents.h"
 
 #include <QDebug>
+#include <QMenu>
+#include <QMouseEvent>
 
 Application::Application(int &argc, char **argv) : QApplication(argc, argv)
 {
@@ -29,7 +32,24 @@ bool Application::notify(QObject *receiver, QEvent *event)
 {
     if (event->type() == QEvent::ApplicationDeactivate && m_mainWindow && !m_mainWindow->isPinned())
         m_mainWindow->hideWindow();
+    if (event->type() == QEvent::MouseMove)
+        updateResizeCursor(receiver, static_cast<QMouseEvent *>(event));
     return QApplication::notify(receiver, event);
+}
+
+void Application::updateResizeCursor(QObject *receiver, QMouseEvent *event)
+{
+    auto *widget = qobject_cast<QWidget *>(receiver);
+    if (!widget || !m_mainWindow || !m_secondaryWindow || qobject_cast<QMenu *>(widget))
+        return;
+    // Children see the move first; the frameless window under them decides the cursor.
+    QWidget *window = widget;
+    while (window && window != m_mainWindow && window != m_secondaryWindow)
+        window = window->parentWidget();
+    if (!window)
+        return;
+    if (auto *helper = window->findChild<FramelessHelper *>(QString(), Qt::FindDirectChildrenOnly))
+        helper->updateCursorShape(widget->mapTo(window, event->position().toPoint()));
 }
 
 void Application::onPowerResumed()

@@ -6,6 +6,7 @@
 
 class ISystemEvents;
 class MainWindow;
+class QMouseEvent;
 
 // The program's application object. It hears about resume from sleep and about the session
 // asking the program to end, and hides the paste window when another application takes the
@@ -31,6 +32,7 @@ signals:
 
 private:
     void onPowerResumed();
+    void updateResizeCursor(QObject *receiver, QMouseEvent *event);
 
     QPointer<MainWindow> m_mainWindow;
     QPointer<QWidget> m_secondaryWindow;

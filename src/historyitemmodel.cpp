@@ -305,6 +305,85 @@ void HistoryItemModel::setLocked(int row, bool locked)
     save(true);
 }
 
+void HistoryItemModel::setPinned(int row, bool pinned)
+{
+    QStandardItem *clipping = item(row);
+    if (!clipping || clipping->data(PinnedRole).toBool() == pinned)
+        return;
+    clipping->setData(pinned, PinnedRole);
+    moveToOrderedRow(row);
+    save(true);
+}
+
+void HistoryItemModel::moveToOrderedRow(int row)
+{
+    const QList<QStandardItem *> taken = takeRow(row);
+    const QStandardItem *clipping = taken.first();
+    const int target = m_index->insertionRow(clipping->data(PinnedRole).toBool(),
+                                             clipping->data(TimeRole).toDateTime());
+    m_index->expectOrderedInsert();
+    insertRow(target, taken);
+}
+
+QList<QStandardItem *> HistoryItemModel::takeRows(QList<int> rows)
+{
+    std::sort(rows.begin(), rows.end(), std::greater<int>());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    QList<QStandardItem *> taken;
+    for (int row : std::as_const(rows)) {
+        if (row >= 0 && row < rowCount())
+            taken.prepend(takeRow(row).first());
+    }
+    return taken;
+}
+
+void HistoryItemModel::reverseOrder(QList<int> rows)
+{
+    const QList<QStandardItem *> clippings = takeRows(rows);
+    QList<QPair<QDateTime, bool>> places;
+    for (const QStandardItem *clipping : clippings)
+        places.append({clipping->data(TimeRole).toDateTime(), clipping->data(PinnedRole).toBool()});
+    // The last one takes the first one's place, pinned state included, and so on inwards.
+    for (int i = 0; i < clippings.size(); ++i) {
+        QStandardItem *clipping = clippings.at(clippings.size() - 1 - i);
+        clipping->setData(places.at(i).first, TimeRole);
+        clipping->setData(places.at(i).second, PinnedRole);
+        const int target = m_index->insertionRow(places.at(i).second, places.at(i).first);
+        m_index->expectOrderedInsert();
+        insertRow(target, clipping);
+    }
+    if (!clippings.isEmpty())
+        save(true);
+}
+
+void HistoryItemModel::markRemoved(QList<int> rows)
+{
+    const QDateTime time = now();
+    for (int row : std::as_const(rows)) {
+        QStandardItem *clipping = item(row);
+        if (!clipping)
+            continue;
+        mergeLog(QStringLiteral("Item '%1' removed by the user")
+                     .arg(shortText(clipping->data(TextRole).toString())));
+        clipping->setData(true, RemovedRole);
+        clipping->setData(time, TimeRole);
+        clipping->setData(false, PinnedRole);
+        clipping->setData(false, LockedRole);
+    }
+    if (!rows.isEmpty())
+        save(true);
+}
+
+void HistoryItemModel::clearStyle(int row)
+{
+    QStandardItem *clipping = item(row);
+    if (!clipping || clipping->data(HtmlRole).toString().isEmpty())
+        return;
+    clipping->setData(QString(), HtmlRole);
+    clipping->setData(clipping->data(TextRole), ToolTipRole);
+    save(true);
+}
+
 QByteArray HistoryItemModel::iconPng(const QString &application, const QPixmap &icon)
 {
     auto cached = m_iconPngs.constFind(application);
@@ -503,6 +582,7 @@ void HistoryItemModel::copyToCache(const QStandardItem *item, const QImage &imag
 
 void HistoryItemModel::makeThumbnail(const QUuid &id, const QString &fileName)
 {
+    m_thumbnailsPending.insert(id);
     auto *task = new MakeThumbnail(id, fileName);
     connect(task, &MakeThumbnail::thumbnail, this, &HistoryItemModel::setThumbnail,
             Qt::QueuedConnection);
@@ -516,7 +596,23 @@ void HistoryItemModel::setThumbnail(const QImage &image, const QUuid &id)
         qWarning() << "Unable to find the item for thumbnail";
         return;
     }
+    m_thumbnailsPending.remove(id);
     item(row)->setData(image, ThumbnailRole);
+    for (const QUuid &dropped : m_thumbnails.use(id)) {
+        const int droppedRow = m_index->firstRowWithId(dropped);
+        if (droppedRow >= 0)
+            item(droppedRow)->setData(QVariant(), ThumbnailRole);
+    }
+}
+
+void HistoryItemModel::requestThumbnail(const QUuid &id, const QString &fileName)
+{
+    if (m_thumbnailsPending.contains(id))
+        return;
+    if (m_thumbnails.contains(id))
+        m_thumbnails.use(id);
+    else
+        makeThumbnail(id, fileName);
 }
 
 void HistoryItemModel::startCleanCache()

@@ -2,6 +2,7 @@
 
 #include "historyfile.h"
 #include "isyncmerge.h"
+#include "thumbnailbudget.h"
 
 #include <QDateTime>
 #include <QHash>
@@ -56,6 +57,17 @@ public:
     // Marks every unlocked clipping removed, so the clearing reaches other computers too.
     void clearHistory();
     void setLocked(int row, bool locked);
+    // Moves the clipping to where clippings of its new pinned state and time belong.
+    void setPinned(int row, bool pinned);
+    // The clippings swap times so that their order turns round; other rows stay put.
+    void reverseOrder(QList<int> rows);
+    // Removed by the user: hidden, and kept as a deletion mark that reaches other computers.
+    void markRemoved(QList<int> rows);
+    // The clipping keeps only its plain text.
+    void clearStyle(int row);
+    // Makes the thumbnail of an image clipping that is about to be shown, unless it is in
+    // memory or on its way; only the most recently shown thumbnails stay in memory.
+    void requestThumbnail(const QUuid &id, const QString &fileName);
 
     QByteArray serialize();
     // Merges a history document into the model: the number of clippings kept, or -1.
@@ -115,6 +127,8 @@ private:
     void copyToCache(const QStandardItem *item, const QImage &image, const QByteArray &bytes,
                      const QUrl &source);
     void makeThumbnail(const QUuid &id, const QString &fileName);
+    void moveToOrderedRow(int row);
+    QList<QStandardItem *> takeRows(QList<int> rows);
     void keepUnreadableFile() const;
     void onSaveFinished(const QString &path, int result, bool tellSync);
 
@@ -127,4 +141,6 @@ private:
     QSet<QString> m_excluded;
     QSet<QString> m_knownApplications;
     QHash<QString, QPair<qint64, QByteArray>> m_iconPngs;
+    ThumbnailBudget m_thumbnails{64};
+    QSet<QUuid> m_thumbnailsPending;
 };

@@ -1,24 +1,98 @@
 #include "historyitemview.h"
 
 #include "actionapi.h"
+#include "clipboardops.h"
 #include "clipping.h"
+#include "historyitemdelegate.h"
+#include "historyitemmodel.h"
 #include "runactionmenu.h"
+#include "snippetitemmodel.h"
 
 #include <QContextMenuEvent>
 #include <QDebug>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPersistentModelIndex>
+#include <QSortFilterProxyModel>
 
-HistoryItemView::HistoryItemView(QWidget *parent) : QListView(parent) {}
+using namespace Clipping;
+
+namespace {
+
+bool isText(const QModelIndex &clipping)
+{
+    return !isImage(clipping.data(TypeRole).toInt());
+}
+
+QString withKey(const QString &text, const QKeySequence &key)
+{
+    return text + QLatin1Char('\t') + key.toString(QKeySequence::NativeText);
+}
+
+QList<QPersistentModelIndex> persistent(const QModelIndexList &indexes)
+{
+    return {indexes.cbegin(), indexes.cend()};
+}
+
+QModelIndexList plain(const QList<QPersistentModelIndex> &indexes)
+{
+    QModelIndexList result;
+    for (const QPersistentModelIndex &index : indexes) {
+        if (index.isValid())
+            result.append(index);
+    }
+    return result;
+}
+
+} // namespace
+
+HistoryItemView::HistoryItemView(QWidget *parent) : QListView(parent)
+{
+    setAccessibleName(tr("Clipboard history"));
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setTextElideMode(Qt::ElideRight);
+}
+
+void HistoryItemView::setModels(HistoryItemModel *history, SnippetItemModel *snippets)
+{
+    m_history = history;
+    m_snippets = snippets;
+    setModel(history->proxy());
+    m_delegate = new HistoryItemDelegate(history, this);
+    setItemDelegate(m_delegate);
+}
+
+int HistoryItemView::sourceRow(const QModelIndex &clipping) const
+{
+    return m_history->proxy()->mapToSource(clipping).row();
+}
+
+QList<int> HistoryItemView::sourceRows(const QModelIndexList &clippings) const
+{
+    QList<int> rows;
+    for (const QModelIndex &clipping : clippings)
+        rows.append(sourceRow(clipping));
+    return rows;
+}
+
+QModelIndexList HistoryItemView::selectedClippings() const
+{
+    QModelIndexList selected =
+        selectionModel() ? selectionModel()->selectedRows() : QModelIndexList();
+    std::sort(selected.begin(), selected.end(),
+              [](const QModelIndex &a, const QModelIndex &b) { return a.row() < b.row(); });
+    if (selected.isEmpty() && currentIndex().isValid())
+        selected.append(currentIndex());
+    return selected;
+}
 
 void HistoryItemView::runAction(const QModelIndex &clipping, const QString &path,
                                 const QString &title)
 {
     QString error;
-    const QStringList result =
-        ActionAPI::runActionFile(path, clipping.data(Clipping::TextRole).toString(),
-                                 clipping.data(Clipping::ApplicationRole).toString(), error);
+    const QStringList result = ActionAPI::runActionFile(
+        path, clipping.data(TextRole).toString(), clipping.data(ApplicationRole).toString(), error);
     qDebug() << "Executed" << result;
     if (!error.isEmpty()) {
         QMessageBox::warning(this, QStringLiteral("Velmorin"),
@@ -34,18 +108,222 @@ void HistoryItemView::runAction(const QModelIndex &clipping, const QString &path
         emit addItem(*it);
 }
 
+void HistoryItemView::join(const QModelIndexList &clippings)
+{
+    QStringList texts;
+    for (const QModelIndex &clipping : clippings) {
+        if (isText(clipping))
+            texts.append(clipping.data(TextRole).toString());
+    }
+    if (texts.size() > 1)
+        emit addItem(texts.join(QLatin1Char('\n')));
+}
+
+void HistoryItemView::reverse(const QModelIndexList &clippings)
+{
+    m_history->reverseOrder(sourceRows(clippings));
+}
+
+void HistoryItemView::remove(const QModelIndexList &clippings)
+{
+    const int nextRow = clippings.isEmpty() ? 0 : clippings.first().row();
+    m_history->markRemoved(sourceRows(clippings));
+    // The row that took the first removed one's place is ready for the next key.
+    const int rows = model()->rowCount();
+    if (rows > 0)
+        setCurrentIndex(model()->index(qMin(nextRow, rows - 1), 0));
+}
+
+void HistoryItemView::togglePinned(const QModelIndex &clipping)
+{
+    m_history->setPinned(sourceRow(clipping), !clipping.data(PinnedRole).toBool());
+}
+
+void HistoryItemView::toggleLocked(const QModelIndex &clipping)
+{
+    m_history->setLocked(sourceRow(clipping), !clipping.data(LockedRole).toBool());
+}
+
+void HistoryItemView::clearStyle(const QModelIndexList &clippings)
+{
+    for (int row : sourceRows(clippings))
+        m_history->clearStyle(row);
+}
+
+void HistoryItemView::addToSnippets(const QModelIndex &clipping, const QModelIndex &group)
+{
+    const QString text = clipping.data(TextRole).toString();
+    // The brief is one line already; a long one is cut at a word.
+    QString title = clipping.data(BriefRole).toString();
+    if (title.size() > 40)
+        title = title.left(title.lastIndexOf(QLatin1Char(' '), 40) > 10
+                               ? title.lastIndexOf(QLatin1Char(' '), 40)
+                               : 40) +
+                QStringLiteral("…");
+    m_snippets->addSnippet(group, title, text);
+}
+
 void HistoryItemView::contextMenuEvent(QContextMenuEvent *event)
 {
-    const QPersistentModelIndex clipping = indexAt(event->pos());
-    if (!clipping.isValid() || Clipping::isImage(clipping.data(Clipping::TypeRole).toInt()))
+    const QModelIndex clicked = indexAt(event->pos());
+    if (!clicked.isValid())
+        return;
+    QModelIndexList clippings = selectedClippings();
+    if (!clippings.contains(clicked))
+        clippings = {clicked};
+    showMenu(clippings, event->globalPos());
+}
+
+void HistoryItemView::showMenu(const QModelIndexList &clippings, const QPoint &globalPos)
+{
+    if (clippings.isEmpty())
         return;
     QMenu menu(this);
-    auto *actions = new RunActionMenu(&menu);
-    connect(actions, &RunActionMenu::actionChosen, this,
-            [this, clipping](const QString &path, const QString &title) {
-                if (clipping.isValid())
-                    runAction(clipping, path, title);
-            });
-    menu.addMenu(actions);
-    menu.exec(event->globalPos());
+    menu.setObjectName(QStringLiteral("historyMenu"));
+    addPasteActions(&menu, clippings);
+    menu.addSeparator();
+    addEditActions(&menu, clippings);
+    menu.exec(globalPos);
+}
+
+void HistoryItemView::addPasteActions(QMenu *menu, const QModelIndexList &clippings)
+{
+    const auto kept = persistent(clippings);
+    const QModelIndex first = clippings.first();
+    const bool one = clippings.size() == 1;
+    const QString pasteText =
+        one ? tr("Paste") : tr("Paste %n items joined", nullptr, int(clippings.size()));
+    menu->addAction(withKey(pasteText, QKeySequence(Qt::Key_Return)), this,
+                    [this, kept] { emit pasteRequested(plain(kept), -1); });
+    if (one && !isText(first)) {
+        menu->addAction(tr("Paste as image"), this,
+                        [this, kept] { emit pasteImageRequested(kept.first(), false); });
+        menu->addAction(tr("Paste as file"), this,
+                        [this, kept] { emit pasteImageRequested(kept.first(), true); });
+        return;
+    }
+    menu->addAction(withKey(tr("Paste as plain text"), QKeySequence(Qt::SHIFT | Qt::Key_Return)),
+                    this,
+                    [this, kept] { emit pasteRequested(plain(kept), ClipboardOps::PlainText); });
+    if (one) {
+        menu->addAction(tr("Type text"), this, [this, kept] {
+            emit typeRequested(kept.first().data(TextRole).toString());
+        });
+    }
+}
+
+void HistoryItemView::addEditActions(QMenu *menu, const QModelIndexList &clippings)
+{
+    const auto kept = persistent(clippings);
+    const QPersistentModelIndex first = clippings.first();
+    const bool one = clippings.size() == 1;
+    if (one && isText(first))
+        menu->addAction(tr("Edit text..."), this, [this, first] { emit editRequested(first); });
+    if (clippings.size() > 1) {
+        menu->addAction(tr("Join into a new clipping"), this, [this, kept] { join(plain(kept)); });
+        menu->addAction(tr("Reverse the order"), this, [this, kept] { reverse(plain(kept)); });
+    }
+    const bool styled = std::any_of(clippings.cbegin(), clippings.cend(), [](const auto &c) {
+        return !c.data(HtmlRole).toString().isEmpty();
+    });
+    if (styled)
+        menu->addAction(tr("Clear style"), this, [this, kept] { clearStyle(plain(kept)); });
+    if (one) {
+        QAction *pin =
+            menu->addAction(tr("Pin to the top"), this, [this, first] { togglePinned(first); });
+        pin->setCheckable(true);
+        pin->setChecked(first.data(PinnedRole).toBool());
+        QAction *lock =
+            menu->addAction(tr("Keep forever"), this, [this, first] { toggleLocked(first); });
+        lock->setCheckable(true);
+        lock->setChecked(first.data(LockedRole).toBool());
+    }
+    if (one && isText(first)) {
+        if (m_snippets)
+            menu->addMenu(createSnippetGroupMenu(menu, first));
+        auto *actions = new RunActionMenu(menu);
+        connect(actions, &RunActionMenu::actionChosen, this,
+                [this, first](const QString &path, const QString &title) {
+                    if (first.isValid())
+                        runAction(first, path, title);
+                });
+        menu->addMenu(actions);
+    }
+    menu->addSeparator();
+    menu->addAction(QIcon(QStringLiteral(":/icons/images/delete.png")),
+                    withKey(tr("Remove"), QKeySequence(Qt::Key_Delete)), this,
+                    [this, kept] { remove(plain(kept)); });
+}
+
+QMenu *HistoryItemView::createSnippetGroupMenu(QMenu *parent, const QModelIndex &clipping)
+{
+    auto *groups = new QMenu(tr("Add to snippets"), parent);
+    groups->setObjectName(QStringLiteral("addToSnippetsMenu"));
+    const QPersistentModelIndex kept = clipping;
+    for (int row = 0; row < m_snippets->rowCount(); ++row) {
+        const QPersistentModelIndex group = m_snippets->index(row, 0);
+        groups->addAction(group.data(Qt::DisplayRole).toString(), this, [this, kept, group] {
+            if (kept.isValid() && group.isValid())
+                addToSnippets(kept, group);
+        });
+    }
+    if (!groups->isEmpty())
+        groups->addSeparator();
+    groups->addAction(tr("New group"), this, [this, kept] {
+        const QModelIndex group = m_snippets->addGroup(tr("Clippings"));
+        if (kept.isValid())
+            addToSnippets(kept, group);
+    });
+    return groups;
+}
+
+void HistoryItemView::keyPressEvent(QKeyEvent *event)
+{
+    if (!handleCommandKey(event))
+        QListView::keyPressEvent(event);
+}
+
+bool HistoryItemView::handleCommandKey(QKeyEvent *event)
+{
+    const int key = event->key();
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        emit pasteRequested(selectedClippings(),
+                            modifiers & Qt::ShiftModifier ? int(ClipboardOps::PlainText) : -1);
+        return true;
+    case Qt::Key_Delete:
+        remove(selectedClippings());
+        return true;
+    case Qt::Key_Escape:
+        emit escapePressed();
+        return true;
+    case Qt::Key_Right:
+    case Qt::Key_Menu: {
+        const QModelIndex current = currentIndex();
+        if (!current.isValid())
+            return true;
+        const QRect row = visualRect(current);
+        showMenu(selectedClippings(),
+                 viewport()->mapToGlobal(QPoint(row.right() - row.height() / 2, row.center().y())));
+        return true;
+    }
+    default:
+        break;
+    }
+    if (modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+        return false;
+    if (key >= Qt::Key_1 && key <= Qt::Key_9) {
+        const QModelIndex row = model()->index(key - Qt::Key_1, 0);
+        if (row.isValid())
+            emit pasteRequested({row}, -1);
+        return true;
+    }
+    const QString text = event->text();
+    if (!text.isEmpty() && text.at(0).isPrint() && !text.at(0).isSpace()) {
+        emit textTyped(text);
+        return true;
+    }
+    return false;
 }

@@ -4,10 +4,13 @@
 #include "consoleengine.h"
 #include "crashhandler.h"
 #include "fileengine.h"
+#include "historyitemmodel.h"
 #include "logger.h"
 #include "mainwindow.h"
 #include "runguard.h"
 #include "settings.h"
+#include "settingsevents.h"
+#include "theme.h"
 #include "trayicon.h"
 
 #include <QDate>
@@ -16,6 +19,7 @@
 #include <QImageReader>
 #include <QLibraryInfo>
 #include <QMessageBox>
+#include <QSortFilterProxyModel>
 #include <QSslSocket>
 #include <QStandardPaths>
 #include <QThread>
@@ -77,20 +81,15 @@ void installTranslators(QCoreApplication &app)
         QCoreApplication::installTranslator(translator);
 }
 
-void applyStyle(QApplication &app)
-{
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    QFile sheet(QStringLiteral(":/styles/base.qss"));
-    if (sheet.open(QIODevice::ReadOnly))
-        app.setStyleSheet(QString::fromUtf8(sheet.readAll()));
-}
-
 void connectTrayIcon(TrayIcon &tray, MainWindow &mainWindow)
 {
     QObject::connect(&tray, &TrayIcon::toggleRequested, &mainWindow, &MainWindow::toggleVisible);
     QObject::connect(&tray, &TrayIcon::showRequested, &mainWindow, &MainWindow::showAndPin);
     QObject::connect(&tray, &TrayIcon::settingsRequested, &mainWindow, &MainWindow::showSettings);
     QObject::connect(&tray, &TrayIcon::quitRequested, &QCoreApplication::quit);
+    QObject::connect(&mainWindow, &MainWindow::clippingCountChanged, &tray,
+                     &TrayIcon::setClippingCount);
+    tray.setClippingCount(mainWindow.historyModel()->proxy()->rowCount());
     QObject::connect(&tray, &TrayIcon::runActionRequested, &mainWindow,
                      &MainWindow::runActionOnClipboard);
     if (QSystemTrayIcon::isSystemTrayAvailable()) {
@@ -125,11 +124,14 @@ int main(int argc, char *argv[])
     QImageReader::setAllocationLimit(512);
 
     Application app(argc, argv);
-    applyStyle(app);
+    QApplication::setStyle(QStringLiteral("Fusion"));
     installTranslators(app);
 
     QSettings settings;
     Settings::writeDefaults(settings);
+    Theme::apply(settings.value(SettingsKey::Theme).toInt());
+    QObject::connect(SettingsEvents::instance(), &SettingsEvents::changed, &app,
+                     [] { Theme::apply(QSettings().value(SettingsKey::Theme).toInt()); });
 
     const AppModes modes = AppModes::fromArguments(
         app.arguments(), settings.value(SettingsKey::WriteDebugLog).toBool());

@@ -7,20 +7,33 @@
 #include "appmodes.h"
 #include "clipboardlistener.h"
 #include "clipboardmarks.h"
-#include "clipboardops.h"
 #include "clipping.h"
+#include "clippingeditor.h"
+#include "framelesshelper.h"
 #include "globalshortcuts.h"
 #include "historyfile.h"
+#include "historyitemdelegate.h"
 #include "historyitemmodel.h"
 #include "historyitemview.h"
 #include "inputmanager.h"
+#include "platform.h"
 #include "releasenotesdialog.h"
+#include "searchdelegate.h"
+#include "searchedit.h"
+#include "searchmodel.h"
+#include "searchview.h"
 #include "settings.h"
 #include "settingsdialog.h"
+#include "snippet.h"
 #include "snippetfile.h"
+#include "snippetitemdelegate.h"
 #include "snippetitemmodel.h"
+#include "snippetplaceholders.h"
 #include "snippetshortcuts.h"
+#include "snippettreeview.h"
+#include "texttyper.h"
 
+#include <QButtonGroup>
 #include <QClipboard>
 #include <QCursor>
 #include <QDebug>
@@ -32,75 +45,52 @@
 #include <QScreen>
 #include <QSettings>
 #include <QSortFilterProxyModel>
+#include <QStackedWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {
-void putOnClipboard(const QModelIndex &clipping)
+
+QToolButton *newToolButton(QWidget *parent, const char *icon, const QString &text)
 {
-    if (Clipping::isImage(clipping.data(Clipping::TypeRole).toInt()))
-        ClipboardOps::putClippingImage(clipping, false);
-    else
-        ClipboardOps::putClippingText(clipping, ClipboardOps::WithFormatting);
+    auto *button = new QToolButton(parent);
+    button->setIcon(QIcon(QLatin1String(icon)));
+    button->setToolTip(text);
+    button->setAccessibleName(text);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::NoFocus);
+    return button;
 }
+
 } // namespace
 
 MainWindow::MainWindow(bool testModes, QWidget *parent)
-    : QWidget(parent, Qt::Window), m_testModes(testModes),
+    : QWidget(parent, Qt::Window | Qt::FramelessWindowHint), m_testModes(testModes),
       m_history(new HistoryItemModel(HistoryFile::path(AppModes::current()), this)),
-      m_pinButton(new QToolButton(this)), m_emptyLabel(new QLabel(this)),
-      m_historyView(new HistoryItemView(this)), m_shortcuts(new GlobalShortcuts(this)),
+      m_helper(new FramelessHelper(this)), m_shortcuts(new GlobalShortcuts(this)),
       m_clipboardListener(new ClipboardListener(this))
 {
     setWindowTitle(tr("Velmorin"));
     setWindowIcon(QIcon(QStringLiteral(":/icons/images/velmorin.svg")));
     setObjectName(QStringLiteral("mainWindow"));
+    m_snippets = new SnippetItemModel(SnippetFile::path(AppModes::current()), this);
+    m_typer = new TextTyper(this);
 
-    m_pinButton->setCheckable(true);
-    m_pinButton->setIcon(QIcon(QStringLiteral(":/icons/images/pin.svg")));
-    m_pinButton->setToolTip(tr("Keep the window open"));
-    m_pinButton->setAccessibleName(tr("Keep the window open"));
-    m_pinButton->setAutoRaise(true);
-
-    auto *title = new QLabel(tr("Clipboard history"), this);
-    title->setObjectName(QStringLiteral("windowTitle"));
-    auto *header = new QHBoxLayout;
-    header->addWidget(title, 1);
-    header->addWidget(m_pinButton);
-
-    m_emptyLabel->setText(tr("Copied items appear here."));
-    m_emptyLabel->setAlignment(Qt::AlignCenter);
-    m_emptyLabel->setWordWrap(true);
-
-    m_historyView->setModel(m_history->proxy());
-    m_historyView->setObjectName(QStringLiteral("historyView"));
-    m_historyView->setUniformItemSizes(true);
-    m_historyView->setTextElideMode(Qt::ElideRight);
-    m_historyView->setIconSize(QSize(16, 16));
+    m_pages = new QStackedWidget(this);
+    m_pages->addWidget(createHistoryPage());
+    m_snippetView = new SnippetTreeView(m_snippets, m_pages);
+    m_pages->addWidget(m_snippetView);
+    createSearchPage();
 
     auto *layout = new QVBoxLayout(this);
-    layout->addLayout(header);
-    layout->addWidget(m_emptyLabel, 1);
-    layout->addWidget(m_historyView, 1);
+    layout->setContentsMargins(FramelessHelper::BorderWidth, FramelessHelper::BorderWidth,
+                               FramelessHelper::BorderWidth, FramelessHelper::BorderWidth);
+    layout->setSpacing(4);
+    layout->addWidget(createHeader());
+    layout->addWidget(m_pages, 1);
 
-    connect(m_history, &HistoryItemModel::warning, this, [this](const QString &text) {
-        QMessageBox::warning(this, QStringLiteral("Velmorin"), text);
-    });
-    for (auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
-        connect(m_history->proxy(), signal, this, &MainWindow::updateEmptyState);
-    connect(m_history->proxy(), &QAbstractItemModel::modelReset, this,
-            &MainWindow::updateEmptyState);
-    // A new clipping starts "paste next" over from the second newest.
-    connect(m_history->proxy(), &QAbstractItemModel::rowsInserted, this,
-            [this] { m_pasteNextRow = 0; });
-    connect(m_historyView, &QListView::activated, this, &MainWindow::pasteClipping);
-    connect(m_historyView, &HistoryItemView::textAction, this, &MainWindow::keepActionResult);
-    connect(m_historyView, &HistoryItemView::addItem, m_history,
-            [this](const QString &text) { m_history->addText(text, QString(), {}, QString()); });
-    connect(m_shortcuts, &GlobalShortcuts::mainActivated, this, &MainWindow::toggleAtMouse);
-    connect(m_shortcuts, &GlobalShortcuts::plainTextActivated, this,
-            [] { ClipboardOps::pastePlainText(); });
-    connect(m_shortcuts, &GlobalShortcuts::pasteNextActivated, this, &MainWindow::pasteNext);
+    connectHistory();
+    connectSearch();
     loadHistory();
     // Only once the history is loaded: a copy merged before would be lost to the load.
     connect(m_clipboardListener, &ClipboardListener::changed, m_history,
@@ -118,9 +108,176 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
         app->setMainWindow(this);
 }
 
+QWidget *MainWindow::createHeader()
+{
+    auto *header = new QWidget(this);
+    header->setObjectName(QStringLiteral("header"));
+    m_search = new SearchEdit(header);
+    m_historyButton = newToolButton(header, ":/icons/images/history.svg", tr("History"));
+    m_snippetsButton = newToolButton(header, ":/icons/images/snippets.svg", tr("Snippets"));
+    auto *pages = new QButtonGroup(header);
+    for (QAbstractButton *button : {m_historyButton, m_snippetsButton}) {
+        button->setCheckable(true);
+        pages->addButton(button);
+    }
+    m_historyButton->setChecked(true);
+    connect(m_historyButton, &QAbstractButton::clicked, this, [this] { showPage(HistoryPage); });
+    connect(m_snippetsButton, &QAbstractButton::clicked, this, [this] { showPage(SnippetsPage); });
+    auto *settings = newToolButton(header, ":/icons/images/settings.svg", tr("Settings"));
+    connect(settings, &QToolButton::clicked, this, &MainWindow::showSettings);
+    m_pinButton = newToolButton(header, ":/icons/images/pin.svg", tr("Keep the window open"));
+    m_pinButton->setObjectName(QStringLiteral("pinButton"));
+    m_pinButton->setCheckable(true);
+
+    auto *layout = new QHBoxLayout(header);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(m_search, 1);
+    layout->addSpacing(4);
+    for (QWidget *button :
+         {m_historyButton, m_snippetsButton, static_cast<QAbstractButton *>(settings),
+          static_cast<QAbstractButton *>(m_pinButton)})
+        layout->addWidget(button);
+    m_helper->addMoveHandle(header);
+    return header;
+}
+
+QWidget *MainWindow::createHistoryPage()
+{
+    m_historyStack = new QStackedWidget(this);
+    m_emptyLabel = new QLabel(tr("Copied items appear here."), m_historyStack);
+    m_emptyLabel->setAlignment(Qt::AlignCenter);
+    m_emptyLabel->setWordWrap(true);
+    m_historyView = new HistoryItemView(m_historyStack);
+    m_historyView->setObjectName(QStringLiteral("historyView"));
+    m_historyView->setModels(m_history, m_snippets);
+    m_historyStack->addWidget(m_emptyLabel);
+    m_historyStack->addWidget(m_historyView);
+    return m_historyStack;
+}
+
+void MainWindow::createSearchPage()
+{
+    m_searchModel = new SearchModel(m_history->proxy(), m_snippets, this);
+    m_searchView = new SearchView(m_pages);
+    m_searchView->setObjectName(QStringLiteral("searchView"));
+    m_searchView->setSearchModel(m_searchModel);
+    auto *historyDelegate = new HistoryItemDelegate(m_history, m_searchView);
+    historyDelegate->setShowNumbers(false);
+    m_searchView->setItemDelegate(new SearchDelegate(
+        m_searchModel, historyDelegate, new SnippetItemDelegate(true, m_searchView), m_searchView));
+    m_pages->addWidget(m_searchView);
+}
+
+void MainWindow::connectHistory()
+{
+    connect(m_history, &HistoryItemModel::warning, this, [this](const QString &text) {
+        QMessageBox::warning(this, QStringLiteral("Velmorin"), text);
+    });
+    for (auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(m_history->proxy(), signal, this, &MainWindow::updateEmptyState);
+    connect(m_history->proxy(), &QAbstractItemModel::modelReset, this,
+            &MainWindow::updateEmptyState);
+    // A new clipping starts "paste next" over from the second newest.
+    connect(m_history->proxy(), &QAbstractItemModel::rowsInserted, this,
+            [this] { m_pasteNextRow = 0; });
+    connect(m_historyView, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
+        // Ctrl and Shift clicks choose several clippings; a plain click pastes one.
+        if (QGuiApplication::keyboardModifiers() == Qt::NoModifier)
+            pasteClipping(index);
+    });
+    connect(m_historyView, &HistoryItemView::pasteRequested, this, &MainWindow::pasteClippings);
+    connect(m_historyView, &HistoryItemView::pasteImageRequested, this, &MainWindow::pasteImage);
+    connect(m_historyView, &HistoryItemView::typeRequested, this, &MainWindow::typeText);
+    connect(m_historyView, &HistoryItemView::editRequested, this, &MainWindow::editClipping);
+    connect(m_historyView, &HistoryItemView::escapePressed, this, &MainWindow::hideWindow);
+    connect(m_historyView, &HistoryItemView::textTyped, this, &MainWindow::startSearchWith);
+    connect(m_historyView, &HistoryItemView::textAction, this, &MainWindow::keepActionResult);
+    connect(m_historyView, &HistoryItemView::addItem, m_history,
+            [this](const QString &text) { m_history->addText(text, QString(), {}, QString()); });
+    connect(m_snippetView, &SnippetTreeView::snippetActivated, this, &MainWindow::pasteSnippet);
+    connect(m_snippetView, &SnippetTreeView::editRequested, this, &MainWindow::editSnippet);
+    connect(m_snippetView, &SnippetTreeView::escapePressed, this, &MainWindow::hideWindow);
+    connect(m_snippetView, &SnippetTreeView::textTyped, this, &MainWindow::startSearchWith);
+    connect(m_shortcuts, &GlobalShortcuts::mainActivated, this, &MainWindow::toggleAtMouse);
+    connect(m_shortcuts, &GlobalShortcuts::plainTextActivated, this,
+            [] { ClipboardOps::pastePlainText(); });
+    connect(m_shortcuts, &GlobalShortcuts::pasteNextActivated, this, &MainWindow::pasteNext);
+}
+
+void MainWindow::connectSearch()
+{
+    connect(m_search, &QLineEdit::textChanged, m_searchModel, &SearchModel::setSearchText);
+    connect(m_search, &QLineEdit::textChanged, this, &MainWindow::onSearchTextChanged);
+    connect(m_search, &SearchEdit::escapePressed, this, &MainWindow::hideWindow);
+    connect(m_search, &SearchEdit::downPressed, this, [this] {
+        if (m_search->text().trimmed().isEmpty()) {
+            (currentPage() == SnippetsPage ? static_cast<QWidget *>(m_snippetView) : m_historyView)
+                ->setFocus();
+            return;
+        }
+        m_searchModel->updateNow();
+        m_searchView->selectFirst();
+        m_searchView->setFocus();
+    });
+    connect(m_search, &QLineEdit::returnPressed, this, [this] {
+        m_searchModel->updateNow();
+        const QModelIndex first = m_searchModel->index(0, 0);
+        if (first.isValid())
+            activateSearchResult(SearchModel::sourceIndex(first));
+    });
+    connect(m_searchView, &QAbstractItemView::activated, this, &MainWindow::activateSearchResult);
+    connect(m_searchView, &SearchView::historyMenuRequested, this,
+            [this](const QModelIndex &clipping, const QPoint &position) {
+                m_historyView->showMenu({clipping}, position);
+            });
+    connect(m_searchView, &SearchView::escapePressed, this, &MainWindow::hideWindow);
+    connect(m_searchView, &SearchView::upFromFirstRow, m_search, qOverload<>(&QWidget::setFocus));
+    connect(m_searchView, &SearchView::textTyped, this, &MainWindow::startSearchWith);
+}
+
+void MainWindow::onSearchTextChanged(const QString &text)
+{
+    if (!text.trimmed().isEmpty())
+        m_pages->setCurrentWidget(m_searchView);
+    else
+        showPage(m_lastListPage);
+}
+
+void MainWindow::startSearchWith(const QString &text)
+{
+    m_search->setFocus();
+    m_search->insert(text);
+}
+
+void MainWindow::activateSearchResult(const QModelIndex &source)
+{
+    if (m_searchModel->isHistoryIndex(source))
+        pasteClipping(source);
+    else
+        pasteSnippet(source);
+}
+
+void MainWindow::showPage(Page page)
+{
+    if (page == SearchPage) {
+        m_pages->setCurrentWidget(m_searchView);
+        return;
+    }
+    m_lastListPage = page;
+    if (!m_search->text().isEmpty())
+        m_search->clear();
+    (page == HistoryPage ? m_historyButton : m_snippetsButton)->setChecked(true);
+    m_pages->setCurrentIndex(page);
+}
+
+MainWindow::Page MainWindow::currentPage() const
+{
+    return Page(m_pages->currentIndex());
+}
+
 void MainWindow::loadSnippets()
 {
-    m_snippets = new SnippetItemModel(SnippetFile::path(AppModes::current()), this);
     const auto showWarning = [this](const QString &text) {
         QMessageBox::warning(this, QStringLiteral("Velmorin"), text);
     };
@@ -156,9 +313,9 @@ void MainWindow::loadHistory()
 
 void MainWindow::updateEmptyState()
 {
-    const bool empty = m_history->proxy()->rowCount() == 0;
-    m_emptyLabel->setVisible(empty);
-    m_historyView->setVisible(!empty);
+    const int count = m_history->proxy()->rowCount();
+    m_historyStack->setCurrentIndex(count == 0 ? 0 : 1);
+    emit clippingCountChanged(count);
 }
 
 void MainWindow::keepActionResult(const QModelIndex &proxyIndex, const QString &text)
@@ -167,6 +324,24 @@ void MainWindow::keepActionResult(const QModelIndex &proxyIndex, const QString &
     // itself stays as it was copied.
     m_history->addText(text, QString(), proxyIndex.data(Clipping::IconRole).value<QPixmap>(),
                        proxyIndex.data(Clipping::ApplicationRole).toString());
+}
+
+void MainWindow::editClipping(const QModelIndex &proxyIndex)
+{
+    if (!m_editor) {
+        m_editor = new ClippingEditor(this);
+        connect(m_editor, &ClippingEditor::saved, this, [this](const QString &text) {
+            // Saved as the newest copy, from the application the original came from.
+            const QModelIndex original = m_editedClipping;
+            m_history->addText(text, QString(), original.data(Clipping::IconRole).value<QPixmap>(),
+                               original.data(Clipping::ApplicationRole).toString());
+        });
+        if (auto *app = qobject_cast<Application *>(QCoreApplication::instance()))
+            app->setSecondaryWindow(m_editor);
+    }
+    m_editedClipping = proxyIndex;
+    m_editor->move(geometry().topLeft() + QPoint(24, 24));
+    m_editor->edit(proxyIndex.data(Clipping::TextRole).toString());
 }
 
 void MainWindow::runActionOnClipboard(const QString &path, const QString &title)
@@ -205,6 +380,7 @@ void MainWindow::prepareToQuit()
         m_history->clearHistory();
         m_history->save(false);
     }
+    m_typer->stop();
     m_history->finishSaves();
     m_snippets->finishSaves();
 }
@@ -238,9 +414,36 @@ void MainWindow::toggleVisible()
         hideWindow();
         return;
     }
+    rememberForegroundWindow();
     show();
     raise();
     activateWindow();
+}
+
+void MainWindow::rememberForegroundWindow()
+{
+    const quint64 window = Platform::foregroundWindow();
+    // Opened again while the window or one of its dialogs has the focus: keep the
+    // application it was first opened from.
+    const QWidget *own = QApplication::activeWindow();
+    if (window == 0 || (own && own->winId() == window))
+        return;
+    m_previousWindow = window;
+    m_previousApplication = Platform::foregroundApplicationName();
+}
+
+void MainWindow::placeAtMouse()
+{
+    const QPoint mouse = QCursor::pos();
+    QScreen *screen = QGuiApplication::screenAt(mouse);
+    const QRect area = screen ? screen->availableGeometry() : QRect(mouse, size());
+    const QSize fitted = size().boundedTo(area.size());
+    if (fitted != size())
+        resize(fitted);
+    // Kept whole on the screen under the mouse.
+    const int x = qBound(area.left(), mouse.x(), qMax(area.left(), area.right() + 1 - width()));
+    const int y = qBound(area.top(), mouse.y(), qMax(area.top(), area.bottom() + 1 - height()));
+    move(x, y);
 }
 
 void MainWindow::toggleAtMouse()
@@ -249,32 +452,93 @@ void MainWindow::toggleAtMouse()
         hideWindow();
         return;
     }
-    if (QSettings().value(SettingsKey::OpenOnMouse, true).toBool()) {
-        const QPoint mouse = QCursor::pos();
-        QScreen *screen = QGuiApplication::screenAt(mouse);
-        const QRect area = screen ? screen->availableGeometry() : QRect(mouse, size());
-        // Kept whole on the screen under the mouse.
-        const int x = qBound(area.left(), mouse.x(), qMax(area.left(), area.right() - width()));
-        const int y = qBound(area.top(), mouse.y(), qMax(area.top(), area.bottom() - height()));
-        move(x, y);
-    }
+    rememberForegroundWindow();
+    if (QSettings().value(SettingsKey::OpenOnMouse, true).toBool())
+        placeAtMouse();
+    showPage(m_lastListPage);
     // The newest clipping is ready for Enter.
+    m_historyView->clearSelection();
     m_historyView->setCurrentIndex(m_history->proxy()->index(0, 0));
+    m_historyView->scrollToTop();
     show();
     raise();
     activateWindow();
-    m_historyView->setFocus();
+    (m_lastListPage == SnippetsPage ? static_cast<QWidget *>(m_snippetView) : m_historyView)
+        ->setFocus();
 }
 
-void MainWindow::pasteClipping(const QModelIndex &proxyIndex)
+void MainWindow::finishPaste(ClipboardOps::CursorSteps steps)
+{
+    if (!isPinned())
+        hideWindow();
+    if (m_previousWindow)
+        Platform::activateWindow(m_previousWindow);
+    ClipboardOps::delayedPasteWithCursor(steps);
+}
+
+void MainWindow::pasteClippings(const QModelIndexList &proxyIndexes, int mode)
+{
+    if (proxyIndexes.isEmpty())
+        return;
+    if (mode < 0)
+        mode = QSettings().value(SettingsKey::PastePlainText).toBool()
+                   ? ClipboardOps::PlainText
+                   : ClipboardOps::WithFormatting;
+    if (proxyIndexes.size() == 1) {
+        const QModelIndex clipping = m_history->proxy()->mapToSource(proxyIndexes.first());
+        if (!clipping.isValid())
+            return;
+        if (Clipping::isImage(clipping.data(Clipping::TypeRole).toInt()))
+            ClipboardOps::putClippingImage(clipping, false);
+        else
+            ClipboardOps::putClippingText(clipping, mode);
+        finishPaste();
+        return;
+    }
+    QStringList texts;
+    for (const QModelIndex &index : proxyIndexes)
+        texts.append(index.data(Clipping::TextRole).toString());
+    // Joined for this paste only: the clipboard, and the history, stay as they were.
+    QMimeData *saved = ClipboardOps::saveClipboard();
+    ClipboardOps::setClipboardText(texts.join(QLatin1Char('\n')));
+    finishPaste();
+    ClipboardOps::restoreClipboardLater(saved);
+}
+
+void MainWindow::pasteImage(const QModelIndex &proxyIndex, bool asFile)
 {
     const QModelIndex clipping = m_history->proxy()->mapToSource(proxyIndex);
     if (!clipping.isValid())
         return;
-    putOnClipboard(clipping);
+    ClipboardOps::putClippingImage(clipping, asFile);
+    finishPaste();
+}
+
+void MainWindow::pasteSnippet(const QModelIndex &snippet)
+{
+    if (!snippet.isValid() || !snippet.parent().isValid())
+        return;
+    QStringList failures;
+    QString text = SnippetPlaceholders::resolve(snippet.data(Snippet::TextRole).toString(),
+                                                m_previousApplication,
+                                                HistoryItemModel::clippingTexts(), &failures);
+    const ClipboardOps::CursorSteps steps = Snippet::caretSteps(text);
+    text.remove(Snippet::cursorMarker);
+    QMimeData *saved = ClipboardOps::saveClipboard();
+    ClipboardOps::setClipboardText(text);
+    finishPaste(steps);
+    ClipboardOps::restoreClipboardLater(saved);
+    for (const QString &failure : std::as_const(failures))
+        QMessageBox::warning(this, QStringLiteral("Velmorin"), failure);
+}
+
+void MainWindow::typeText(const QString &text)
+{
     if (!isPinned())
         hideWindow();
-    ClipboardOps::delayedPaste();
+    if (m_previousWindow)
+        Platform::activateWindow(m_previousWindow);
+    m_typer->start(text);
 }
 
 void MainWindow::pasteNext()
@@ -284,7 +548,10 @@ void MainWindow::pasteNext()
         return;
     m_pasteNextRow = m_pasteNextRow % (proxy->rowCount() - 1) + 1;
     const QModelIndex clipping = m_history->proxy()->mapToSource(proxy->index(m_pasteNextRow, 0));
-    putOnClipboard(clipping);
+    if (Clipping::isImage(clipping.data(Clipping::TypeRole).toInt()))
+        ClipboardOps::putClippingImage(clipping, false);
+    else
+        ClipboardOps::putClippingText(clipping, ClipboardOps::WithFormatting);
     ClipboardOps::paste();
 }
 
@@ -300,6 +567,22 @@ void MainWindow::showSettings()
     m_settingsDialog->show();
     m_settingsDialog->raise();
     m_settingsDialog->activateWindow();
+}
+
+void MainWindow::editSnippet(const QModelIndex &item)
+{
+    showSettings();
+    m_settingsDialog->showSnippet(item);
+}
+
+SettingsDialog *MainWindow::settingsDialog() const
+{
+    return m_settingsDialog;
+}
+
+ClippingEditor *MainWindow::clippingEditor() const
+{
+    return m_editor;
 }
 
 void MainWindow::openReleaseNotes()

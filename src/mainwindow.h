@@ -1,28 +1,44 @@
 #pragma once
 
+#include <QPersistentModelIndex>
 #include <QPointer>
 #include <QWidget>
 
+#include "clipboardops.h"
+
 class ActionShortcuts;
 class ClipboardListener;
+class ClippingEditor;
+class FramelessHelper;
 class GlobalShortcuts;
 class HistoryItemModel;
 class HistoryItemView;
+class QAbstractButton;
 class QLabel;
 class QModelIndex;
+class QStackedWidget;
 class QToolButton;
 class ReleaseNotesDialog;
+class SearchEdit;
+class SearchModel;
+class SearchView;
 class SettingsDialog;
 class SnippetItemModel;
 class SnippetShortcuts;
+class SnippetTreeView;
+class TextTyper;
 
-// The paste window: opened from the tray or the global shortcut, hidden again when another
-// application takes the focus unless it is pinned open.
+// The paste window: a compact frameless window opened by the global shortcut at the mouse,
+// with the history, the snippets and the search results as pages. It hides again when another
+// application takes the focus unless it is pinned open, and gives the focus back to the
+// application it was opened from before pasting.
 class MainWindow final : public QWidget
 {
     Q_OBJECT
 
 public:
+    enum Page { HistoryPage, SnippetsPage, SearchPage };
+
     // testModes: the program runs in debug, performance-test or demo mode.
     explicit MainWindow(bool testModes, QWidget *parent = nullptr);
     ~MainWindow() override;
@@ -34,17 +50,27 @@ public:
     void toggleVisible();
     // Opens the window where the mouse is (or where it was left), or hides it when open.
     void toggleAtMouse();
-    // Puts the clipping on the clipboard, hides the window and pastes into the application
-    // that gets the focus back.
-    void pasteClipping(const QModelIndex &proxyIndex);
+    // Puts the clippings on the clipboard (several joined by line feeds), hides the window and
+    // pastes into the application that gets the focus back. mode: ClipboardOps::TextMode, or -1
+    // for the default that the settings choose.
+    void pasteClippings(const QModelIndexList &proxyIndexes, int mode = -1);
+    void pasteClipping(const QModelIndex &proxyIndex) { pasteClippings({proxyIndex}); }
+    void pasteImage(const QModelIndex &proxyIndex, bool asFile);
+    // The snippet's text with its placeholders resolved, the caret where it marks it.
+    void pasteSnippet(const QModelIndex &snippet);
+    void typeText(const QString &text);
     // Pastes the history item after the last one pasted this way, the second newest first.
     void pasteNext();
     void hideWindow();
     void showSettings();
+    void editSnippet(const QModelIndex &item);
     void openReleaseNotes();
     // Runs the action on the clipboard's text and puts the result on the clipboard, where the
     // history records it as a copy from the same application.
     void runActionOnClipboard(const QString &path, const QString &title);
+
+    void showPage(Page page);
+    Page currentPage() const;
 
     bool testModes() const { return m_testModes; }
     HistoryItemModel *historyModel() const { return m_history; }
@@ -52,28 +78,69 @@ public:
     ClipboardListener *clipboardListener() const { return m_clipboardListener; }
     ActionShortcuts *actionShortcuts() const { return m_actionShortcuts; }
     SnippetItemModel *snippetModel() const { return m_snippets; }
+    HistoryItemView *historyView() const { return m_historyView; }
+    SnippetTreeView *snippetView() const { return m_snippetView; }
+    SearchEdit *searchEdit() const { return m_search; }
+    SearchModel *searchModel() const { return m_searchModel; }
+    SearchView *searchView() const { return m_searchView; }
+    TextTyper *textTyper() const { return m_typer; }
+    FramelessHelper *framelessHelper() const { return m_helper; }
+    SettingsDialog *settingsDialog() const;
+    ClippingEditor *clippingEditor() const;
 
     // What quitting does to the history: cleared and saved when the user asked for it, and
     // saves under way finished.
     void prepareToQuit();
 
+signals:
+    void clippingCountChanged(int count);
+
 private:
+    QWidget *createHeader();
+    QWidget *createHistoryPage();
+    void createSearchPage();
+    void connectHistory();
+    void connectSearch();
     void loadHistory();
     void loadSnippets();
     void updateEmptyState();
     void keepActionResult(const QModelIndex &proxyIndex, const QString &text);
+    void editClipping(const QModelIndex &proxyIndex);
+    void onSearchTextChanged(const QString &text);
+    void activateSearchResult(const QModelIndex &source);
+    void startSearchWith(const QString &text);
+    void rememberForegroundWindow();
+    // Hides the window unless it is pinned and hands the focus back to the application the
+    // window was opened from, then pastes once it has it.
+    void finishPaste(ClipboardOps::CursorSteps steps = {-1, 0});
+    void placeAtMouse();
 
     bool m_testModes;
     HistoryItemModel *m_history;
-    QToolButton *m_pinButton;
-    QLabel *m_emptyLabel;
-    HistoryItemView *m_historyView;
+    FramelessHelper *m_helper;
+    SearchEdit *m_search = nullptr;
+    QToolButton *m_pinButton = nullptr;
+    QAbstractButton *m_historyButton = nullptr;
+    QAbstractButton *m_snippetsButton = nullptr;
+    QStackedWidget *m_pages = nullptr;
+    QStackedWidget *m_historyStack = nullptr;
+    QLabel *m_emptyLabel = nullptr;
+    HistoryItemView *m_historyView = nullptr;
+    SnippetTreeView *m_snippetView = nullptr;
+    SearchModel *m_searchModel = nullptr;
+    SearchView *m_searchView = nullptr;
     GlobalShortcuts *m_shortcuts;
     ClipboardListener *m_clipboardListener;
     ActionShortcuts *m_actionShortcuts = nullptr;
     SnippetItemModel *m_snippets = nullptr;
     SnippetShortcuts *m_snippetShortcuts = nullptr;
+    TextTyper *m_typer = nullptr;
     int m_pasteNextRow = 0;
+    Page m_lastListPage = HistoryPage;
+    quint64 m_previousWindow = 0;
+    QString m_previousApplication;
+    QPersistentModelIndex m_editedClipping;
+    QPointer<ClippingEditor> m_editor;
     QPointer<SettingsDialog> m_settingsDialog;
     QPointer<ReleaseNotesDialog> m_releaseNotes;
 };

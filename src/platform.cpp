@@ -32,6 +32,16 @@ QString foregroundApplicationName()
     return desktop()->foregroundApplicationName();
 }
 
+quint64 foregroundWindow()
+{
+    return desktop()->foregroundWindow();
+}
+
+bool activateWindow(quint64 window)
+{
+    return desktop()->activateWindow(window);
+}
+
 quint64 clipboardChangeCount()
 {
     return desktop()->clipboardChangeCount();

@@ -15,6 +15,8 @@ void setDesktop(IDesktop *desktop);
 
 QString foregroundApplicationName();
 quint64 clipboardChangeCount();
+quint64 foregroundWindow();
+bool activateWindow(quint64 window);
 // The window icon of the foreground application, at most 64 x 64; null when it has none.
 QPixmap foregroundApplicationIcon();
 // Icons above 64 pixels in either direction become exactly 64 x 64.

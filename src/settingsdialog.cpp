@@ -8,8 +8,10 @@
 #include "settingsevents.h"
 #include "snippetitemmodel.h"
 #include "snippetseditor.h"
+#include "theme.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDate>
 #include <QDialogButtonBox>
 #include <QDir>
@@ -17,6 +19,7 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -34,10 +37,11 @@ SettingsDialog::SettingsDialog(SnippetItemModel *snippets, QWidget *parent)
     setObjectName(QStringLiteral("settingsDialog"));
     m_pages->addTab(createGeneralPage(), tr("General"));
     m_pages->addTab(createHistoryPage(), tr("History"));
+    m_pages->addTab(createShortcutsPage(), tr("Shortcuts"));
     m_pages->addTab(createApplicationsPage(), tr("Applications"));
     m_pages->addTab(createActionsPage(), tr("Actions"));
     if (m_snippets)
-        m_pages->insertTab(1, createSnippetsPage(), tr("Snippets"));
+        m_pages->insertTab(m_pages->count() - 1, createSnippetsPage(), tr("Snippets"));
 
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -53,36 +57,87 @@ SettingsDialog::SettingsDialog(SnippetItemModel *snippets, QWidget *parent)
 QWidget *SettingsDialog::createGeneralPage()
 {
     auto *page = new QWidget(this);
+    m_startAutomatically = new QCheckBox(tr("Start with the system"), page);
+    m_openOnMouse = new QCheckBox(tr("Open the paste window at the mouse"), page);
+    m_pastePlainText = new QCheckBox(tr("Paste as plain text by default"), page);
+    m_clearHistory = new QCheckBox(tr("Clear the history on quit (locked items stay)"), page);
+    m_sendDumps = new QCheckBox(tr("Send crash reports"), page);
     m_writeDebugLog = new QCheckBox(tr("Write a debug log"), page);
     auto *debugHint = new QLabel(tr("The debug log is written from the next start on."), page);
     debugHint->setEnabled(false);
+    m_theme = new QComboBox(page);
+    m_theme->addItem(tr("Light"), Theme::Light);
+    m_theme->addItem(tr("Dark"), Theme::Dark);
+    m_theme->addItem(tr("Follow the system"), Theme::FollowSystem);
 
-    m_startAutomatically = new QCheckBox(tr("Start with the system"), page);
-    m_requireSpace = new QCheckBox(tr("Only expand keyword after space is pressed"), page);
-    m_shortcut = new CustomKeySequenceEdit(page);
-    m_shortcutPlainText = new CustomKeySequenceEdit(page);
-    m_shortcutPasteNext = new CustomKeySequenceEdit(page);
-
-    auto *shortcuts = new QFormLayout;
-    shortcuts->addRow(tr("Open the paste window:"), createShortcutRow(m_shortcut));
-    shortcuts->addRow(tr("Paste as plain text:"), createShortcutRow(m_shortcutPlainText));
-    shortcuts->addRow(tr("Paste the next item:"), createShortcutRow(m_shortcutPasteNext));
-
+    auto *theme = new QFormLayout;
+    theme->addRow(tr("Theme:"), m_theme);
     auto *layout = new QVBoxLayout(page);
-    layout->addLayout(shortcuts);
-    layout->addWidget(m_startAutomatically);
-    layout->addWidget(m_requireSpace);
-    layout->addWidget(m_writeDebugLog);
+    layout->addLayout(theme);
+    for (QWidget *widget : {m_startAutomatically, m_openOnMouse, m_pastePlainText, m_clearHistory,
+                            m_sendDumps, m_writeDebugLog})
+        layout->addWidget(widget);
     layout->addWidget(debugHint);
     layout->addStretch(1);
     return page;
 }
 
+QWidget *SettingsDialog::createShortcutsPage()
+{
+    auto *page = new QWidget(this);
+    m_shortcut = new CustomKeySequenceEdit(page);
+    m_shortcutPlainText = new CustomKeySequenceEdit(page);
+    m_shortcutPasteNext = new CustomKeySequenceEdit(page);
+    m_shortcut->setAccessibleName(tr("Open the paste window"));
+    m_shortcutPlainText->setAccessibleName(tr("Paste as plain text"));
+    m_shortcutPasteNext->setAccessibleName(tr("Paste the next item"));
+    auto *layout = new QFormLayout(page);
+    layout->addRow(tr("Open the paste window:"), createShortcutRow(m_shortcut));
+    layout->addRow(tr("Paste as plain text:"), createShortcutRow(m_shortcutPlainText));
+    layout->addRow(tr("Paste the next item:"), createShortcutRow(m_shortcutPasteNext));
+    auto *hint =
+        new QLabel(tr("Snippets and actions get their own shortcuts on their pages."), page);
+    hint->setEnabled(false);
+    layout->addRow(hint);
+    return page;
+}
+
+QWidget *SettingsDialog::createPathRow(QLineEdit *edit, const QString &caption)
+{
+    auto *row = new QWidget(edit->parentWidget());
+    auto *browse = new QToolButton(row);
+    browse->setText(tr("Browse..."));
+    connect(browse, &QToolButton::clicked, this, [this, edit, caption] {
+        const QString path =
+            QFileDialog::getSaveFileName(this, caption, edit->text(), tr("JSON files (*.json)"),
+                                         nullptr, QFileDialog::DontConfirmOverwrite);
+        if (!path.isEmpty())
+            edit->setText(QDir::toNativeSeparators(path));
+    });
+    edit->setParent(row);
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(edit, 1);
+    layout->addWidget(browse);
+    return row;
+}
+
 QWidget *SettingsDialog::createSnippetsPage()
 {
     auto *page = new QWidget(this);
+    m_requireSpace = new QCheckBox(tr("Only expand keyword after space is pressed"), page);
+    m_snippetPath = new QLineEdit(page);
+    m_snippetPath->setAccessibleName(tr("Snippet file"));
+    auto *file = new QFormLayout;
+    file->addRow(tr("Snippet file:"), createPathRow(m_snippetPath, tr("Snippet file")));
+    auto *pathHint = new QLabel(tr("A new file place applies from the next start."), page);
+    pathHint->setEnabled(false);
+    file->addRow(pathHint);
     auto *layout = new QVBoxLayout(page);
-    layout->addWidget(new SnippetsEditor(m_snippets, page), 1);
+    layout->addWidget(m_requireSpace);
+    layout->addLayout(file);
+    m_snippetsEditor = new SnippetsEditor(m_snippets, page);
+    layout->addWidget(m_snippetsEditor, 1);
     layout->addWidget(createSnippetsRow(page));
     return page;
 }
@@ -155,14 +210,18 @@ QWidget *SettingsDialog::createHistoryPage()
     m_ignoreSize->setRange(1, 100000);
     m_ignoreSize->setSuffix(tr(" × 1024 characters"));
     m_includeImages = new QCheckBox(tr("Keep copied images"), page);
-    m_clearHistory = new QCheckBox(tr("Clear the history on quit (locked items stay)"), page);
+    m_historyPath = new QLineEdit(page);
+    m_historyPath->setAccessibleName(tr("History file"));
+    auto *pathHint = new QLabel(tr("A new file place applies from the next start."), page);
+    pathHint->setEnabled(false);
 
     auto *layout = new QFormLayout(page);
     layout->addRow(tr("Clippings to keep:"), m_keepItems);
     layout->addRow(tr("Ignore texts shorter than:"), m_ignoreLength);
     layout->addRow(tr("Ignore texts longer than:"), m_ignoreSize);
     layout->addRow(m_includeImages);
-    layout->addRow(m_clearHistory);
+    layout->addRow(tr("History file:"), createPathRow(m_historyPath, tr("History file")));
+    layout->addRow(pathHint);
     return page;
 }
 
@@ -217,13 +276,23 @@ void SettingsDialog::load()
     m_shortcut->setKeySequence(sequence(SettingsKey::Shortcut));
     m_shortcutPlainText->setKeySequence(sequence(SettingsKey::ShortcutPlainText));
     m_shortcutPasteNext->setKeySequence(sequence(SettingsKey::ShortcutPasteNext));
-    m_requireSpace->setChecked(settings.value(SettingsKey::RequireSpace).toBool());
+    if (m_requireSpace)
+        m_requireSpace->setChecked(settings.value(SettingsKey::RequireSpace).toBool());
     m_startAutomatically->setChecked(settings.value(SettingsKey::StartAutomatically).toBool());
     m_keepItems->setValue(Settings::keepItems());
     m_ignoreLength->setValue(Settings::ignoreLength());
     m_ignoreSize->setValue(Settings::ignoreSize());
     m_includeImages->setChecked(Settings::includeImages());
     m_clearHistory->setChecked(Settings::clearHistory());
+    m_openOnMouse->setChecked(settings.value(SettingsKey::OpenOnMouse).toBool());
+    m_sendDumps->setChecked(settings.value(SettingsKey::SendDumps).toBool());
+    m_pastePlainText->setChecked(settings.value(SettingsKey::PastePlainText).toBool());
+    m_theme->setCurrentIndex(m_theme->findData(settings.value(SettingsKey::Theme).toInt()));
+    m_historyPath->setText(
+        QDir::toNativeSeparators(settings.value(SettingsKey::HistoryFilePath).toString()));
+    if (m_snippetPath)
+        m_snippetPath->setText(
+            QDir::toNativeSeparators(settings.value(SettingsKey::SnippetFilePath).toString()));
     m_applications->load();
 }
 
@@ -242,11 +311,30 @@ void SettingsDialog::save()
                       m_shortcutPlainText->keySequence().toString());
     settings.setValue(SettingsKey::ShortcutPasteNext,
                       m_shortcutPasteNext->keySequence().toString());
-    settings.setValue(SettingsKey::RequireSpace, m_requireSpace->isChecked());
+    if (m_requireSpace)
+        settings.setValue(SettingsKey::RequireSpace, m_requireSpace->isChecked());
     settings.setValue(SettingsKey::StartAutomatically, m_startAutomatically->isChecked());
+    settings.setValue(SettingsKey::OpenOnMouse, m_openOnMouse->isChecked());
+    settings.setValue(SettingsKey::SendDumps, m_sendDumps->isChecked());
+    settings.setValue(SettingsKey::PastePlainText, m_pastePlainText->isChecked());
+    settings.setValue(SettingsKey::Theme, m_theme->currentData().toInt());
+    if (!m_historyPath->text().trimmed().isEmpty())
+        settings.setValue(SettingsKey::HistoryFilePath,
+                          QDir::fromNativeSeparators(m_historyPath->text().trimmed()));
+    if (m_snippetPath && !m_snippetPath->text().trimmed().isEmpty())
+        settings.setValue(SettingsKey::SnippetFilePath,
+                          QDir::fromNativeSeparators(m_snippetPath->text().trimmed()));
     Platform::applyStartWithSystem(m_startAutomatically->isChecked());
     m_applications->save();
     SettingsEvents::instance()->notifyChanged();
+}
+
+void SettingsDialog::showSnippet(const QModelIndex &item)
+{
+    if (!m_snippetsEditor)
+        return;
+    m_pages->setCurrentWidget(m_snippetsEditor->parentWidget());
+    m_snippetsEditor->select(item);
 }
 
 void SettingsDialog::showEvent(QShowEvent *event)

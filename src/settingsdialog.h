@@ -6,9 +6,12 @@ class ActionList;
 class ApplicationsList;
 class CustomKeySequenceEdit;
 class QCheckBox;
+class QComboBox;
+class QLineEdit;
 class QSpinBox;
 class QTabWidget;
 class SnippetItemModel;
+class SnippetsEditor;
 
 // The settings of the program, a page per area. Changes are written when the dialog is accepted,
 // and the parts that keep copies of them are told to read them again.
@@ -22,6 +25,8 @@ public:
 
     void load();
     void save();
+    // Opens the snippets page at the snippet or group.
+    void showSnippet(const QModelIndex &item);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -29,6 +34,8 @@ protected:
 private:
     QWidget *createGeneralPage();
     QWidget *createHistoryPage();
+    QWidget *createShortcutsPage();
+    QWidget *createPathRow(QLineEdit *edit, const QString &caption);
     QWidget *createApplicationsPage();
     QWidget *createActionsPage();
 
@@ -51,6 +58,13 @@ private:
     QSpinBox *m_ignoreSize = nullptr;
     QCheckBox *m_includeImages = nullptr;
     QCheckBox *m_clearHistory = nullptr;
+    QCheckBox *m_openOnMouse = nullptr;
+    QCheckBox *m_sendDumps = nullptr;
+    QCheckBox *m_pastePlainText = nullptr;
+    QComboBox *m_theme = nullptr;
+    QLineEdit *m_historyPath = nullptr;
+    QLineEdit *m_snippetPath = nullptr;
     ApplicationsList *m_applications = nullptr;
     ActionList *m_actions = nullptr;
+    SnippetsEditor *m_snippetsEditor = nullptr;
 };

@@ -12,6 +12,11 @@ TrayIcon::TrayIcon(QObject *parent)
     connect(this, &QSystemTrayIcon::activated, this, &TrayIcon::onActivated);
 }
 
+void TrayIcon::setClippingCount(int count)
+{
+    setToolTip(tr("Velmorin") + QLatin1Char('\n') + tr("%n clipping(s)", nullptr, count));
+}
+
 void TrayIcon::onActivated(QSystemTrayIcon::ActivationReason reason)
 {
     if (reason == QSystemTrayIcon::Context)

@@ -11,6 +11,9 @@ class TrayIcon final : public QSystemTrayIcon
 public:
     explicit TrayIcon(QObject *parent = nullptr);
 
+    // The tool tip tells how many clippings the history holds.
+    void setClippingCount(int count);
+
 signals:
     void toggleRequested();
     void showRequested();

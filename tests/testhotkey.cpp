@@ -151,12 +151,11 @@ void TestHotkey::refusedRegistrationIsLoggedAndNotRegistered()
 
 void TestHotkey::unmappableKeyIsLogged()
 {
-    QTest::ignoreMessage(
-        QtWarningMsg,
-        QRegularExpression(QStringLiteral("^Unable to map shortcut to native keys. Key: .*Escape.* "
-                                          "Modifiers: .*")));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral(
+                                           "^Unable to map shortcut to native keys. Key: .*Tab.* "
+                                           "Modifiers: .*")));
     QHotkey hotkey;
-    QVERIFY(!hotkey.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Escape), true));
+    QVERIFY(!hotkey.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Tab), true));
     QVERIFY(!hotkey.isRegistered());
     QVERIFY(hotkey.shortcut().isEmpty());
 }

@@ -40,6 +40,10 @@ public:
     // Changes whenever the clipboard gets new content, from any program; comparing two
     // readings tells whether the clipboard changed in between.
     virtual quint64 clipboardChangeCount() = 0;
+    // The window that has the focus, to give it back before pasting; 0 when unknown.
+    virtual quint64 foregroundWindow() = 0;
+    // Gives the focus back to a window that foregroundWindow() named; false when that fails.
+    virtual bool activateWindow(quint64 window) = 0;
 
     virtual void showInFileManager(const QString &path) = 0;
     virtual void applyStartWithSystem(bool enabled) = 0;

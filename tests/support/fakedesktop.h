@@ -43,6 +43,12 @@ public:
     {
         return clipboardChangesWhileRead ? ++clipboardChanges : clipboardChanges;
     }
+    quint64 foregroundWindow() override { return focusedWindow; }
+    bool activateWindow(quint64 window) override
+    {
+        activatedWindows << window;
+        return window != 0;
+    }
     void showInFileManager(const QString &path) override { shownPaths << path; }
     void applyStartWithSystem(bool enabled) override { startWithSystem = enabled; }
     bool isDarkTheme() override { return false; }
@@ -53,6 +59,8 @@ public:
     bool refuseHooks = false;
     Qt::KeyboardModifiers held;
     QString foregroundName;
+    quint64 focusedWindow = 0;
+    QList<quint64> activatedWindows;
     QImage foregroundIcon;
     QStringList shownPaths;
     bool startWithSystem = false;

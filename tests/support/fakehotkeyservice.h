@@ -20,7 +20,7 @@ public:
 protected:
     quint32 nativeKeycode(Qt::Key key, bool &ok) override
     {
-        ok = key != Qt::Key_unknown && key < Qt::Key_Escape;
+        ok = key != Qt::Key_unknown && key <= Qt::Key_Escape;
         return quint32(key);
     }
     quint32 nativeModifiers(Qt::KeyboardModifiers modifiers, bool &ok) override

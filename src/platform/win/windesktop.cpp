@@ -91,6 +91,18 @@ quint64 WinDesktop::clipboardChangeCount()
     return Win32Clipboard::sequenceNumber();
 }
 
+quint64 WinDesktop::foregroundWindow()
+{
+    return quint64(reinterpret_cast<quintptr>(GetForegroundWindow()));
+}
+
+bool WinDesktop::activateWindow(quint64 window)
+{
+    // Windows gives the focus back to the previous window when ours hides, and refuses
+    // SetForegroundWindow to a program that is not in the foreground itself.
+    return window != 0;
+}
+
 QString WinDesktop::foregroundApplicationName()
 {
     return QString::fromLocal8Bit(Win32Foreground::applicationName());

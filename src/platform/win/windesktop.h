@@ -26,6 +26,8 @@ public:
     QString foregroundApplicationName() override;
     QImage foregroundApplicationIcon() override;
     quint64 clipboardChangeCount() override;
+    quint64 foregroundWindow() override;
+    bool activateWindow(quint64 window) override;
     void showInFileManager(const QString &path) override;
     void applyStartWithSystem(bool enabled) override;
     bool isDarkTheme() override;

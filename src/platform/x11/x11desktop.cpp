@@ -244,8 +244,10 @@ Qt::KeyboardModifiers X11Desktop::heldModifiers() const
     return modifiers;
 }
 
-unsigned long X11Desktop::foregroundWindow() const
+quint64 X11Desktop::foregroundWindow()
 {
+    if (!m_display)
+        return 0;
     const Window root = DefaultRootWindow(m_display);
     const QVector<unsigned long> active = cardinals(m_display, root, "_NET_ACTIVE_WINDOW");
     if (!active.isEmpty() && active.first())
@@ -255,6 +257,32 @@ unsigned long X11Desktop::foregroundWindow() const
     int revert = 0;
     XGetInputFocus(m_display, &focus, &revert);
     return focus == PointerRoot ? 0 : focus;
+}
+
+bool X11Desktop::activateWindow(quint64 window)
+{
+    XWindowAttributes attributes;
+    if (!m_display || !window || !XGetWindowAttributes(m_display, window, &attributes))
+        return false;
+    const Window root = DefaultRootWindow(m_display);
+    if (cardinals(m_display, root, "_NET_ACTIVE_WINDOW").isEmpty()) {
+        // No window manager to ask.
+        XSetInputFocus(m_display, window, RevertToParent, CurrentTime);
+    } else {
+        // Source 2, a pager: window managers honour it where they would refuse an
+        // application that asks for the focus on its own.
+        XEvent event{};
+        event.xclient.type = ClientMessage;
+        event.xclient.window = window;
+        event.xclient.message_type = XInternAtom(m_display, "_NET_ACTIVE_WINDOW", False);
+        event.xclient.format = 32;
+        event.xclient.data.l[0] = 2;
+        event.xclient.data.l[1] = CurrentTime;
+        XSendEvent(m_display, root, False, SubstructureRedirectMask | SubstructureNotifyMask,
+                   &event);
+    }
+    XFlush(m_display);
+    return true;
 }
 
 quint64 X11Desktop::clipboardChangeCount()

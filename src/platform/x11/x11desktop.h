@@ -30,6 +30,8 @@ public:
     QString foregroundApplicationName() override;
     QImage foregroundApplicationIcon() override;
     quint64 clipboardChangeCount() override;
+    quint64 foregroundWindow() override;
+    bool activateWindow(quint64 window) override;
     void showInFileManager(const QString &path) override;
     void applyStartWithSystem(bool enabled) override;
     bool isDarkTheme() override;
@@ -38,8 +40,6 @@ public:
     X11InputObserver *observer() const { return m_observer; }
 
 private:
-    unsigned long foregroundWindow() const;
-
     _XDisplay *m_display = nullptr;
     X11InputObserver *m_observer = nullptr;
     X11ClipboardWatch *m_clipboardWatch = nullptr;

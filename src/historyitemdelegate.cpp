@@ -1,0 +1,135 @@
+#include "historyitemdelegate.h"
+
+#include "clipping.h"
+#include "historyitemmodel.h"
+#include "relativetime.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QPainter>
+
+using namespace Clipping;
+
+namespace {
+
+constexpr int Margin = 6;
+constexpr int MarkSize = 12;
+
+QColor mutedColor(const QStyleOptionViewItem &option)
+{
+    const bool selected = option.state & QStyle::State_Selected;
+    QColor color = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+    color.setAlphaF(0.6f);
+    return color;
+}
+
+QFont smallFont(const QStyleOptionViewItem &option)
+{
+    QFont font = option.font;
+    font.setPointSizeF(font.pointSizeF() * 0.85);
+    return font;
+}
+
+} // namespace
+
+HistoryItemDelegate::HistoryItemDelegate(HistoryItemModel *model, QObject *parent)
+    : QStyledItemDelegate(parent), m_model(model)
+{}
+
+QSize HistoryItemDelegate::sizeHint(const QStyleOptionViewItem &option,
+                                    const QModelIndex &index) const
+{
+    if (isImage(index.data(TypeRole).toInt()))
+        return {ThumbnailWidth, ThumbnailHeight + 2 * Margin};
+    return {100, qMax(option.fontMetrics.height() + 2 * Margin, 28)};
+}
+
+void HistoryItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                                const QModelIndex &index) const
+{
+    QStyleOptionViewItem background = option;
+    initStyleOption(&background, index);
+    background.text.clear();
+    background.icon = QIcon();
+    const QWidget *widget = option.widget;
+    QStyle *style = widget ? widget->style() : QApplication::style();
+    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &background, painter, widget);
+
+    painter->save();
+    QRect area = option.rect.adjusted(Margin, 0, -Margin, 0);
+    const bool selected = option.state & QStyle::State_Selected;
+    if (m_showNumbers && index.row() < 9) {
+        painter->setPen(mutedColor(option));
+        painter->setFont(smallFont(option));
+        const int width = option.fontMetrics.horizontalAdvance(QLatin1Char('9')) + 4;
+        painter->drawText(QRect(area.left(), area.top(), width, area.height()),
+                          Qt::AlignLeft | Qt::AlignVCenter, QString::number(index.row() + 1));
+        area.setLeft(area.left() + width + 2);
+    } else if (m_showNumbers) {
+        area.setLeft(area.left() + option.fontMetrics.horizontalAdvance(QLatin1Char('9')) + 6);
+    }
+
+    const QPixmap icon = index.data(IconRole).value<QPixmap>();
+    const QRect iconRect(area.left(), area.center().y() - 8, 16, 16);
+    if (!icon.isNull())
+        painter->drawPixmap(iconRect, icon);
+    area.setLeft(iconRect.right() + Margin + 1);
+    area.setRight(paintTrailer(painter, option, index) - Margin);
+
+    if (isImage(index.data(TypeRole).toInt())) {
+        const QRect thumbnail = paintThumbnail(painter, area, index);
+        area.setLeft(thumbnail.right() + Margin + 1);
+    }
+    painter->setFont(option.font);
+    painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+    const QString brief = option.fontMetrics.elidedText(index.data(BriefRole).toString(),
+                                                        Qt::ElideRight, area.width());
+    painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter, brief);
+    painter->restore();
+}
+
+int HistoryItemDelegate::paintTrailer(QPainter *painter, const QStyleOptionViewItem &option,
+                                      const QModelIndex &index) const
+{
+    const QRect area = option.rect.adjusted(Margin, 0, -Margin, 0);
+    const QFont font = smallFont(option);
+    const QDateTime now = m_model ? m_model->now() : QDateTime::currentDateTime();
+    const QString time = RelativeTime::compact(index.data(TimeRole).toDateTime(), now);
+    const int timeWidth = QFontMetrics(font).horizontalAdvance(time);
+    painter->setFont(font);
+    painter->setPen(mutedColor(option));
+    painter->drawText(QRect(area.right() - timeWidth, area.top(), timeWidth, area.height()),
+                      Qt::AlignRight | Qt::AlignVCenter, time);
+    int left = area.right() - timeWidth;
+    const auto mark = [&](const char *path) {
+        left -= MarkSize + 4;
+        QIcon(QLatin1String(path))
+            .paint(painter, QRect(left, area.center().y() - MarkSize / 2, MarkSize, MarkSize));
+    };
+    if (index.data(LockedRole).toBool())
+        mark(":/icons/images/lock.svg");
+    if (index.data(PinnedRole).toBool())
+        mark(":/icons/images/pin.svg");
+    return left;
+}
+
+QRect HistoryItemDelegate::paintThumbnail(QPainter *painter, const QRect &area,
+                                          const QModelIndex &index) const
+{
+    const QRect frame(area.left(), area.center().y() - ThumbnailHeight / 2, ThumbnailWidth,
+                      ThumbnailHeight);
+    const QImage thumbnail = index.data(ThumbnailRole).value<QImage>();
+    // Asked on every paint: a thumbnail in view stays among the ones kept in memory.
+    if (m_model)
+        m_model->requestThumbnail(index.data(IdRole).toUuid(), index.data(FilenameRole).toString());
+    if (thumbnail.isNull()) {
+        painter->fillRect(frame, QColor(128, 128, 128, 40));
+        return frame;
+    }
+    const QSize size = thumbnail.size().scaled(frame.size(), Qt::KeepAspectRatio);
+    const QRect target(frame.left(), frame.top() + (frame.height() - size.height()) / 2,
+                       size.width(), size.height());
+    painter->setRenderHint(QPainter::SmoothPixmapTransform);
+    painter->drawImage(target, thumbnail);
+    return frame;
+}

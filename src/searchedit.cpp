@@ -1,0 +1,25 @@
+#include "searchedit.h"
+
+#include <QKeyEvent>
+
+SearchEdit::SearchEdit(QWidget *parent) : QLineEdit(parent)
+{
+    setPlaceholderText(tr("Search clippings and snippets"));
+    setAccessibleName(tr("Search"));
+    setClearButtonEnabled(true);
+}
+
+void SearchEdit::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Down)
+        emit downPressed();
+    if (event->key() == Qt::Key_Escape) {
+        // The first Escape empties the field, the next one closes the window.
+        if (text().isEmpty())
+            emit escapePressed();
+        else
+            clear();
+        return;
+    }
+    QLineEdit::keyPressEvent(event);
+}

@@ -1,0 +1,98 @@
+#include "snippetitemdelegate.h"
+
+#include "snippet.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QPainter>
+
+namespace {
+constexpr int Margin = 6;
+constexpr int BadgeSize = 20;
+} // namespace
+
+SnippetItemDelegate::SnippetItemDelegate(bool searchMode, QObject *parent)
+    : QStyledItemDelegate(parent), m_searchMode(searchMode)
+{}
+
+QColor SnippetItemDelegate::groupColor(const QModelIndex &group)
+{
+    const QByteArray key = group.data(Snippet::IdRole).toString().toUtf8();
+    return QColor::fromHsv(int(qHash(key, 7) % 360), 110, 190);
+}
+
+QSize SnippetItemDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
+{
+    return {100, qMax(option.fontMetrics.height() + 2 * Margin, BadgeSize + 8)};
+}
+
+void SnippetItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                                const QModelIndex &index) const
+{
+    QStyleOptionViewItem background = option;
+    initStyleOption(&background, index);
+    background.text.clear();
+    background.icon = QIcon();
+    const QWidget *widget = option.widget;
+    QStyle *style = widget ? widget->style() : QApplication::style();
+    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &background, painter, widget);
+
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    QRect area = option.rect.adjusted(Margin, 0, -Margin, 0);
+    const QRect badge(area.left(), area.center().y() - BadgeSize / 2, BadgeSize, BadgeSize);
+    paintBadge(painter, badge, index);
+    area.setLeft(badge.right() + Margin + 1);
+
+    const bool selected = option.state & QStyle::State_Selected;
+    QColor muted = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+    muted.setAlphaF(0.6f);
+    const bool snippet = index.parent().isValid();
+    if (snippet) {
+        QStringList keys;
+        const QString keyword = index.data(Snippet::ExpanderRole).toString();
+        if (!keyword.isEmpty())
+            keys << keyword;
+        const QString hotkey = index.data(Snippet::HotkeyRole).toString();
+        if (!hotkey.isEmpty())
+            keys << QKeySequence::fromString(hotkey).toString(QKeySequence::NativeText);
+        const QString trailer = keys.join(QLatin1String("  "));
+        const int width = qMin(option.fontMetrics.horizontalAdvance(trailer), area.width() / 2);
+        painter->setPen(muted);
+        painter->drawText(QRect(area.right() - width, area.top(), width, area.height()),
+                          Qt::AlignRight | Qt::AlignVCenter,
+                          option.fontMetrics.elidedText(trailer, Qt::ElideRight, width));
+        area.setRight(area.right() - width - Margin);
+    }
+    QFont font = option.font;
+    font.setBold(!snippet);
+    painter->setFont(font);
+    painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter,
+                      QFontMetrics(font).elidedText(index.data(Qt::DisplayRole).toString(),
+                                                    Qt::ElideRight, area.width()));
+    painter->restore();
+}
+
+void SnippetItemDelegate::paintBadge(QPainter *painter, const QRect &rect,
+                                     const QModelIndex &index) const
+{
+    if (m_searchMode) {
+        QIcon(QStringLiteral(":/icons/images/setting-snippets.png")).paint(painter, rect);
+        return;
+    }
+    const QModelIndex group = index.parent().isValid() ? index.parent() : index;
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(groupColor(group));
+    painter->drawEllipse(rect);
+    const QString name = index.data(Qt::DisplayRole).toString().trimmed();
+    // A whole grapheme such as an emoji, not half of a surrogate pair.
+    const QString letter =
+        name.isEmpty() ? QStringLiteral("?") : name.left(name.at(0).isHighSurrogate() ? 2 : 1);
+    QFont font = painter->font();
+    font.setBold(true);
+    font.setPixelSize(BadgeSize * 11 / 20);
+    painter->setFont(font);
+    painter->setPen(Qt::white);
+    painter->drawText(rect, Qt::AlignCenter, letter.toUpper());
+}

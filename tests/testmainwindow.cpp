@@ -1,0 +1,492 @@
+// The paste window as a user drives it with the keyboard: pages, search, the commands on
+// clippings, pasting back into the application it was opened from. The desktop is a fake that
+// records the keys the window sends; the clipboard is the real one of the test process.
+#include "application.h"
+#include "clipboardops.h"
+#include "clipping.h"
+#include "clippingeditor.h"
+#include "historyitemmodel.h"
+#include "historyitemview.h"
+#include "mainwindow.h"
+#include "platform.h"
+#include "qhotkey.h"
+#include "searchedit.h"
+#include "searchmodel.h"
+#include "searchview.h"
+#include "settings.h"
+#include "settingsdialog.h"
+#include "snippet.h"
+#include "snippetitemmodel.h"
+#include "snippettreeview.h"
+#include "support/fakedesktop.h"
+#include "support/fakehotkeyservice.h"
+#include "support/testprofile.h"
+#include "texttyper.h"
+#include "theme.h"
+
+#include <QClipboard>
+#include <QDir>
+#include <QMimeData>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QSortFilterProxyModel>
+#include <QTest>
+
+using namespace Clipping;
+
+class TestMainWindow final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void searchMatchesClippingsBeforeSnippets();
+    void searchRebuildsOncePerPauseInTyping();
+    void searchViewActivatesSources();
+    void enterPastesIntoTheApplicationItCameFrom();
+    void quickPasteNumbersPlainTextAndSeveralJoined();
+    void typingSearchesAndEnterPastesTheFirstResult();
+    void snippetPastesResolvedWithItsCaret();
+    void typeTextTypesEachCharacterUntilEscape();
+    void commandsChangeTheHistory();
+    void editedTextBecomesTheNewestCopy();
+    void thumbnailsStayWithinTheirBudget();
+    void screenshots();
+
+private:
+    void addTexts(const QStringList &texts);
+    QModelIndex row(int row) const { return m_history->proxy()->index(row, 0); }
+    QString rowText(int row) const { return this->row(row).data(TextRole).toString(); }
+    void press(QWidget *widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void openFrom(quint64 window);
+
+    TestProfile m_profile;
+    FakeDesktop *m_desktop = nullptr;
+    FakeHotkeyService *m_hotkeys = nullptr;
+    MainWindow *m_window = nullptr;
+    HistoryItemModel *m_history = nullptr;
+    QDateTime m_time;
+};
+
+void TestMainWindow::initTestCase()
+{
+    m_desktop = new FakeDesktop(this);
+    Platform::setDesktop(m_desktop);
+    m_hotkeys = new FakeHotkeyService;
+    QHotkeyPrivate::setInstance(m_hotkeys);
+}
+
+void TestMainWindow::cleanupTestCase()
+{
+    delete m_hotkeys;
+}
+
+void TestMainWindow::init()
+{
+    QSettings settings;
+    settings.clear();
+    Settings::writeDefaults(settings);
+    QFile::remove(Settings::historyFilePath());
+    QFile::remove(settings.value(QStringLiteral("SnippetFilePath")).toString());
+    m_window = new MainWindow(false);
+    m_history = m_window->historyModel();
+    m_time = QDateTime(QDate(2026, 11, 20), QTime(9, 0));
+    m_history->setClock([this] { return m_time; });
+    m_desktop->events.clear();
+    m_desktop->activatedWindows.clear();
+}
+
+void TestMainWindow::cleanup()
+{
+    m_window->prepareToQuit();
+    delete m_window;
+    m_window = nullptr;
+    // Timers of pastes still under way fire into the next test otherwise.
+    QTest::qWait(700);
+}
+
+void TestMainWindow::addTexts(const QStringList &texts)
+{
+    for (const QString &text : texts) {
+        m_time = m_time.addSecs(60);
+        QVERIFY(m_history->addText(text, QString(), {}, QStringLiteral("editor")));
+    }
+}
+
+void TestMainWindow::press(QWidget *widget, Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(widget, key, modifiers);
+}
+
+void TestMainWindow::openFrom(quint64 window)
+{
+    m_desktop->focusedWindow = window;
+    m_desktop->foregroundName = QStringLiteral("editor");
+    m_window->toggleAtMouse();
+    QVERIFY(m_window->isVisible());
+}
+
+void TestMainWindow::searchMatchesClippingsBeforeSnippets()
+{
+    addTexts({QStringLiteral("FOOBAR in capitals"), QStringLiteral("nothing here"),
+              QStringLiteral("a food order")});
+    SnippetItemModel *snippets = m_window->snippetModel();
+    const QModelIndex group = snippets->addGroup(QStringLiteral("Mail"));
+    snippets->addSnippet(group, QStringLiteral("my foo"), QStringLiteral("text"));
+    snippets->addSnippet(group, QStringLiteral("Greeting"), QStringLiteral("Hello Foo fighters"));
+    snippets->addSnippet(group, QStringLiteral("Other"), QStringLiteral("unrelated"));
+
+    SearchModel *search = m_window->searchModel();
+    search->setSearchText(QStringLiteral("  Foo "));
+    QCOMPARE(search->searchText(), QStringLiteral("foo"));
+    search->update();
+    QStringList found;
+    for (int i = 0; i < search->rowCount(); ++i)
+        found << search->index(i, 0).data().toString();
+    QCOMPARE(found,
+             (QStringList{QStringLiteral("a food order"), QStringLiteral("FOOBAR in capitals"),
+                          QStringLiteral("my foo"), QStringLiteral("Greeting")}));
+    const QModelIndex first = SearchModel::sourceIndex(search->index(0, 0));
+    QVERIFY(search->isHistoryIndex(first));
+    QCOMPARE(first, row(0));
+    QVERIFY(!search->isHistoryIndex(SearchModel::sourceIndex(search->index(3, 0))));
+
+    search->setSearchText(QString());
+    search->update();
+    QCOMPARE(search->rowCount(), 0);
+}
+
+void TestMainWindow::searchRebuildsOncePerPauseInTyping()
+{
+    addTexts({QStringLiteral("alpha"), QStringLiteral("alps")});
+    SearchModel *search = m_window->searchModel();
+    QSignalSpy rebuilt(search, &QAbstractItemModel::modelReset);
+    for (const QString &text : {QStringLiteral("a"), QStringLiteral("al"), QStringLiteral("alp")}) {
+        search->setSearchText(text);
+        QTest::qWait(50);
+    }
+    QCOMPARE(rebuilt.count(), 0);
+    QTRY_COMPARE(rebuilt.count(), 1);
+    QCOMPARE(search->rowCount(), 2);
+    QTest::qWait(300);
+    QCOMPARE(rebuilt.count(), 1);
+}
+
+void TestMainWindow::searchViewActivatesSources()
+{
+    addTexts({QStringLiteral("history foo")});
+    SnippetItemModel *snippets = m_window->snippetModel();
+    snippets->addSnippet(snippets->addGroup(QStringLiteral("G")), QStringLiteral("snippet foo"),
+                         QStringLiteral("x"));
+    m_window->show();
+    m_window->searchEdit()->setText(QStringLiteral("foo"));
+    QCOMPARE(m_window->currentPage(), MainWindow::SearchPage);
+    SearchView *view = m_window->searchView();
+    m_window->searchModel()->update();
+    QCOMPARE(view->model()->rowCount(), 2);
+    QSignalSpy activated(view, &QAbstractItemView::activated);
+    QSignalSpy menu(view, &SearchView::historyMenuRequested);
+    // The window's own handlers would paste: only the view is under test here.
+    disconnect(view, &QAbstractItemView::activated, m_window, nullptr);
+    disconnect(view, &SearchView::historyMenuRequested, m_window, nullptr);
+
+    view->selectFirst();
+    QTest::keyRelease(view, Qt::Key_Return);
+    QCOMPARE(activated.count(), 1);
+    QCOMPARE(activated.last().first().value<QModelIndex>(), row(0));
+    QTest::keyRelease(view, Qt::Key_Right);
+    QCOMPARE(menu.count(), 1);
+
+    view->setCurrentIndex(view->model()->index(1, 0));
+    QTest::keyRelease(view, Qt::Key_Right);
+    QCOMPARE(menu.count(), 1);
+    QTest::keyRelease(view, Qt::Key_Space);
+    QCOMPARE(activated.last().first().value<QModelIndex>().data().toString(),
+             QStringLiteral("snippet foo"));
+
+    const QRect first = view->visualRect(view->model()->index(0, 0));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
+                      QPoint(first.right() - first.height() / 2, first.center().y()));
+    QCOMPARE(menu.count(), 2);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, first.center() - QPoint(40, 0));
+    QCOMPARE(activated.count(), 3);
+
+    m_window->searchEdit()->clear();
+    QCOMPARE(m_window->currentPage(), MainWindow::HistoryPage);
+}
+
+void TestMainWindow::enterPastesIntoTheApplicationItCameFrom()
+{
+    addTexts({QStringLiteral("older text"), QStringLiteral("newest text")});
+    openFrom(4242);
+    HistoryItemView *view = m_window->historyView();
+    QCOMPARE(view->currentIndex(), row(0));
+    press(view, Qt::Key_Down);
+    press(view, Qt::Key_Return);
+    QVERIFY(!m_window->isVisible());
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("older text"));
+    QCOMPARE(m_desktop->activatedWindows, QList<quint64>{4242});
+    QTRY_VERIFY(m_desktop->keyLog().contains(QLatin1String("+Ctrl +V -Ctrl -V")));
+
+    // Opened again from its own window: the application it came from stays the target.
+    m_desktop->activatedWindows.clear();
+    m_window->setPinned(true);
+    openFrom(0);
+    press(m_window->historyView(), Qt::Key_Return);
+    QVERIFY(m_window->isVisible());
+    QCOMPARE(m_desktop->activatedWindows, QList<quint64>{4242});
+
+    press(m_window->historyView(), Qt::Key_Escape);
+    QVERIFY(!m_window->isVisible());
+}
+
+void TestMainWindow::quickPasteNumbersPlainTextAndSeveralJoined()
+{
+    addTexts({QStringLiteral("third"), QStringLiteral("second")});
+    m_time = m_time.addSecs(60);
+    m_history->addText(QStringLiteral("first"), QStringLiteral("<b>first</b>"), {},
+                       QStringLiteral("editor"));
+    openFrom(7);
+    press(m_window->historyView(), Qt::Key_3);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("third"));
+
+    openFrom(7);
+    press(m_window->historyView(), Qt::Key_Return, Qt::ShiftModifier);
+    QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("first"));
+    QVERIFY(!QGuiApplication::clipboard()->mimeData()->hasHtml());
+    QTest::qWait(300);
+    openFrom(7);
+    press(m_window->historyView(), Qt::Key_Return);
+    QVERIFY(QGuiApplication::clipboard()->mimeData()->hasHtml());
+
+    QSettings().setValue(QStringLiteral("PastePlainText"), true);
+    QTest::qWait(300);
+    openFrom(7);
+    press(m_window->historyView(), Qt::Key_Return);
+    QVERIFY(!QGuiApplication::clipboard()->mimeData()->hasHtml());
+
+    QTest::qWait(300);
+    openFrom(7);
+    HistoryItemView *view = m_window->historyView();
+    view->selectionModel()->select(row(1), QItemSelectionModel::Select);
+    view->selectionModel()->select(row(2), QItemSelectionModel::Select);
+    view->selectionModel()->select(row(0), QItemSelectionModel::Deselect);
+    // Pasted clippings came back as copies and moved up; the selection is read top down.
+    const QString joined = rowText(1) + QLatin1Char('\n') + rowText(2);
+    press(view, Qt::Key_Return);
+    QCOMPARE(QGuiApplication::clipboard()->text(), joined);
+    // Only for the paste: the clipboard comes back, and the history gains nothing.
+    QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("first"));
+    QCOMPARE(m_history->proxy()->rowCount(), 3);
+}
+
+void TestMainWindow::typingSearchesAndEnterPastesTheFirstResult()
+{
+    addTexts({QStringLiteral("foo one"), QStringLiteral("bar"), QStringLiteral("foo two")});
+    openFrom(9);
+    QTest::keyClicks(m_window->historyView(), QStringLiteral("fo"));
+    QTest::keyClicks(m_window->searchEdit(), QStringLiteral("o"));
+    QCOMPARE(m_window->searchEdit()->text(), QStringLiteral("foo"));
+    QCOMPARE(m_window->currentPage(), MainWindow::SearchPage);
+    press(m_window->searchEdit(), Qt::Key_Return);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("foo two"));
+    QVERIFY(!m_window->isVisible());
+
+    // Opening again starts from the history, and Down moves from the field into the results.
+    QTest::qWait(300);
+    openFrom(9);
+    QCOMPARE(m_window->currentPage(), MainWindow::HistoryPage);
+    QVERIFY(m_window->searchEdit()->text().isEmpty());
+    QTest::keyClicks(m_window->searchEdit(), QStringLiteral("foo"));
+    press(m_window->searchEdit(), Qt::Key_Down);
+    QCOMPARE(m_window->searchView()->currentIndex().row(), 0);
+    press(m_window->searchView(), Qt::Key_Down);
+    QTest::keyRelease(m_window->searchView(), Qt::Key_Return);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("foo one"));
+}
+
+void TestMainWindow::snippetPastesResolvedWithItsCaret()
+{
+    addTexts({QStringLiteral("Ticket 4711")});
+    SnippetItemModel *snippets = m_window->snippetModel();
+    const QModelIndex snippet =
+        snippets->addSnippet(snippets->addGroup(QStringLiteral("Work")), QStringLiteral("Reply"),
+                             QStringLiteral("Re {CLIP}: ⁞ thanks"));
+    QGuiApplication::clipboard()->setText(QStringLiteral("the user's"));
+    openFrom(11);
+    m_window->showPage(MainWindow::SnippetsPage);
+    SnippetTreeView *tree = m_window->snippetView();
+    tree->setCurrentIndex(snippet);
+    press(tree, Qt::Key_Return);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("Re Ticket 4711:  thanks"));
+    QCOMPARE(m_desktop->activatedWindows, QList<quint64>{11});
+    // Pasted, then the caret goes back before " thanks".
+    QTRY_VERIFY(m_desktop->keyLog().endsWith(QStringLiteral("+Left -Left ").repeated(7).trimmed()));
+    QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("the user's"));
+}
+
+void TestMainWindow::typeTextTypesEachCharacterUntilEscape()
+{
+    TextTyper *typer = m_window->textTyper();
+    QSignalSpy finished(typer, &TextTyper::finished);
+    m_window->typeText(QStringLiteral("Ab"));
+    QVERIFY(m_hotkeys->registered.contains({quint32(Qt::Key_Escape), 0}));
+    QTest::qWait(150);
+    QVERIFY(m_desktop->events.isEmpty());
+    QTRY_COMPARE(finished.count(), 1);
+    QCOMPARE(m_desktop->keyLog(), QStringLiteral("+Shift +A -Shift -A +B -B"));
+    QVERIFY(!m_hotkeys->registered.contains({quint32(Qt::Key_Escape), 0}));
+
+    m_desktop->events.clear();
+    m_window->typeText(QStringLiteral("a long text that Escape cuts short"));
+    QTRY_VERIFY(!m_desktop->events.isEmpty());
+    m_hotkeys->press(quint32(Qt::Key_Escape), 0);
+    QCOMPARE(finished.count(), 2);
+    const int typed = int(m_desktop->events.size());
+    QTest::qWait(100);
+    QCOMPARE(m_desktop->events.size(), typed);
+    QVERIFY(typed < 20);
+}
+
+void TestMainWindow::commandsChangeTheHistory()
+{
+    addTexts({QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three"),
+              QStringLiteral("four")});
+    HistoryItemView *view = m_window->historyView();
+    QCOMPARE(rowText(0), QStringLiteral("four"));
+
+    view->togglePinned(row(3));
+    QCOMPARE(rowText(0), QStringLiteral("one"));
+    QVERIFY(row(0).data(PinnedRole).toBool());
+    view->togglePinned(row(0));
+    QCOMPARE(rowText(3), QStringLiteral("one"));
+
+    view->reverse({row(0), row(1), row(2)});
+    QStringList order;
+    for (int i = 0; i < 4; ++i)
+        order << rowText(i);
+    QCOMPARE(order, (QStringList{QStringLiteral("two"), QStringLiteral("three"),
+                                 QStringLiteral("four"), QStringLiteral("one")}));
+
+    m_time = m_time.addSecs(60);
+    view->join({row(0), row(3)});
+    QCOMPARE(rowText(0), QStringLiteral("two\none"));
+
+    m_time = m_time.addSecs(60);
+    view->toggleLocked(row(1));
+    QVERIFY(row(1).data(LockedRole).toBool());
+    QCOMPARE(row(1).data(TimeRole).toDateTime(), m_time);
+
+    view->setCurrentIndex(row(0));
+    view->selectionModel()->select(row(0), QItemSelectionModel::ClearAndSelect);
+    press(view, Qt::Key_Delete);
+    QCOMPARE(m_history->proxy()->rowCount(), 4);
+    QCOMPARE(m_history->rowCount(), 5);
+    QCOMPARE(view->currentIndex(), row(0));
+
+    SnippetItemModel *snippets = m_window->snippetModel();
+    const QModelIndex group = snippets->addGroup(QStringLiteral("Kept"));
+    view->addToSnippets(row(0), group);
+    QCOMPARE(snippets->rowCount(group), 1);
+    QCOMPARE(snippets->index(0, 0, group).data(Snippet::TextRole).toString(), rowText(0));
+
+    m_history->finishSaves();
+    HistoryItemModel reloaded(Settings::historyFilePath());
+    reloaded.load();
+    QCOMPARE(reloaded.proxy()->rowCount(), 4);
+    QVERIFY(reloaded.proxy()->index(0, 0).data(LockedRole).toBool() ||
+            reloaded.proxy()->index(1, 0).data(LockedRole).toBool());
+}
+
+void TestMainWindow::editedTextBecomesTheNewestCopy()
+{
+    m_time = m_time.addSecs(60);
+    m_history->addText(QStringLiteral("Dear Bob"), QStringLiteral("<i>Dear Bob</i>"), {},
+                       QStringLiteral("mailer"));
+    addTexts({QStringLiteral("newer")});
+    m_window->historyView()->clearStyle({row(1)});
+    QVERIFY(row(1).data(HtmlRole).toString().isEmpty());
+
+    emit m_window->historyView()->editRequested(row(1));
+    QVERIFY(m_window->clippingEditor()->isVisible());
+    QCOMPARE(m_window->clippingEditor()->text(), QStringLiteral("Dear Bob"));
+    m_time = m_time.addSecs(60);
+    emit m_window->clippingEditor()->saved(QStringLiteral("Dear Alice"));
+    QCOMPARE(rowText(0), QStringLiteral("Dear Alice"));
+    QCOMPARE(row(0).data(ApplicationRole).toString(), QStringLiteral("mailer"));
+    QCOMPARE(rowText(2), QStringLiteral("Dear Bob"));
+}
+
+void TestMainWindow::thumbnailsStayWithinTheirBudget()
+{
+    QSettings().setValue(QStringLiteral("KeepItems"), QStringLiteral("200"));
+    m_history->reloadSettings();
+    const int count = 70;
+    for (int i = 0; i < count; ++i) {
+        QImage image(8, 6, QImage::Format_RGB32);
+        image.fill(QColor(i, 100, 100));
+        m_time = m_time.addSecs(1);
+        QVERIFY(m_history->addImage({}, image, {}, QStringLiteral("app%1").arg(i), m_time));
+    }
+    const auto withThumbnail = [this] {
+        int kept = 0;
+        for (int i = 0; i < m_history->rowCount(); ++i)
+            kept += m_history->item(i)->data(ThumbnailRole).isValid() ? 1 : 0;
+        return kept;
+    };
+    // All thumbnails are made; only the most recent ones stay in memory.
+    QTRY_COMPARE(withThumbnail(), 64);
+    const QModelIndex oldest = m_history->index(count - 1, 0);
+    QVERIFY(!oldest.data(ThumbnailRole).isValid());
+    m_history->requestThumbnail(oldest.data(IdRole).toUuid(), oldest.data(FilenameRole).toString());
+    QTRY_VERIFY(oldest.data(ThumbnailRole).isValid());
+    QCOMPARE(withThumbnail(), 64);
+}
+
+void TestMainWindow::screenshots()
+{
+    const QString folder = QStringLiteral(VELMORIN_ARTIFACTS_DIR);
+    QVERIFY(QDir().mkpath(folder));
+    m_time = QDateTime::currentDateTime().addDays(-3);
+    addTexts({QStringLiteral("https://example.org/reports/2026/q4"),
+              QStringLiteral("SELECT name, total FROM orders\nWHERE total > 100;"),
+              QStringLiteral("Meeting moved to Thursday 10:30, room Aurora (2nd floor).")});
+    m_time = QDateTime::currentDateTime().addSecs(-7200);
+    addTexts({QStringLiteral("Kind regards,\nAnn Example")});
+    m_time = QDateTime::currentDateTime();
+    addTexts({QStringLiteral("npm install --save-dev prettier")});
+    m_history->setPinned(2, true);
+    m_history->setLocked(3, true);
+    SnippetItemModel *snippets = m_window->snippetModel();
+    snippets->addSnippet(snippets->addGroup(QStringLiteral("Mail")), QStringLiteral("Kind regards"),
+                         QStringLiteral("Kind regards, Ann"));
+    m_window->resize(420, 360);
+    for (const auto &[choice, name] : {std::pair{Theme::Light, "history-light.png"},
+                                       std::pair{Theme::Dark, "history-dark.png"}}) {
+        Theme::apply(choice);
+        m_window->show();
+        QVERIFY(m_window->grab().save(folder + QLatin1Char('/') + QLatin1String(name)));
+    }
+    m_window->searchEdit()->setText(QStringLiteral("re"));
+    m_window->searchModel()->updateNow();
+    QVERIFY(m_window->searchModel()->rowCount() >= 3);
+    QVERIFY(m_window->grab().save(folder + QStringLiteral("/search-dark.png")));
+    Theme::apply(Theme::Light);
+    m_window->showSettings();
+    QVERIFY(m_window->settingsDialog()->grab().save(folder + QStringLiteral("/settings.png")));
+}
+
+int main(int argc, char *argv[])
+{
+    TestProfile profile;
+    profile.useInThisProcess();
+    Application app(argc, argv);
+    TestMainWindow test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "testmainwindow.moc"
