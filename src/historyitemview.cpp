@@ -192,21 +192,21 @@ void HistoryItemView::addPasteActions(QMenu *menu, const QModelIndexList &clippi
     const QModelIndex first = clippings.first();
     const bool one = clippings.size() == 1;
     const QString pasteText =
-        one ? tr("Paste") : tr("Paste %n items joined", nullptr, int(clippings.size()));
+        one ? tr("&Paste") : tr("&Paste %n items joined", nullptr, int(clippings.size()));
     menu->addAction(withKey(pasteText, QKeySequence(Qt::Key_Return)), this,
                     [this, kept] { emit pasteRequested(plain(kept), -1); });
     if (one && !isText(first)) {
-        menu->addAction(tr("Paste as image"), this,
+        menu->addAction(tr("Paste as &image"), this,
                         [this, kept] { emit pasteImageRequested(kept.first(), false); });
-        menu->addAction(tr("Paste as file"), this,
+        menu->addAction(tr("Paste as &file"), this,
                         [this, kept] { emit pasteImageRequested(kept.first(), true); });
         return;
     }
-    menu->addAction(withKey(tr("Paste as plain text"), QKeySequence(Qt::SHIFT | Qt::Key_Return)),
+    menu->addAction(withKey(tr("Paste as &plain text"), QKeySequence(Qt::SHIFT | Qt::Key_Return)),
                     this,
                     [this, kept] { emit pasteRequested(plain(kept), ClipboardOps::PlainText); });
     if (one) {
-        menu->addAction(tr("Type text"), this, [this, kept] {
+        menu->addAction(tr("&Type text"), this, [this, kept] {
             emit typeRequested(kept.first().data(TextRole).toString());
         });
     }
@@ -218,23 +218,23 @@ void HistoryItemView::addEditActions(QMenu *menu, const QModelIndexList &clippin
     const QPersistentModelIndex first = clippings.first();
     const bool one = clippings.size() == 1;
     if (one && isText(first))
-        menu->addAction(tr("Edit text..."), this, [this, first] { emit editRequested(first); });
+        menu->addAction(tr("&Edit text..."), this, [this, first] { emit editRequested(first); });
     if (clippings.size() > 1) {
-        menu->addAction(tr("Join into a new clipping"), this, [this, kept] { join(plain(kept)); });
-        menu->addAction(tr("Reverse the order"), this, [this, kept] { reverse(plain(kept)); });
+        menu->addAction(tr("&Join into a new clipping"), this, [this, kept] { join(plain(kept)); });
+        menu->addAction(tr("Re&verse the order"), this, [this, kept] { reverse(plain(kept)); });
     }
     const bool styled = std::any_of(clippings.cbegin(), clippings.cend(), [](const auto &c) {
         return !c.data(HtmlRole).toString().isEmpty();
     });
     if (styled)
-        menu->addAction(tr("Clear style"), this, [this, kept] { clearStyle(plain(kept)); });
+        menu->addAction(tr("Clear st&yle"), this, [this, kept] { clearStyle(plain(kept)); });
     if (one) {
         QAction *pin =
-            menu->addAction(tr("Pin to the top"), this, [this, first] { togglePinned(first); });
+            menu->addAction(tr("P&in to the top"), this, [this, first] { togglePinned(first); });
         pin->setCheckable(true);
         pin->setChecked(first.data(PinnedRole).toBool());
         QAction *lock =
-            menu->addAction(tr("Keep forever"), this, [this, first] { toggleLocked(first); });
+            menu->addAction(tr("&Keep forever"), this, [this, first] { toggleLocked(first); });
         lock->setCheckable(true);
         lock->setChecked(first.data(LockedRole).toBool());
     }
@@ -251,13 +251,13 @@ void HistoryItemView::addEditActions(QMenu *menu, const QModelIndexList &clippin
     }
     menu->addSeparator();
     menu->addAction(QIcon(QStringLiteral(":/icons/images/delete.png")),
-                    withKey(tr("Remove"), QKeySequence(Qt::Key_Delete)), this,
+                    withKey(tr("&Remove"), QKeySequence(Qt::Key_Delete)), this,
                     [this, kept] { remove(plain(kept)); });
 }
 
 QMenu *HistoryItemView::createSnippetGroupMenu(QMenu *parent, const QModelIndex &clipping)
 {
-    auto *groups = new QMenu(tr("Add to snippets"), parent);
+    auto *groups = new QMenu(tr("Add to &snippets"), parent);
     groups->setObjectName(QStringLiteral("addToSnippetsMenu"));
     const QPersistentModelIndex kept = clipping;
     for (int row = 0; row < m_snippets->rowCount(); ++row) {

@@ -39,11 +39,13 @@
 #include <QDebug>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QScreen>
 #include <QSettings>
+#include <QShortcut>
 #include <QSortFilterProxyModel>
 #include <QStackedWidget>
 #include <QToolButton>
@@ -91,6 +93,7 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
 
     connectHistory();
     connectSearch();
+    createKeys();
     loadHistory();
     // Only once the history is loaded: a copy merged before would be lost to the load.
     connect(m_clipboardListener, &ClipboardListener::changed, m_history,
@@ -115,6 +118,10 @@ QWidget *MainWindow::createHeader()
     m_search = new SearchEdit(header);
     m_historyButton = newToolButton(header, ":/icons/images/history.svg", tr("History"));
     m_snippetsButton = newToolButton(header, ":/icons/images/snippets.svg", tr("Snippets"));
+    const QString switchKey =
+        QKeySequence(Qt::CTRL | Qt::Key_Tab).toString(QKeySequence::NativeText);
+    m_historyButton->setToolTip(tr("History (%1)").arg(switchKey));
+    m_snippetsButton->setToolTip(tr("Snippets (%1)").arg(switchKey));
     auto *pages = new QButtonGroup(header);
     for (QAbstractButton *button : {m_historyButton, m_snippetsButton}) {
         button->setCheckable(true);
@@ -236,6 +243,30 @@ void MainWindow::connectSearch()
     connect(m_searchView, &SearchView::textTyped, this, &MainWindow::startSearchWith);
 }
 
+void MainWindow::createKeys()
+{
+    // Ctrl+Tab would move within the lists otherwise, so the window sees it first.
+    for (QWidget *widget :
+         {static_cast<QWidget *>(m_search), static_cast<QWidget *>(m_historyView),
+          static_cast<QWidget *>(m_snippetView), static_cast<QWidget *>(m_searchView)})
+        widget->installEventFilter(this);
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, m_search,
+            [this] { m_search->setFocus(); });
+}
+
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if ((key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) &&
+            (key->modifiers() & Qt::ControlModifier)) {
+            showPage(currentPage() == SnippetsPage ? HistoryPage : SnippetsPage);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
 void MainWindow::onSearchTextChanged(const QString &text)
 {
     if (!text.trimmed().isEmpty())
@@ -269,6 +300,22 @@ void MainWindow::showPage(Page page)
         m_search->clear();
     (page == HistoryPage ? m_historyButton : m_snippetsButton)->setChecked(true);
     m_pages->setCurrentIndex(page);
+    QAbstractItemView *list =
+        page == HistoryPage ? static_cast<QAbstractItemView *>(m_historyView) : m_snippetView;
+    if (page == HistoryPage && !list->currentIndex().isValid())
+        list->setCurrentIndex(m_history->proxy()->index(0, 0));
+    // On the snippets page a snippet, not a group, is ready for Enter.
+    if (page == SnippetsPage && !list->currentIndex().parent().isValid()) {
+        for (int group = 0; group < m_snippets->rowCount(); ++group) {
+            const QModelIndex first = m_snippets->index(0, 0, m_snippets->index(group, 0));
+            if (first.isValid()) {
+                list->setCurrentIndex(first);
+                break;
+            }
+        }
+    }
+    if (isVisible())
+        list->setFocus();
 }
 
 MainWindow::Page MainWindow::currentPage() const

@@ -95,12 +95,16 @@ public:
 signals:
     void clippingCountChanged(int count);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     QWidget *createHeader();
     QWidget *createHistoryPage();
     void createSearchPage();
     void connectHistory();
     void connectSearch();
+    void createKeys();
     void loadHistory();
     void loadSnippets();
     void updateEmptyState();

@@ -318,8 +318,11 @@ void TestMainWindow::snippetPastesResolvedWithItsCaret()
                              QStringLiteral("Re {CLIP}: ⁞ thanks"));
     QGuiApplication::clipboard()->setText(QStringLiteral("the user's"));
     openFrom(11);
-    m_window->showPage(MainWindow::SnippetsPage);
+    press(m_window->historyView(), Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(m_window->currentPage(), MainWindow::SnippetsPage);
     SnippetTreeView *tree = m_window->snippetView();
+    // A snippet is ready for Enter (the examples of a first start come first).
+    QVERIFY(tree->currentIndex().parent().isValid());
     tree->setCurrentIndex(snippet);
     press(tree, Qt::Key_Return);
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("Re Ticket 4711:  thanks"));

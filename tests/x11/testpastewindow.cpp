@@ -1,0 +1,206 @@
+// The paste window end to end on a real X server with a window manager: opened by its shortcut
+// over a real editor, driven by the keyboard, pasting back into the editor.
+#include "historyfile.h"
+#include "snippetitemmodel.h"
+#include "support/appprocess.h"
+#include "support/targetwindow.h"
+#include "support/testprofile.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QJsonObject>
+#include <QMimeData>
+#include <QTest>
+
+namespace {
+
+bool press(const QStringList &keys)
+{
+    return TargetWindow::xdotool(
+        QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("30")} + keys);
+}
+
+QRect windowGeometry(const QString &window)
+{
+    QString output;
+    TargetWindow::xdotool({QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), window},
+                          &output);
+    QHash<QString, int> values;
+    for (const QString &line : output.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+        values.insert(line.section(QLatin1Char('='), 0, 0),
+                      line.section(QLatin1Char('='), 1).toInt());
+    return {values.value(QStringLiteral("X")), values.value(QStringLiteral("Y")),
+            values.value(QStringLiteral("WIDTH")), values.value(QStringLiteral("HEIGHT"))};
+}
+
+} // namespace
+
+class TestPasteWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void init();
+    void opensAtTheMouseAndPastesTheSecondClipping();
+    void typedSearchPastesTheFirstMatch();
+    void shiftEnterPastesPlainText();
+    void snippetLandsWithItsCaret();
+    void typeTextTypesIntoTheEditor();
+
+private:
+    // Opens the window over the editor with its shortcut; the visible window's id.
+    QString open();
+    bool isOpen();
+    QStringList historyTexts() const;
+    void copy(const QString &text);
+
+    TestProfile m_profile;
+    TargetWindow m_editor;
+    AppProcess *m_velmorin = nullptr;
+    QString m_historyPath;
+};
+
+void TestPasteWindow::initTestCase()
+{
+    QVERIFY(m_profile.isValid());
+    m_profile.setSetting(QStringLiteral("ReleaseNotesVersion"), QStringLiteral("1.9"));
+    const QString snippets = m_profile.path(QStringLiteral("snippets/Snippets.json"));
+    m_profile.setSetting(QStringLiteral("SnippetFilePath"), snippets);
+    {
+        SnippetItemModel model(snippets);
+        model.addSnippet(model.addGroup(QStringLiteral("Letters")), QStringLiteral("Greeting"),
+                         QStringLiteral("Dear \u205E, thanks"));
+        QVERIFY(model.save());
+    }
+    m_historyPath = m_profile.path(QStringLiteral("data/Velmorin/Velmorin/History.json"));
+    if (!m_editor.start())
+        QSKIP(qPrintable(m_editor.error()));
+    m_velmorin = new AppProcess(QStringLiteral(VELMORIN_BINARY), m_profile, this);
+    m_velmorin->setEnvironmentValue(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    m_velmorin->start();
+    QVERIFY(m_velmorin->waitForOutput(QStringLiteral("Registered hotkey Ctrl+Shift+V")));
+    for (const QString &text : {QStringLiteral("alpha first"), QStringLiteral("foo bar baz"),
+                                QStringLiteral("second newest"), QStringLiteral("newest item")})
+        copy(text);
+}
+
+void TestPasteWindow::cleanupTestCase()
+{
+    if (m_velmorin)
+        m_velmorin->terminate();
+}
+
+void TestPasteWindow::init()
+{
+    QVERIFY(m_editor.activate());
+    QVERIFY(m_editor.clear());
+}
+
+QStringList TestPasteWindow::historyTexts() const
+{
+    QFile file(m_historyPath);
+    HistoryFile::Document document;
+    QStringList texts;
+    if (file.open(QIODevice::ReadOnly) && HistoryFile::decode(file.readAll(), &document)) {
+        for (const HistoryFile::Record &record : std::as_const(document.records))
+            texts << record.text;
+    }
+    return texts;
+}
+
+void TestPasteWindow::copy(const QString &text)
+{
+    QVERIFY(m_editor.copy("copy-rich " + text.toUtf8()));
+    QVERIFY2(QTest::qWaitFor([&] { return historyTexts().value(0) == text; }, 10000),
+             qPrintable(historyTexts().join(QLatin1Char('|'))));
+}
+
+bool TestPasteWindow::isOpen()
+{
+    // By its title: a tool tip of the list is another visible window of the program.
+    return TargetWindow::xdotool({QStringLiteral("search"), QStringLiteral("--all"),
+                                  QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
+                                  QString::number(m_velmorin->processId()),
+                                  QStringLiteral("--name"), QStringLiteral("^Velmorin$")});
+}
+
+QString TestPasteWindow::open()
+{
+    if (!press({QStringLiteral("ctrl+shift+v")}) ||
+        !QTest::qWaitFor([&] { return isOpen(); }, 10000))
+        return {};
+    QString active;
+    // Shown is not yet focused: keys must reach the paste window, not the editor.
+    const bool focused = QTest::qWaitFor(
+        [&] {
+            QString pid;
+            TargetWindow::xdotool(
+                {QStringLiteral("getactivewindow"), QStringLiteral("getwindowpid")}, &pid);
+            return pid.trimmed() == QString::number(m_velmorin->processId());
+        },
+        10000);
+    TargetWindow::xdotool({QStringLiteral("getactivewindow")}, &active);
+    return focused ? active.trimmed() : QString();
+}
+
+void TestPasteWindow::opensAtTheMouseAndPastesTheSecondClipping()
+{
+    QVERIFY(TargetWindow::xdotool(
+        {QStringLiteral("mousemove"), QStringLiteral("300"), QStringLiteral("260")}));
+    const QString window = open();
+    QVERIFY2(!window.isEmpty(), qPrintable(m_velmorin->output()));
+    const QRect geometry = windowGeometry(window);
+    // At the mouse, give or take what the window manager adds around it.
+    QVERIFY2((geometry.topLeft() - QPoint(300, 260)).manhattanLength() < 60,
+             qPrintable(QStringLiteral("%1,%2").arg(geometry.x()).arg(geometry.y())));
+    QVERIFY(press({QStringLiteral("Down"), QStringLiteral("Return")}));
+    QTRY_COMPARE_WITH_TIMEOUT(m_editor.text(), QStringLiteral("second newest"), 10000);
+    QVERIFY(!isOpen());
+}
+
+void TestPasteWindow::typedSearchPastesTheFirstMatch()
+{
+    QVERIFY(!open().isEmpty());
+    QVERIFY(TargetWindow::xdotool({QStringLiteral("type"), QStringLiteral("--delay"),
+                                   QStringLiteral("40"), QStringLiteral("foo")}));
+    QVERIFY(press({QStringLiteral("Return")}));
+    QTRY_COMPARE_WITH_TIMEOUT(m_editor.text(), QStringLiteral("foo bar baz"), 10000);
+    QVERIFY(!isOpen());
+}
+
+void TestPasteWindow::shiftEnterPastesPlainText()
+{
+    copy(QStringLiteral("styled words"));
+    QVERIFY(m_editor.activate());
+    QVERIFY(!open().isEmpty());
+    QVERIFY(press({QStringLiteral("shift+Return")}));
+    QTRY_COMPARE_WITH_TIMEOUT(m_editor.text(), QStringLiteral("styled words"), 10000);
+    const QMimeData *pasted = QGuiApplication::clipboard()->mimeData();
+    QVERIFY(pasted && pasted->text() == QStringLiteral("styled words") && !pasted->hasHtml());
+}
+
+void TestPasteWindow::snippetLandsWithItsCaret()
+{
+    QVERIFY(!open().isEmpty());
+    QVERIFY(press({QStringLiteral("ctrl+Tab"), QStringLiteral("Return")}));
+    QTRY_COMPARE_WITH_TIMEOUT(m_editor.text(), QStringLiteral("Dear , thanks"), 10000);
+    QTRY_COMPARE(m_editor.state().value(QLatin1String("position")).toInt(), 5);
+    // Back on the history page for the next opening.
+    QVERIFY(!open().isEmpty());
+    QVERIFY(press({QStringLiteral("ctrl+Tab"), QStringLiteral("Escape")}));
+    QTRY_VERIFY(!isOpen());
+}
+
+void TestPasteWindow::typeTextTypesIntoTheEditor()
+{
+    copy(QStringLiteral("typed by keys"));
+    QVERIFY(m_editor.activate());
+    QVERIFY(!open().isEmpty());
+    QVERIFY(press({QStringLiteral("Right"), QStringLiteral("t")}));
+    QTRY_COMPARE_WITH_TIMEOUT(m_editor.text(), QStringLiteral("typed by keys"), 10000);
+}
+
+QTEST_MAIN(TestPasteWindow)
+#include "testpastewindow.moc"
