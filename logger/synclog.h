@@ -38,5 +38,7 @@ private:
     mutable QMutex m_mutex;
     std::deque<Line> m_lines;
     qint64 m_total = 0;
-    int m_capacity = 20000;
+    // Enough for the decisions of several syncs; loading a large history writes a line per
+    // clipping, which need not all stay in memory.
+    int m_capacity = 5000;
 };

@@ -9,6 +9,10 @@ namespace Clipping {
 
 QString briefOf(const QString &text)
 {
+    // Most copies are one trimmed line: the brief then shares the text's memory.
+    const bool oneLine = !text.contains(QLatin1Char('\n')) && !text.contains(QLatin1Char('\t'));
+    if (oneLine && !text.isEmpty() && !text.front().isSpace() && !text.back().isSpace())
+        return text;
     const QStringList lines = text.trimmed().split(QLatin1Char('\n'));
     QStringList kept;
     kept.reserve(lines.size());
@@ -25,6 +29,14 @@ QString shortText(const QString &text)
     return text.left(50).remove(QLatin1Char('\n'));
 }
 
+void setOptionalText(QStandardItem *item, int role, const QString &value)
+{
+    if (!value.isEmpty())
+        item->setData(value, role);
+    else if (item->data(role).isValid()) // an invalid value would be stored, not removed
+        item->setData(QVariant(), role);
+}
+
 namespace {
 
 QStandardItem *newItem(const QString &brief, int type, const QPixmap &icon,
@@ -33,7 +45,8 @@ QStandardItem *newItem(const QString &brief, int type, const QPixmap &icon,
     auto *item = new QStandardItem(brief);
     item->setEditable(false);
     item->setData(type, TypeRole);
-    item->setData(icon, IconRole);
+    if (!icon.isNull())
+        item->setData(icon, IconRole);
     item->setData(application, ApplicationRole);
     item->setData(QUuid::createUuid(), IdRole);
     item->setData(time, TimeRole);
@@ -50,7 +63,7 @@ QStandardItem *newTextItem(const QString &text, const QString &html, const QPixm
 {
     QStandardItem *item = newItem(briefOf(text), TextType, icon, application, time);
     item->setData(text, TextRole);
-    item->setData(html, HtmlRole);
+    setOptionalText(item, HtmlRole, html);
     item->setData(html.isEmpty() ? text : html, ToolTipRole);
     return item;
 }
@@ -72,9 +85,8 @@ QStandardItem *newImageItem(const QUrl &source, const QImage &image, const QPixm
     }
     QStandardItem *item = newItem(label, ImageType, icon, application, time);
     item->setData(label, TextRole);
-    item->setData(QString(), HtmlRole);
     item->setData(label, ToolTipRole);
-    item->setData(filename, FilenameRole);
+    setOptionalText(item, FilenameRole, filename);
     return item;
 }
 

@@ -42,6 +42,11 @@ QString briefOf(const QString &text);
 // The text as it appears in log lines: at most 50 characters, line feeds removed.
 QString shortText(const QString &text);
 
+// Sets a text field, or leaves it out when it is empty (reading it then gives an empty text).
+// Most clippings have no HTML and no file name; each field less keeps a clipping in a smaller
+// block of memory, which counts in histories of many thousand clippings.
+void setOptionalText(QStandardItem *item, int role, const QString &value);
+
 QStandardItem *newTextItem(const QString &text, const QString &html, const QPixmap &icon,
                            const QString &application, const QDateTime &time);
 // The label and file name come from the URL's file name, or else from the size and the

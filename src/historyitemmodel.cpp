@@ -233,7 +233,7 @@ bool HistoryItemModel::merge(QStandardItem *item)
                      .arg(shortText, newTime.toString(), oldTime.toString()));
         item->setData(existing->data(IconRole), IconRole);
         const QString html = existing->data(HtmlRole).toString();
-        item->setData(html, HtmlRole);
+        setOptionalText(item, HtmlRole, html);
         item->setData(html.isEmpty() ? item->data(TextRole) : QVariant(html), ToolTipRole);
         item->setData(existing->data(ApplicationRole), ApplicationRole);
         if (!item->data(PinnedRole).toBool())
@@ -379,7 +379,7 @@ void HistoryItemModel::clearStyle(int row)
     QStandardItem *clipping = item(row);
     if (!clipping || clipping->data(HtmlRole).toString().isEmpty())
         return;
-    clipping->setData(QString(), HtmlRole);
+    setOptionalText(clipping, HtmlRole, QString());
     clipping->setData(clipping->data(TextRole), ToolTipRole);
     save(true);
 }
@@ -441,12 +441,13 @@ QByteArray HistoryItemModel::serialize()
 QStandardItem *HistoryItemModel::itemFrom(const HistoryFile::Record &record,
                                           const QHash<QString, QPixmap> &icons) const
 {
-    auto *clipping = new QStandardItem(record.brief);
+    // A one-line text is its own brief: one string for both saves memory in large histories.
+    auto *clipping = new QStandardItem(record.brief == record.text ? record.text : record.brief);
     clipping->setEditable(false);
     clipping->setData(record.id, IdRole);
     clipping->setData(record.type, TypeRole);
     clipping->setData(record.text, TextRole);
-    clipping->setData(record.html, HtmlRole);
+    setOptionalText(clipping, HtmlRole, record.html);
     clipping->setData(record.time, TimeRole);
     clipping->setData(record.html.isEmpty() ? record.text : record.html, ToolTipRole);
     clipping->setData(record.removed, RemovedRole);
@@ -456,7 +457,7 @@ QStandardItem *HistoryItemModel::itemFrom(const HistoryFile::Record &record,
     const auto icon = icons.constFind(record.application);
     if (icon != icons.constEnd())
         clipping->setData(*icon, IconRole);
-    clipping->setData(record.filename, FilenameRole);
+    setOptionalText(clipping, FilenameRole, record.filename);
     return clipping;
 }
 

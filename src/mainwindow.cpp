@@ -48,6 +48,7 @@
 #include <QShortcut>
 #include <QSortFilterProxyModel>
 #include <QStackedWidget>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -512,6 +513,8 @@ void MainWindow::toggleAtMouse()
     activateWindow();
     (m_lastListPage == SnippetsPage ? static_cast<QWidget *>(m_snippetView) : m_historyView)
         ->setFocus();
+    // Once the window is painted.
+    QTimer::singleShot(0, m_searchModel, &SearchModel::prepare);
 }
 
 void MainWindow::finishPaste(ClipboardOps::CursorSteps steps)

@@ -23,6 +23,8 @@ public:
     QString searchText() const { return m_text; }
     bool isHistoryIndex(const QModelIndex &source) const;
     static QModelIndex sourceIndex(const QModelIndex &result);
+    // Reads the history's rows ahead of the first search, while the user is still to type.
+    void prepare();
 
 public slots:
     void setSearchText(const QString &text);
@@ -31,10 +33,14 @@ public slots:
     void updateNow();
 
 private:
+    const QStringList &historyBriefs();
+    void forgetBriefs();
     static QStandardItem *newResult(const QModelIndex &source, const QString &display);
 
     QSortFilterProxyModel *m_history;
     QStandardItemModel *m_snippets;
     QString m_text;
     QTimer *m_timer;
+    QStringList m_briefs;
+    bool m_briefsValid = false;
 };

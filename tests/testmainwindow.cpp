@@ -155,6 +155,14 @@ void TestMainWindow::searchMatchesClippingsBeforeSnippets()
     QCOMPARE(first, row(0));
     QVERIFY(!search->isHistoryIndex(SearchModel::sourceIndex(search->index(3, 0))));
 
+    // A clipping copied between two searches is found by the second; case is ignored beyond
+    // ASCII too.
+    addTexts({QStringLiteral("ÄRGER mit FOO")});
+    search->setSearchText(QStringLiteral("är"));
+    search->update();
+    QCOMPARE(search->rowCount(), 1);
+    QCOMPARE(search->index(0, 0).data().toString(), QStringLiteral("ÄRGER mit FOO"));
+
     search->setSearchText(QString());
     search->update();
     QCOMPARE(search->rowCount(), 0);

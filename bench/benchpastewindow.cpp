@@ -1,0 +1,221 @@
+// How fast the paste window opens over a large history, how fast search answers, and how much
+// memory the program holds idle in the tray. Run on an X server with a window manager:
+//   scripts/xvfb-session.sh build/bench/benchpastewindow [open|search|memory]
+// Open: from the shortcut's signal to the history list painted, 10,000 clippings.
+// Search: one rebuild of the results over 100,000 clippings (the 200 ms pause excluded).
+// Memory: resident size of the real program, idle, with 10,000 and 100,000 text clippings and
+// with 1,000 image clippings, read from /proc after start-up has settled.
+#include "clipping.h"
+#include "globalshortcuts.h"
+#include "historyfile.h"
+#include "historyitemmodel.h"
+#include "historyitemview.h"
+#include "mainwindow.h"
+#include "searchmodel.h"
+#include "settings.h"
+#include "support/appprocess.h"
+#include "support/testprofile.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+#include <QPainter>
+#include <QSettings>
+#include <QSortFilterProxyModel>
+#include <QTest>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+double median(QList<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.isEmpty() ? 0 : values.at(values.size() / 2);
+}
+
+class PaintWatch final : public QObject
+{
+public:
+    bool painted = false;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            painted = true;
+        return false;
+    }
+};
+
+void benchOpen()
+{
+    QSettings().setValue(QStringLiteral("KeepItems"), QStringLiteral("20000"));
+    MainWindow window(false);
+    window.historyModel()->reloadSettings();
+    window.historyModel()->fillWithGeneratedClippings(10000);
+    PaintWatch watch;
+    window.historyView()->viewport()->installEventFilter(&watch);
+    QList<double> times;
+    for (int run = 0; run < 15; ++run) {
+        window.hideWindow();
+        QTest::qWait(100);
+        watch.painted = false;
+        QElapsedTimer timer;
+        timer.start();
+        emit window.shortcuts()->mainActivated();
+        while (!watch.painted)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        times.append(timer.nsecsElapsed() / 1e6);
+    }
+    times.removeFirst(); // the first opening also creates the native window
+    std::printf("open with 10,000 clippings: median %.1f ms, worst %.1f ms (%lld runs)\n",
+                median(times), *std::max_element(times.cbegin(), times.cend()),
+                qlonglong(times.size()));
+    window.prepareToQuit();
+}
+
+void benchSearch()
+{
+    QSettings().setValue(QStringLiteral("KeepItems"), QStringLiteral("200000"));
+    HistoryItemModel history(QDir::temp().filePath(QStringLiteral("bench-history.json")));
+    history.reloadSettings();
+    history.fillWithGeneratedClippings(100000);
+    QStandardItemModel snippets;
+    SearchModel search(history.proxy(), &snippets);
+    for (const QString &text : {QStringLiteral("zebra"), QStringLiteral("1234"),
+                                QStringLiteral("pinned locked"), QStringLiteral("sync")}) {
+        // A copy between two searches: the next one reads the history's rows again.
+        history.setPinned(0, !history.item(0)->data(Clipping::PinnedRole).toBool());
+        QList<double> times;
+        for (int run = 0; run < 7; ++run) {
+            search.setSearchText(text);
+            QElapsedTimer timer;
+            timer.start();
+            search.update();
+            times.append(timer.nsecsElapsed() / 1e6);
+        }
+        const double first = times.takeFirst();
+        std::printf("search \"%s\" over 100,000 clippings: %d results, first %.1f ms, then "
+                    "median %.1f ms\n",
+                    qPrintable(text), search.rowCount(), first, median(times));
+    }
+}
+
+void writeTextHistory(const QString &path, int count)
+{
+    HistoryFile::Document document;
+    for (int i = 0; i < count; ++i) {
+        HistoryFile::Record record;
+        record.text = QStringLiteral("#%1 The quarterly report lists every open item with its "
+                                     "owner and due date; please check section four.")
+                          .arg(i);
+        record.brief = Clipping::briefOf(record.text);
+        record.time = QDateTime::currentDateTime().addSecs(-i);
+        record.id = QUuid::createUuid();
+        record.application = QStringLiteral("editor");
+        document.records.append(record);
+    }
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(HistoryFile::encode(document));
+}
+
+void writeImageHistory(const QString &dataFolder, int count)
+{
+    HistoryFile::Document document;
+    QImage image(1280, 800, QImage::Format_RGB32);
+    for (int i = 0; i < count; ++i) {
+        HistoryFile::Record record;
+        record.type = Clipping::ImageType;
+        record.id = QUuid::createUuid();
+        record.filename = QStringLiteral("shot-%1.png").arg(i);
+        record.text = record.brief = record.filename;
+        record.time = QDateTime::currentDateTime().addSecs(-i);
+        record.application = QStringLiteral("editor");
+        const QString folder =
+            dataFolder + QStringLiteral("/images/") + record.id.toString(QUuid::WithBraces);
+        QDir().mkpath(folder);
+        image.fill(QColor::fromHsv(i % 360, 120, 200));
+        QPainter(&image).drawText(40, 40, record.filename);
+        image.save(folder + QLatin1Char('/') + record.filename);
+        document.records.append(record);
+    }
+    QFile file(dataFolder + QStringLiteral("/History.json"));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(HistoryFile::encode(document));
+}
+
+// A field of /proc/PID/smaps_rollup in kB: "Rss" is all resident pages, shared library code
+// included; "Anonymous" is the program's own memory.
+long memoryKilobytes(qint64 pid, const QByteArray &field)
+{
+    QFile status(QStringLiteral("/proc/%1/smaps_rollup").arg(pid));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith(field + ':'))
+            return line.mid(field.size() + 1).trimmed().split(' ').first().toLong();
+    }
+    return -1;
+}
+
+void benchMemory(const char *label, int keepItems,
+                 const std::function<void(const QString &)> &writeHistory)
+{
+    TestProfile profile;
+    profile.setSetting(QStringLiteral("ReleaseNotesVersion"), QStringLiteral("1.9"));
+    profile.setSetting(QStringLiteral("KeepItems"), QString::number(keepItems + 1));
+    const QString data = profile.path(QStringLiteral("data/Velmorin/Velmorin"));
+    QDir().mkpath(data);
+    writeHistory(data);
+    AppProcess velmorin(QStringLiteral(VELMORIN_BINARY), profile);
+    velmorin.setEnvironmentValue(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    velmorin.start();
+    if (!velmorin.waitForOutput(QStringLiteral("Registered hotkey"), 60000)) {
+        std::printf("%s: the program did not start\n", label);
+        return;
+    }
+    // Loading, thumbnails and the cache clean-up settle.
+    QTest::qWait(5000);
+    std::printf("resident memory idle, %s: %.1f MB (own memory %.1f MB)\n", label,
+                memoryKilobytes(velmorin.processId(), "Rss") / 1024.0,
+                memoryKilobytes(velmorin.processId(), "Anonymous") / 1024.0);
+    velmorin.terminate();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    TestProfile profile;
+    profile.useInThisProcess();
+    QApplication app(argc, argv);
+    QSettings settings;
+    Settings::writeDefaults(settings);
+    const QString part = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
+    // For a memory profiler: benchpastewindow write-history FILE COUNT
+    if (part == QLatin1String("write-history") && argc == 4) {
+        writeTextHistory(QString::fromLocal8Bit(argv[2]), QString::fromLocal8Bit(argv[3]).toInt());
+        return 0;
+    }
+    if (part.isEmpty() || part == QLatin1String("open"))
+        benchOpen();
+    if (part.isEmpty() || part == QLatin1String("search"))
+        benchSearch();
+    if (part.isEmpty() || part == QLatin1String("memory")) {
+        benchMemory("no clippings", 20, [](const QString &) {});
+        benchMemory("10,000 text clippings", 10000, [](const QString &data) {
+            writeTextHistory(data + QStringLiteral("/History.json"), 10000);
+        });
+        benchMemory("100,000 text clippings", 100000, [](const QString &data) {
+            writeTextHistory(data + QStringLiteral("/History.json"), 100000);
+        });
+        benchMemory("1,000 image clippings", 1000,
+                    [](const QString &data) { writeImageHistory(data, 1000); });
+    }
+    return 0;
+}
