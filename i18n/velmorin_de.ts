@@ -373,6 +373,25 @@
     </message>
 </context>
 <context>
+    <name>ClippingEditor</name>
+    <message>
+        <location filename="../src/clippingeditor.cpp" line="17"/>
+        <location filename="../src/clippingeditor.cpp" line="18"/>
+        <source>Edit text</source>
+        <translation>Text bearbeiten</translation>
+    </message>
+    <message>
+        <location filename="../src/clippingeditor.cpp" line="21"/>
+        <source>Text of the clipping</source>
+        <translation>Text des Eintrags</translation>
+    </message>
+    <message>
+        <location filename="../src/clippingeditor.cpp" line="24"/>
+        <source>Keep the text as the newest copy</source>
+        <translation>Den Text als neueste Kopie behalten</translation>
+    </message>
+</context>
+<context>
     <name>DelayDialog</name>
     <message>
         <location filename="../src/delaydialog.cpp" line="13"/>
@@ -393,12 +412,12 @@
 <context>
     <name>HistoryItemModel</name>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="445"/>
+        <location filename="../src/historyitemmodel.cpp" line="525"/>
         <source>Failed to parse the clippings file: </source>
         <translation>Die Verlaufsdatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="477"/>
+        <location filename="../src/historyitemmodel.cpp" line="557"/>
         <source>Writing the clippings file failed: </source>
         <translation>Das Schreiben der Verlaufsdatei ist fehlgeschlagen: </translation>
     </message>
@@ -406,43 +425,150 @@
 <context>
     <name>HistoryItemView</name>
     <message>
-        <location filename="../src/historyitemview.cpp" line="25"/>
+        <location filename="../src/historyitemview.cpp" line="51"/>
+        <source>Clipboard history</source>
+        <translation>Zwischenablage-Verlauf</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="99"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
 %2</translation>
     </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="195"/>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message numerus="yes">
+        <location filename="../src/historyitemview.cpp" line="195"/>
+        <source>&amp;Paste %n items joined</source>
+        <translation>
+            <numerusform>%n Eintrag &amp;verbunden einfügen</numerusform>
+            <numerusform>%n Einträge &amp;verbunden einfügen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="199"/>
+        <source>Paste as &amp;image</source>
+        <translation>Als &amp;Bild einfügen</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="201"/>
+        <source>Paste as &amp;file</source>
+        <translation>Als &amp;Datei einfügen</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="205"/>
+        <source>Paste as &amp;plain text</source>
+        <translation>Als &amp;reinen Text einfügen</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="209"/>
+        <source>&amp;Type text</source>
+        <translation>Text &amp;tippen</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="221"/>
+        <source>&amp;Edit text...</source>
+        <translation>Text &amp;bearbeiten...</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="223"/>
+        <source>&amp;Join into a new clipping</source>
+        <translation>Zu neuem Eintrag &amp;zusammenfügen</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="224"/>
+        <source>Re&amp;verse the order</source>
+        <translation>Reihenfolge &amp;umkehren</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="230"/>
+        <source>Clear st&amp;yle</source>
+        <translation>Formatierung &amp;entfernen</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="233"/>
+        <source>P&amp;in to the top</source>
+        <translation>Oben an&amp;heften</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="237"/>
+        <source>&amp;Keep forever</source>
+        <translation>&amp;Für immer behalten</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="254"/>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="260"/>
+        <source>Add to &amp;snippets</source>
+        <translation>Zu &amp;Textbausteinen hinzufügen</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="272"/>
+        <source>New group</source>
+        <translation>Neue Gruppe</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="273"/>
+        <source>Clippings</source>
+        <translation>Einträge</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
-        <location filename="../src/mainwindow.cpp" line="55"/>
+        <location filename="../src/mainwindow.cpp" line="76"/>
         <source>Velmorin</source>
         <translation>Velmorin</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="61"/>
-        <location filename="../src/mainwindow.cpp" line="62"/>
+        <location filename="../src/mainwindow.cpp" line="120"/>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <location filename="../src/mainwindow.cpp" line="121"/>
+        <source>Snippets</source>
+        <translation>Textbausteine</translation>
+    </message>
+    <message>
+        <location filename="../src/mainwindow.cpp" line="124"/>
+        <source>History (%1)</source>
+        <translation>Verlauf (%1)</translation>
+    </message>
+    <message>
+        <location filename="../src/mainwindow.cpp" line="125"/>
+        <source>Snippets (%1)</source>
+        <translation>Textbausteine (%1)</translation>
+    </message>
+    <message>
+        <location filename="../src/mainwindow.cpp" line="134"/>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <location filename="../src/mainwindow.cpp" line="136"/>
         <source>Keep the window open</source>
         <translation>Fenster geöffnet lassen</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="65"/>
-        <source>Clipboard history</source>
-        <translation>Verlauf der Zwischenablage</translation>
-    </message>
-    <message>
-        <location filename="../src/mainwindow.cpp" line="71"/>
+        <location filename="../src/mainwindow.cpp" line="156"/>
         <source>Copied items appear here.</source>
         <translation>Kopierte Einträge erscheinen hier.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="178"/>
+        <location filename="../src/mainwindow.cpp" line="401"/>
         <source>Current clipboard content is not text. Unable to run the action.</source>
         <translation>Die Zwischenablage enthält keinen Text. Die Aktion kann nicht ausgeführt werden.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="187"/>
+        <location filename="../src/mainwindow.cpp" line="410"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
@@ -452,9 +578,32 @@
 <context>
     <name>QObject</name>
     <message>
-        <location filename="../src/main.cpp" line="149"/>
+        <location filename="../src/main.cpp" line="151"/>
         <source>Velmorin is already running!</source>
         <translation>Velmorin läuft bereits!</translation>
+    </message>
+</context>
+<context>
+    <name>RelativeTime</name>
+    <message>
+        <location filename="../src/relativetime.cpp" line="12"/>
+        <source>now</source>
+        <translation>jetzt</translation>
+    </message>
+    <message>
+        <location filename="../src/relativetime.cpp" line="14"/>
+        <source>%1 min</source>
+        <translation>%1 Min.</translation>
+    </message>
+    <message>
+        <location filename="../src/relativetime.cpp" line="16"/>
+        <source>%1 h</source>
+        <translation>%1 Std.</translation>
+    </message>
+    <message>
+        <location filename="../src/relativetime.cpp" line="18"/>
+        <source>%1 d</source>
+        <translation>%1 T.</translation>
     </message>
 </context>
 <context>
@@ -479,44 +628,65 @@
     </message>
 </context>
 <context>
+    <name>SearchEdit</name>
+    <message>
+        <location filename="../src/searchedit.cpp" line="7"/>
+        <source>Search clippings and snippets</source>
+        <translation>Einträge und Textbausteine durchsuchen</translation>
+    </message>
+    <message>
+        <location filename="../src/searchedit.cpp" line="8"/>
+        <source>Search</source>
+        <translation>Suche</translation>
+    </message>
+</context>
+<context>
+    <name>SearchView</name>
+    <message>
+        <location filename="../src/searchview.cpp" line="10"/>
+        <source>Search results</source>
+        <translation>Suchergebnisse</translation>
+    </message>
+</context>
+<context>
     <name>SettingsDialog</name>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="33"/>
+        <location filename="../src/settingsdialog.cpp" line="36"/>
         <source>Velmorin Settings</source>
         <translation>Velmorin-Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="35"/>
+        <location filename="../src/settingsdialog.cpp" line="38"/>
         <source>General</source>
         <translation>Allgemein</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="36"/>
+        <location filename="../src/settingsdialog.cpp" line="39"/>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="37"/>
+        <location filename="../src/settingsdialog.cpp" line="41"/>
         <source>Applications</source>
         <translation>Anwendungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="38"/>
+        <location filename="../src/settingsdialog.cpp" line="42"/>
         <source>Actions</source>
         <translation>Aktionen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="40"/>
+        <location filename="../src/settingsdialog.cpp" line="44"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="56"/>
+        <location filename="../src/settingsdialog.cpp" line="65"/>
         <source>Write a debug log</source>
         <translation>Debug-Protokoll schreiben</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="57"/>
+        <location filename="../src/settingsdialog.cpp" line="66"/>
         <source>The debug log is written from the next start on.</source>
         <translation>Das Debug-Protokoll wird ab dem nächsten Start geschrieben.</translation>
     </message>
@@ -526,123 +696,221 @@
         <translation>Mit dem System starten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="61"/>
+        <location filename="../src/settingsdialog.cpp" line="128"/>
         <source>Only expand keyword after space is pressed</source>
         <translation>Schlüsselwort erst nach einem Leerzeichen ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="67"/>
+        <location filename="../src/settingsdialog.cpp" line="95"/>
         <source>Open the paste window:</source>
         <translation>Einfügefenster öffnen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="68"/>
+        <location filename="../src/settingsdialog.cpp" line="40"/>
+        <source>Shortcuts</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="61"/>
+        <source>Open the paste window at the mouse</source>
+        <translation>Einfügefenster an der Maus öffnen</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="62"/>
+        <source>Paste as plain text by default</source>
+        <translation>Standardmäßig als reinen Text einfügen</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="64"/>
+        <source>Send crash reports</source>
+        <translation>Absturzberichte senden</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="69"/>
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="70"/>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="71"/>
+        <source>Follow the system</source>
+        <translation>Wie das System</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="74"/>
+        <source>Theme:</source>
+        <translation>Erscheinungsbild:</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="91"/>
+        <source>Open the paste window</source>
+        <translation>Einfügefenster öffnen</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="92"/>
+        <source>Paste as plain text</source>
+        <translation>Als reinen Text einfügen</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="93"/>
+        <source>Paste the next item</source>
+        <translation>Nächsten Eintrag einfügen</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="96"/>
         <source>Paste as plain text:</source>
         <translation>Als reinen Text einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="69"/>
+        <location filename="../src/settingsdialog.cpp" line="97"/>
         <source>Paste the next item:</source>
         <translation>Nächsten Eintrag einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="93"/>
+        <location filename="../src/settingsdialog.cpp" line="99"/>
+        <source>Snippets and actions get their own shortcuts on their pages.</source>
+        <translation>Textbausteine und Aktionen erhalten ihre eigenen Tastenkürzel auf ihren Seiten.</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="109"/>
+        <source>Browse...</source>
+        <translation>Durchsuchen...</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="112"/>
+        <source>JSON files (*.json)</source>
+        <translation>JSON-Dateien (*.json)</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="130"/>
+        <location filename="../src/settingsdialog.cpp" line="132"/>
+        <source>Snippet file</source>
+        <translation>Textbaustein-Datei</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="132"/>
+        <source>Snippet file:</source>
+        <translation>Textbaustein-Datei:</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="133"/>
+        <location filename="../src/settingsdialog.cpp" line="215"/>
+        <source>A new file place applies from the next start.</source>
+        <translation>Ein neuer Speicherort gilt ab dem nächsten Start.</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="148"/>
         <source>Export snippets...</source>
         <translation>Textbausteine exportieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="95"/>
+        <location filename="../src/settingsdialog.cpp" line="150"/>
         <source>Import snippets...</source>
         <translation>Textbausteine importieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="113"/>
+        <location filename="../src/settingsdialog.cpp" line="168"/>
         <source>Save snippets</source>
         <translation>Textbausteine speichern</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="114"/>
-        <location filename="../src/settingsdialog.cpp" line="124"/>
+        <location filename="../src/settingsdialog.cpp" line="169"/>
+        <location filename="../src/settingsdialog.cpp" line="179"/>
         <source>JSON files (*.json);;All files (*.*);</source>
         <translation>JSON-Dateien (*.json);;Alle Dateien (*.*);</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="117"/>
+        <location filename="../src/settingsdialog.cpp" line="172"/>
         <source>Writing the snippets file failed: </source>
         <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="123"/>
+        <location filename="../src/settingsdialog.cpp" line="178"/>
         <source>Load snippets</source>
         <translation>Textbausteine laden</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="127"/>
+        <location filename="../src/settingsdialog.cpp" line="182"/>
         <source>Failed to parse the snippets file: </source>
         <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="135"/>
+        <location filename="../src/settingsdialog.cpp" line="190"/>
         <source>Clear</source>
         <translation>Leeren</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="136"/>
+        <location filename="../src/settingsdialog.cpp" line="191"/>
         <source>No shortcut</source>
         <translation>Kein Tastenkürzel</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="153"/>
+        <location filename="../src/settingsdialog.cpp" line="208"/>
         <source> characters</source>
         <translation> Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="156"/>
+        <location filename="../src/settingsdialog.cpp" line="211"/>
         <source> × 1024 characters</source>
         <translation> × 1024 Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="157"/>
+        <location filename="../src/settingsdialog.cpp" line="212"/>
         <source>Keep copied images</source>
         <translation>Kopierte Bilder behalten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="158"/>
+        <location filename="../src/settingsdialog.cpp" line="63"/>
         <source>Clear the history on quit (locked items stay)</source>
         <translation>Verlauf beim Beenden leeren (gesperrte Elemente bleiben)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="161"/>
+        <location filename="../src/settingsdialog.cpp" line="214"/>
+        <location filename="../src/settingsdialog.cpp" line="223"/>
+        <source>History file</source>
+        <translation>Verlaufsdatei</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="219"/>
         <source>Clippings to keep:</source>
         <translation>Anzahl der Einträge:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="162"/>
+        <location filename="../src/settingsdialog.cpp" line="220"/>
         <source>Ignore texts shorter than:</source>
         <translation>Texte ignorieren, kürzer als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="163"/>
+        <location filename="../src/settingsdialog.cpp" line="221"/>
         <source>Ignore texts longer than:</source>
         <translation>Texte ignorieren, länger als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="173"/>
+        <location filename="../src/settingsdialog.cpp" line="223"/>
+        <source>History file:</source>
+        <translation>Verlaufsdatei:</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="232"/>
         <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated.</source>
         <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="178"/>
+        <location filename="../src/settingsdialog.cpp" line="237"/>
         <source>Rules</source>
         <translation>Regeln</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="193"/>
+        <location filename="../src/settingsdialog.cpp" line="252"/>
         <source>Actions change a clipping&apos;s text with a small script. Run them from a clipping&apos;s menu or give them a shortcut. Changes here apply at once.</source>
         <translation>Aktionen ändern den Text eines Eintrags mit einem kleinen Skript. Führen Sie sie aus dem Menü eines Eintrags aus oder geben Sie ihnen ein Tastenkürzel. Änderungen hier gelten sofort.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="200"/>
+        <location filename="../src/settingsdialog.cpp" line="259"/>
         <source>New action</source>
         <translation>Neue Aktion</translation>
     </message>
@@ -701,127 +969,127 @@
 <context>
     <name>SnippetItemModel</name>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="28"/>
+        <location filename="../src/snippetitemmodel.cpp" line="27"/>
         <source>Info</source>
         <translation>Info</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="29"/>
+        <location filename="../src/snippetitemmodel.cpp" line="28"/>
         <source>Clipboard</source>
         <translation>Zwischenablage</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="30"/>
+        <location filename="../src/snippetitemmodel.cpp" line="29"/>
         <source>Keywords</source>
         <translation>Schlüsselwörter</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="31"/>
+        <location filename="../src/snippetitemmodel.cpp" line="30"/>
         <source>Email</source>
         <translation>E-Mail</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="32"/>
+        <location filename="../src/snippetitemmodel.cpp" line="31"/>
         <source>Get back</source>
         <translation>Rückmeldung</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="33"/>
+        <location filename="../src/snippetitemmodel.cpp" line="32"/>
         <source>Thanks</source>
         <translation>Dank</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="34"/>
+        <location filename="../src/snippetitemmodel.cpp" line="33"/>
         <source>Out of office</source>
         <translation>Abwesenheit</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="35"/>
+        <location filename="../src/snippetitemmodel.cpp" line="34"/>
         <source>Messaging</source>
         <translation>Nachrichten</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="36"/>
+        <location filename="../src/snippetitemmodel.cpp" line="35"/>
         <source>Be right back</source>
         <translation>Bin gleich zurück</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="37"/>
+        <location filename="../src/snippetitemmodel.cpp" line="36"/>
         <source>In a meeting</source>
         <translation>In einer Besprechung</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="38"/>
+        <location filename="../src/snippetitemmodel.cpp" line="37"/>
         <source>On my way</source>
         <translation>Bin unterwegs</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="39"/>
+        <location filename="../src/snippetitemmodel.cpp" line="38"/>
         <source>Sounds good</source>
         <translation>Klingt gut</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="40"/>
+        <location filename="../src/snippetitemmodel.cpp" line="39"/>
         <source>Templates</source>
         <translation>Vorlagen</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="41"/>
+        <location filename="../src/snippetitemmodel.cpp" line="40"/>
         <source>Markdown</source>
         <translation>Markdown</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="42"/>
+        <location filename="../src/snippetitemmodel.cpp" line="41"/>
         <source>Letter</source>
         <translation>Brief</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="43"/>
+        <location filename="../src/snippetitemmodel.cpp" line="42"/>
         <source>Bug report</source>
         <translation>Fehlerbericht</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="44"/>
+        <location filename="../src/snippetitemmodel.cpp" line="43"/>
         <source>Emoji</source>
         <translation>Emoji</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="45"/>
+        <location filename="../src/snippetitemmodel.cpp" line="44"/>
         <source>Pleading Face</source>
         <translation>Bittendes Gesicht</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="46"/>
+        <location filename="../src/snippetitemmodel.cpp" line="45"/>
         <source>Red Heart</source>
         <translation>Rotes Herz</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="47"/>
+        <location filename="../src/snippetitemmodel.cpp" line="46"/>
         <source>Sparkles</source>
         <translation>Funkeln</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="48"/>
+        <location filename="../src/snippetitemmodel.cpp" line="47"/>
         <source>Face with Tears of Joy</source>
         <translation>Gesicht mit Freudentränen</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="49"/>
+        <location filename="../src/snippetitemmodel.cpp" line="48"/>
         <source>Smiling Face with Heart-Eyes</source>
         <translation>Lächelndes Gesicht mit Herzaugen</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="50"/>
+        <location filename="../src/snippetitemmodel.cpp" line="49"/>
         <source>Thumbs Up</source>
         <translation>Daumen hoch</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="132"/>
+        <location filename="../src/snippetitemmodel.cpp" line="131"/>
         <source>Failed to parse the snippets file: </source>
         <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="397"/>
+        <location filename="../src/snippetitemmodel.cpp" line="388"/>
         <source>Writing the snippets file failed: </source>
         <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
     </message>
@@ -834,6 +1102,51 @@
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
 %2</translation>
+    </message>
+</context>
+<context>
+    <name>SnippetTreeView</name>
+    <message>
+        <location filename="../src/snippettreeview.cpp" line="15"/>
+        <source>Snippets</source>
+        <translation>Textbausteine</translation>
+    </message>
+    <message>
+        <location filename="../src/snippettreeview.cpp" line="76"/>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <location filename="../src/snippettreeview.cpp" line="78"/>
+        <source>Edit...</source>
+        <translation>Bearbeiten...</translation>
+    </message>
+    <message>
+        <location filename="../src/snippettreeview.cpp" line="83"/>
+        <location filename="../src/snippettreeview.cpp" line="84"/>
+        <source>New snippet</source>
+        <translation>Neuer Textbaustein</translation>
+    </message>
+    <message>
+        <location filename="../src/snippettreeview.cpp" line="87"/>
+        <location filename="../src/snippettreeview.cpp" line="88"/>
+        <source>New group</source>
+        <translation>Neue Gruppe</translation>
+    </message>
+    <message>
+        <location filename="../src/snippettreeview.cpp" line="91"/>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <location filename="../src/snippettreeview.cpp" line="101"/>
+        <source>Remove the group &apos;%1&apos; with all its snippets?</source>
+        <translation>Die Gruppe &apos;%1&apos; mit allen ihren Textbausteinen entfernen?</translation>
+    </message>
+    <message>
+        <location filename="../src/snippettreeview.cpp" line="101"/>
+        <source>Remove the snippet &apos;%1&apos;?</source>
+        <translation>Den Textbaustein &apos;%1&apos; entfernen?</translation>
     </message>
 </context>
 <context>
@@ -945,21 +1258,30 @@
     <name>TrayIcon</name>
     <message>
         <location filename="../src/trayicon.cpp" line="11"/>
+        <location filename="../src/trayicon.cpp" line="17"/>
         <source>Velmorin</source>
         <translation>Velmorin</translation>
     </message>
+    <message numerus="yes">
+        <location filename="../src/trayicon.cpp" line="17"/>
+        <source>%n clipping(s)</source>
+        <translation>
+            <numerusform>%n Eintrag</numerusform>
+            <numerusform>%n Einträge</numerusform>
+        </translation>
+    </message>
     <message>
-        <location filename="../src/trayicon.cpp" line="27"/>
+        <location filename="../src/trayicon.cpp" line="32"/>
         <source>Show</source>
         <translation>Anzeigen</translation>
     </message>
     <message>
-        <location filename="../src/trayicon.cpp" line="28"/>
+        <location filename="../src/trayicon.cpp" line="33"/>
         <source>Settings</source>
         <translation>Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/trayicon.cpp" line="33"/>
+        <location filename="../src/trayicon.cpp" line="38"/>
         <source>Quit</source>
         <translation>Beenden</translation>
     </message>

@@ -607,6 +607,8 @@ void MainWindow::pasteNext()
 
 void MainWindow::hideWindow()
 {
+    if (isVisible())
+        QSettings().setValue(SettingsKey::WindowSize, size());
     hide();
 }
 

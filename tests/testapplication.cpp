@@ -1,7 +1,9 @@
 #include "application.h"
 #include "mainwindow.h"
+#include "searchedit.h"
 #include "support/testprofile.h"
 
+#include <QMouseEvent>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -14,6 +16,7 @@ class TestApplication final : public QObject
 private slots:
     void focusLossHidesOnlyAnUnpinnedWindow();
     void foreignNativeMessagesAreNeverConsumed();
+    void resizeCursorFollowsTheMouseIntoChildren();
 };
 
 void TestApplication::focusLossHidesOnlyAnUnpinnedWindow()
@@ -45,6 +48,31 @@ void TestApplication::foreignNativeMessagesAreNeverConsumed()
     int fakeEvent = 0;
     QVERIFY(!app->nativeEventFilter("xcb_generic_event_t", &fakeEvent, nullptr));
     QCOMPARE(resumed.count(), 0);
+}
+
+void TestApplication::resizeCursorFollowsTheMouseIntoChildren()
+{
+    auto *app = qobject_cast<Application *>(QCoreApplication::instance());
+    MainWindow window(false);
+    QWidget secondary;
+    app->setSecondaryWindow(&secondary);
+    window.resize(400, 300);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+
+    // Over the window's own border: a resize cursor.
+    QMouseEvent atEdge(QEvent::MouseMove, QPointF(2, 150), window.mapToGlobal(QPointF(2, 150)),
+                       Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &atEdge);
+    QCOMPARE(window.cursor().shape(), Qt::SizeHorCursor);
+
+    // On into a child, which gets the move instead: the window's cursor is normal again.
+    QWidget *child = window.searchEdit();
+    QMouseEvent inside(QEvent::MouseMove, QPointF(5, 5), child->mapToGlobal(QPointF(5, 5)),
+                       Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(child, &inside);
+    QCOMPARE(window.cursor().shape(), Qt::ArrowCursor);
+    app->setSecondaryWindow(nullptr);
 }
 
 int main(int argc, char *argv[])

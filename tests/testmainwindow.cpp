@@ -15,6 +15,7 @@
 #include "searchview.h"
 #include "settings.h"
 #include "settingsdialog.h"
+#include "settingsevents.h"
 #include "snippet.h"
 #include "snippetitemmodel.h"
 #include "snippettreeview.h"
@@ -24,7 +25,9 @@
 #include "texttyper.h"
 #include "theme.h"
 
+#include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDir>
 #include <QMimeData>
 #include <QSettings>
@@ -55,6 +58,7 @@ private slots:
     void commandsChangeTheHistory();
     void editedTextBecomesTheNewestCopy();
     void thumbnailsStayWithinTheirBudget();
+    void settingsDialogWritesWhatItShows();
     void screenshots();
 
 private:
@@ -394,8 +398,11 @@ void TestMainWindow::commandsChangeTheHistory()
 
     view->setCurrentIndex(row(0));
     view->selectionModel()->select(row(0), QItemSelectionModel::ClearAndSelect);
+    QSignalSpy counted(m_window, &MainWindow::clippingCountChanged);
     press(view, Qt::Key_Delete);
     QCOMPARE(m_history->proxy()->rowCount(), 4);
+    // The tray's tool tip follows.
+    QCOMPARE(counted.last().first().toInt(), 4);
     QCOMPARE(m_history->rowCount(), 5);
     QCOMPARE(view->currentIndex(), row(0));
 
@@ -456,6 +463,41 @@ void TestMainWindow::thumbnailsStayWithinTheirBudget()
     m_history->requestThumbnail(oldest.data(IdRole).toUuid(), oldest.data(FilenameRole).toString());
     QTRY_VERIFY(oldest.data(ThumbnailRole).isValid());
     QCOMPARE(withThumbnail(), 64);
+}
+
+void TestMainWindow::settingsDialogWritesWhatItShows()
+{
+    m_window->showSettings();
+    SettingsDialog *dialog = m_window->settingsDialog();
+    auto *theme = dialog->findChild<QComboBox *>();
+    QCOMPARE(theme->currentData().toInt(), int(Theme::FollowSystem));
+    theme->setCurrentIndex(theme->findData(Theme::Dark));
+    const auto boxes = dialog->findChildren<QCheckBox *>();
+    const auto box = [&boxes](const QString &text) {
+        for (QCheckBox *check : boxes) {
+            if (check->text() == text)
+                return check;
+        }
+        return static_cast<QCheckBox *>(nullptr);
+    };
+    QCheckBox *plain = box(QStringLiteral("Paste as plain text by default"));
+    QCheckBox *atMouse = box(QStringLiteral("Open the paste window at the mouse"));
+    QVERIFY(plain && atMouse && !plain->isChecked() && atMouse->isChecked());
+    plain->setChecked(true);
+    atMouse->setChecked(false);
+    QSignalSpy applied(SettingsEvents::instance(), &SettingsEvents::changed);
+    dialog->accept();
+    QCOMPARE(applied.count(), 1);
+    QSettings settings;
+    QCOMPARE(settings.value(QStringLiteral("Theme")).toInt(), int(Theme::Dark));
+    QVERIFY(settings.value(QStringLiteral("PastePlainText")).toBool());
+    QVERIFY(!settings.value(QStringLiteral("OpenOnMouse")).toBool());
+    QCOMPARE(m_desktop->startWithSystem, true);
+    // Shown again, it shows what is stored.
+    settings.setValue(QStringLiteral("Theme"), int(Theme::Light));
+    m_window->showSettings();
+    QCOMPARE(theme->currentData().toInt(), int(Theme::Light));
+    dialog->reject();
 }
 
 void TestMainWindow::screenshots()
