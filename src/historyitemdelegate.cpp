@@ -2,9 +2,9 @@
 
 #include "clipping.h"
 #include "historyitemmodel.h"
+#include "itempainting.h"
 #include "relativetime.h"
 
-#include <QApplication>
 #include <QIcon>
 #include <QPainter>
 
@@ -14,14 +14,6 @@ namespace {
 
 constexpr int Margin = 6;
 constexpr int MarkSize = 12;
-
-QColor mutedColor(const QStyleOptionViewItem &option)
-{
-    const bool selected = option.state & QStyle::State_Selected;
-    QColor color = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
-    color.setAlphaF(0.6f);
-    return color;
-}
 
 QFont smallFont(const QStyleOptionViewItem &option)
 {
@@ -47,19 +39,11 @@ QSize HistoryItemDelegate::sizeHint(const QStyleOptionViewItem &option,
 void HistoryItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                                 const QModelIndex &index) const
 {
-    QStyleOptionViewItem background = option;
-    initStyleOption(&background, index);
-    background.text.clear();
-    background.icon = QIcon();
-    const QWidget *widget = option.widget;
-    QStyle *style = widget ? widget->style() : QApplication::style();
-    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &background, painter, widget);
-
+    ItemPainting::drawBackground(painter, option);
     painter->save();
     QRect area = option.rect.adjusted(Margin, 0, -Margin, 0);
-    const bool selected = option.state & QStyle::State_Selected;
     if (m_showNumbers && index.row() < 9) {
-        painter->setPen(mutedColor(option));
+        painter->setPen(ItemPainting::mutedTextColor(option));
         painter->setFont(smallFont(option));
         const int width = option.fontMetrics.horizontalAdvance(QLatin1Char('9')) + 4;
         painter->drawText(QRect(area.left(), area.top(), width, area.height()),
@@ -81,7 +65,7 @@ void HistoryItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
         area.setLeft(thumbnail.right() + Margin + 1);
     }
     painter->setFont(option.font);
-    painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->setPen(ItemPainting::textColor(option));
     const QString brief = option.fontMetrics.elidedText(index.data(BriefRole).toString(),
                                                         Qt::ElideRight, area.width());
     painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter, brief);
@@ -97,7 +81,7 @@ int HistoryItemDelegate::paintTrailer(QPainter *painter, const QStyleOptionViewI
     const QString time = RelativeTime::compact(index.data(TimeRole).toDateTime(), now);
     const int timeWidth = QFontMetrics(font).horizontalAdvance(time);
     painter->setFont(font);
-    painter->setPen(mutedColor(option));
+    painter->setPen(ItemPainting::mutedTextColor(option));
     painter->drawText(QRect(area.right() - timeWidth, area.top(), timeWidth, area.height()),
                       Qt::AlignRight | Qt::AlignVCenter, time);
     int left = area.right() - timeWidth;

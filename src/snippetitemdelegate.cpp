@@ -1,8 +1,8 @@
 #include "snippetitemdelegate.h"
 
+#include "itempainting.h"
 #include "snippet.h"
 
-#include <QApplication>
 #include <QIcon>
 #include <QPainter>
 
@@ -29,14 +29,7 @@ QSize SnippetItemDelegate::sizeHint(const QStyleOptionViewItem &option, const QM
 void SnippetItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                                 const QModelIndex &index) const
 {
-    QStyleOptionViewItem background = option;
-    initStyleOption(&background, index);
-    background.text.clear();
-    background.icon = QIcon();
-    const QWidget *widget = option.widget;
-    QStyle *style = widget ? widget->style() : QApplication::style();
-    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &background, painter, widget);
-
+    ItemPainting::drawBackground(painter, option);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     QRect area = option.rect.adjusted(Margin, 0, -Margin, 0);
@@ -44,9 +37,7 @@ void SnippetItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
     paintBadge(painter, badge, index);
     area.setLeft(badge.right() + Margin + 1);
 
-    const bool selected = option.state & QStyle::State_Selected;
-    QColor muted = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
-    muted.setAlphaF(0.6f);
+    const QColor muted = ItemPainting::mutedTextColor(option);
     const bool snippet = index.parent().isValid();
     if (snippet) {
         QStringList keys;
@@ -67,7 +58,7 @@ void SnippetItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
     QFont font = option.font;
     font.setBold(!snippet);
     painter->setFont(font);
-    painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->setPen(ItemPainting::textColor(option));
     painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter,
                       QFontMetrics(font).elidedText(index.data(Qt::DisplayRole).toString(),
                                                     Qt::ElideRight, area.width()));
