@@ -598,6 +598,8 @@ void MainWindow::pasteNext()
         return;
     m_pasteNextRow = m_pasteNextRow % (proxy->rowCount() - 1) + 1;
     const QModelIndex clipping = m_history->proxy()->mapToSource(proxy->index(m_pasteNextRow, 0));
+    // Not a new copy: moved to the top, it would be the next one to paste again.
+    m_clipboardListener->swallowNextChange();
     if (Clipping::isImage(clipping.data(Clipping::TypeRole).toInt()))
         ClipboardOps::putClippingImage(clipping, false);
     else

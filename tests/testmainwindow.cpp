@@ -5,6 +5,7 @@
 #include "clipboardops.h"
 #include "clipping.h"
 #include "clippingeditor.h"
+#include "globalshortcuts.h"
 #include "historyitemmodel.h"
 #include "historyitemview.h"
 #include "mainwindow.h"
@@ -53,6 +54,7 @@ private slots:
     void enterPastesIntoTheApplicationItCameFrom();
     void quickPasteNumbersPlainTextAndSeveralJoined();
     void typingSearchesAndEnterPastesTheFirstResult();
+    void pasteNextWalksToOlderClippings();
     void snippetPastesResolvedWithItsCaret();
     void typeTextTypesEachCharacterUntilEscape();
     void commandsChangeTheHistory();
@@ -319,6 +321,21 @@ void TestMainWindow::typingSearchesAndEnterPastesTheFirstResult()
     press(m_window->searchView(), Qt::Key_Down);
     QTest::keyRelease(m_window->searchView(), Qt::Key_Return);
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("foo one"));
+}
+
+void TestMainWindow::pasteNextWalksToOlderClippings()
+{
+    addTexts({QStringLiteral("oldest"), QStringLiteral("middle"), QStringLiteral("newest")});
+    QStringList pasted;
+    for (int press = 0; press < 3; ++press) {
+        emit m_window->shortcuts()->pasteNextActivated();
+        pasted << QGuiApplication::clipboard()->text();
+        QTest::qWait(150);
+    }
+    QCOMPARE(pasted, (QStringList{QStringLiteral("middle"), QStringLiteral("oldest"),
+                                  QStringLiteral("middle")}));
+    QCOMPARE(rowText(0), QStringLiteral("newest"));
+    QCOMPARE(m_desktop->keyLog().count(QLatin1String("+Ctrl +V")), 3);
 }
 
 void TestMainWindow::snippetPastesResolvedWithItsCaret()
