@@ -1,5 +1,7 @@
 #include "settings.h"
 
+#include "cipher.h"
+
 #include <QDir>
 #include <QSize>
 #include <QStandardPaths>
@@ -94,6 +96,21 @@ QVariant Settings::value(const QString &key)
     if (overridden != runOverrides().constEnd())
         return *overridden;
     return QSettings().value(key);
+}
+
+QString Settings::secret(const char *key)
+{
+    const QByteArray stored = QSettings().value(QLatin1String(key)).toByteArray();
+    if (stored.isEmpty())
+        return {};
+    Cipher cipher(Cipher::settingsKey());
+    return cipher.decryptText(stored);
+}
+
+void Settings::setSecret(const char *key, const QString &text)
+{
+    Cipher cipher(Cipher::settingsKey());
+    QSettings().setValue(QLatin1String(key), text.isEmpty() ? QByteArray() : cipher.encryptText(text));
 }
 
 bool Settings::writeDebugLog()

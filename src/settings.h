@@ -68,6 +68,9 @@ public:
     // history limit without touching what the user chose).
     static void setRunOverrides(const QVariantMap &overrides);
     static QVariant value(const QString &key);
+    // Secrets (the pass phrases) are stored enciphered under the settings key; empty is none.
+    static QString secret(const char *key);
+    static void setSecret(const char *key, const QString &text);
 
     static bool writeDebugLog();
     static void setWriteDebugLog(bool on);

@@ -1,0 +1,238 @@
+// What sync puts online, byte for byte: the cipher's format (vectors computed apart from this
+// code, so that a change that breaks files already online fails here), the payload forms and
+// the online names.
+#include "cipher.h"
+#include "settings.h"
+#include "support/testprofile.h"
+#include "syncpayload.h"
+
+#include <QSettings>
+#include <QTest>
+
+using SyncPayload::Result;
+
+namespace {
+
+Cipher pinned(quint64 key, Cipher::CompressionMode compression, Cipher::ProtectionMode protection,
+              quint8 random)
+{
+    Cipher cipher(key);
+    cipher.setCompressionMode(compression);
+    cipher.setProtectionMode(protection);
+    cipher.setRandomSource([random] { return random; });
+    return cipher;
+}
+
+} // namespace
+
+class TestSyncPayload final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void keysFromText();
+    void encryptionIsPinnedByteForByte();
+    void compressionOnlyWhenItPays();
+    void damagedOrForeignCipherTextIsRefused();
+    void modelPayloadsInEveryForm();
+    void previousPassPhraseStillReads();
+    void filesAreEncryptedAsTheyAre();
+    void onlineNames();
+    void secretsAreStoredEnciphered();
+
+private:
+    TestProfile m_profile;
+    const quint64 m_abc = 0xa9993e364706816aULL;
+};
+
+void TestSyncPayload::initTestCase()
+{
+    m_profile.useInThisProcess();
+}
+
+void TestSyncPayload::keysFromText()
+{
+    QCOMPARE(Cipher::keyFromText(QByteArray("abc")), m_abc);
+    QCOMPARE(Cipher::settingsKey(), 0x9340404db03c5716ULL);
+    QCOMPARE(Cipher::keyFromText(QStringLiteral("pass phrase")), 0x735f118563252287ULL);
+    QCOMPARE(qChecksum(QByteArrayView("123456789")), quint16(0x906e));
+}
+
+void TestSyncPayload::encryptionIsPinnedByteForByte()
+{
+    Cipher plain = pinned(m_abc, Cipher::CompressNever, Cipher::ProtectNone, 0x00);
+    QCOMPARE(plain.encrypt("hi").toHex(), QByteArray("03006a83ec"));
+    Cipher checksum = pinned(m_abc, Cipher::CompressNever, Cipher::ProtectChecksum, 0x5a);
+    QCOMPARE(checksum.encrypt("123456789").toHex(), QByteArray("03023021493f3b369b075bedd3ad"));
+    Cipher hash = pinned(0x735f118563252287ULL, Cipher::CompressNever, Cipher::ProtectHash, 0x01);
+    const QByteArray hashed = hash.encryptText(QStringLiteral("Grüße"));
+    QCOMPARE(hashed.toHex(),
+             QByteArray("030486523e28b0cf8b4ca40aa96207267b3f7b64b1a253052898a342f8fe"));
+    QCOMPARE(hash.decryptText(hashed), QStringLiteral("Grüße"));
+
+    // Written by another zlib at level 9; read back through the cipher's own decompression.
+    Cipher reader(m_abc);
+    QCOMPARE(reader.decrypt(QByteArray::fromHex("0303153106417749e031814b010c746ef25a30733a6f38")),
+             QByteArray("abcabcabcabcabcabcabcabcabcabcabcabcabcabcabcabc"));
+    QCOMPARE(reader.lastError(), Cipher::NoError);
+}
+
+void TestSyncPayload::compressionOnlyWhenItPays()
+{
+    QByteArray noise(64, Qt::Uninitialized);
+    for (int i = 0; i < noise.size(); ++i)
+        noise[i] = char((i * 97 + 13) ^ (i * i));
+    Cipher automatic = pinned(m_abc, Cipher::CompressAuto, Cipher::ProtectChecksum, 9);
+    QCOMPARE(automatic.encrypt(noise).at(1), char(0x02));
+    const QByteArray repeated(1000, 'x');
+    const QByteArray packed = automatic.encrypt(repeated);
+    QCOMPARE(packed.at(1), char(0x03));
+    QVERIFY(packed.size() < 100);
+    Cipher always = pinned(m_abc, Cipher::CompressAlways, Cipher::ProtectChecksum, 9);
+    const QByteArray forced = always.encrypt(noise);
+    QCOMPARE(forced.at(1), char(0x03));
+    QCOMPARE(always.decrypt(forced), noise);
+    QCOMPARE(always.decrypt(packed), repeated);
+}
+
+void TestSyncPayload::damagedOrForeignCipherTextIsRefused()
+{
+    Cipher none;
+    QTest::ignoreMessage(QtWarningMsg, "No key set.");
+    QVERIFY(none.encrypt("x").isEmpty());
+    QCOMPARE(none.lastError(), Cipher::NoKeySet);
+
+    Cipher cipher(m_abc);
+    QVERIFY(cipher.decrypt(QByteArray()).isEmpty());
+    QCOMPARE(cipher.lastError(), Cipher::UnknownVersion);
+    QTest::ignoreMessage(QtWarningMsg, "Invalid version or not a cyphertext.");
+    QVERIFY(cipher.decrypt(QByteArray::fromHex("02006a83ec")).isEmpty());
+    QCOMPARE(cipher.lastError(), Cipher::UnknownVersion);
+
+    for (const auto protection : {Cipher::ProtectChecksum, Cipher::ProtectHash}) {
+        cipher.setProtectionMode(protection);
+        QByteArray text = cipher.encrypt("the user's snippets");
+        text[text.size() - 3] = char(text.at(text.size() - 3) ^ 0x10);
+        QVERIFY(cipher.decrypt(text).isEmpty());
+        QCOMPARE(cipher.lastError(), Cipher::IntegrityFailed);
+        QVERIFY(cipher.decrypt(text.left(4)).isEmpty());
+        QCOMPARE(cipher.lastError(), Cipher::IntegrityFailed);
+        Cipher other(m_abc + 1);
+        QVERIFY(other.decrypt(cipher.encrypt("the user's snippets")).isEmpty());
+    }
+}
+
+void TestSyncPayload::modelPayloadsInEveryForm()
+{
+    const QByteArray document = R"({"magic": -18022398, "version": 8, "clippings": []})";
+    Result result = Result::Failed;
+
+    const QByteArray compressed = SyncPayload::encodeModel(document, nullptr);
+    QCOMPARE(SyncPayload::formOf(compressed), SyncPayload::Form::CompressedPlain);
+    QCOMPARE(SyncPayload::decodeModel(compressed, {}, &result), document);
+    QCOMPARE(result, Result::Ok);
+
+    Cipher cipher(Cipher::keyFromText(QStringLiteral("secret")));
+    const QByteArray encrypted = SyncPayload::encodeModel(document, &cipher);
+    QVERIFY(encrypted.startsWith("|ENCRYPTED|"));
+    QCOMPARE(SyncPayload::decodeModel(encrypted, {cipher.key(), 0}, &result), document);
+    QCOMPARE(result, Result::Ok);
+
+    // Written by hand: taken as it is.
+    QCOMPARE(SyncPayload::decodeModel(document, {}, &result), document);
+    QCOMPARE(result, Result::Ok);
+    const QByteArray snippets = R"({"magic": -18022399})";
+    QCOMPARE(SyncPayload::formOf(snippets), SyncPayload::Form::Plain);
+
+    // A JSON document of anything else is no plain file, and no compressed one either.
+    QVERIFY(SyncPayload::decodeModel(R"({"magic": 7})", {}, &result).isEmpty());
+    QCOMPARE(result, Result::Failed);
+    QVERIFY(
+        SyncPayload::decodeModel(compressed.left(compressed.size() / 2), {}, &result).isEmpty());
+    QCOMPARE(result, Result::Failed);
+    // A length prefix of 2.6 GB ahead of five bytes: refused, not allocated.
+    QVERIFY(SyncPayload::decodeModel(QByteArray::fromHex("9b0100015b"), {}, &result).isEmpty());
+    QCOMPARE(result, Result::Failed);
+    QVERIFY(SyncPayload::decodeModel("|ENCRYPTED|", {cipher.key(), 0}, &result).isEmpty());
+    QCOMPARE(result, Result::DecryptionFailed);
+    QVERIFY(SyncPayload::decodeModel(encrypted, {}, &result).isEmpty());
+    QCOMPARE(result, Result::DecryptionFailed);
+}
+
+void TestSyncPayload::previousPassPhraseStillReads()
+{
+    const QByteArray document = R"({"magic": -18022399, "version": 7})";
+    Cipher old(Cipher::keyFromText(QStringLiteral("old phrase")));
+    const QByteArray written = SyncPayload::encodeModel(document, &old);
+    const quint64 current = Cipher::keyFromText(QStringLiteral("new phrase"));
+    Result result = Result::Ok;
+    QVERIFY(SyncPayload::decodeModel(written, {current, 0}, &result).isEmpty());
+    QCOMPARE(result, Result::DecryptionFailed);
+    QCOMPARE(SyncPayload::decodeModel(written, {current, old.key()}, &result), document);
+    QCOMPARE(result, Result::Ok);
+}
+
+void TestSyncPayload::filesAreEncryptedAsTheyAre()
+{
+    const QByteArray png = QByteArray::fromHex("89504e470d0a1a0a0000000d49484452");
+    Result result = Result::Failed;
+    QCOMPARE(SyncPayload::encodeFile(png, nullptr), png);
+    QCOMPARE(SyncPayload::decodeFile(png, {}, &result), png);
+    Cipher cipher(Cipher::keyFromText(QStringLiteral("secret")));
+    const QByteArray encrypted = SyncPayload::encodeFile(png, &cipher);
+    QVERIFY(encrypted.startsWith("|ENCRYPTED|"));
+    QCOMPARE(SyncPayload::decodeFile(encrypted, {cipher.key(), 0}, &result), png);
+    QVERIFY(SyncPayload::decodeFile(encrypted, {cipher.key() ^ 1, 0}, &result).isEmpty());
+    QCOMPARE(result, Result::DecryptionFailed);
+}
+
+void TestSyncPayload::onlineNames()
+{
+    const QString hash(64, QLatin1Char('a'));
+    const QString name = SyncPayload::modelFileName(QStringLiteral("History.json"), hash);
+    QCOMPARE(name, QStringLiteral("History#") + hash + QStringLiteral(".json"));
+    QString base;
+    QString parsed;
+    QVERIFY(SyncPayload::parseModelFileName(name, &base, &parsed));
+    QCOMPARE(base, QStringLiteral("History"));
+    QCOMPARE(parsed, hash);
+    QVERIFY(SyncPayload::parseModelFileName(QStringLiteral("Snippets.json"), &base, &parsed));
+    QCOMPARE(base, QStringLiteral("Snippets"));
+    QVERIFY(parsed.isEmpty());
+    QTest::ignoreMessage(QtWarningMsg, "Filename has incorrect parts: History#a.b.json");
+    QVERIFY(!SyncPayload::parseModelFileName(QStringLiteral("History#a.b.json"), &base, &parsed));
+
+    const QDateTime created(QDate(2026, 11, 22), QTime(10, 15, 7));
+    QCOMPARE(SyncPayload::actionFileName(created, QStringLiteral("1234.json")),
+             QStringLiteral("action_20261122T101507_1234.json"));
+    QCOMPARE(SyncPayload::actionFileName({}, QStringLiteral("1234.json")),
+             QStringLiteral("action_20200101T000000_1234.json"));
+    QCOMPARE(SyncPayload::imageFileName(QStringLiteral("{id}_shot.png")),
+             QStringLiteral("image_{id}_shot.png"));
+    QCOMPARE(SyncPayload::downloadParts(QStringLiteral("image_{id}_shot.png")).size(), 3);
+    // Strict on download: an underscore in the local name makes four parts.
+    QVERIFY(
+        SyncPayload::downloadParts(QStringLiteral("action_20200101T000000_my_a.json")).isEmpty());
+    QCOMPARE(SyncPayload::localFileName(QStringLiteral("action_20200101T000000_my_a.json")),
+             QStringLiteral("my_a.json"));
+}
+
+void TestSyncPayload::secretsAreStoredEnciphered()
+{
+    Settings::setSecret(SettingsKey::Passphrase, QStringLiteral("correct horse"));
+    const QByteArray stored = QSettings().value(QStringLiteral("Passphrase")).toByteArray();
+    QVERIFY(!stored.contains("correct horse"));
+    QCOMPARE(stored.at(0), char(3));
+    QCOMPARE(Cipher(Cipher::settingsKey()).decryptText(stored), QStringLiteral("correct horse"));
+    QCOMPARE(Settings::secret(SettingsKey::Passphrase), QStringLiteral("correct horse"));
+    QCOMPARE(SyncPayload::storedKeys().current,
+             Cipher::keyFromText(QStringLiteral("correct horse")));
+    QCOMPARE(SyncPayload::storedKeys().previous, quint64(0));
+    Settings::setSecret(SettingsKey::Passphrase, QString());
+    QVERIFY(Settings::secret(SettingsKey::Passphrase).isEmpty());
+    QCOMPARE(SyncPayload::storedKeys().current, quint64(0));
+}
+
+QTEST_GUILESS_MAIN(TestSyncPayload)
+#include "testsyncpayload.moc"
