@@ -110,7 +110,8 @@ QString Settings::secret(const char *key)
 void Settings::setSecret(const char *key, const QString &text)
 {
     Cipher cipher(Cipher::settingsKey());
-    QSettings().setValue(QLatin1String(key), text.isEmpty() ? QByteArray() : cipher.encryptText(text));
+    QSettings().setValue(QLatin1String(key),
+                         text.isEmpty() ? QByteArray() : cipher.encryptText(text));
 }
 
 bool Settings::writeDebugLog()
