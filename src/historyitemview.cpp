@@ -155,11 +155,10 @@ void HistoryItemView::addToSnippets(const QModelIndex &clipping, const QModelInd
     const QString text = clipping.data(TextRole).toString();
     // The brief is one line already; a long one is cut at a word.
     QString title = clipping.data(BriefRole).toString();
-    if (title.size() > 40)
-        title = title.left(title.lastIndexOf(QLatin1Char(' '), 40) > 10
-                               ? title.lastIndexOf(QLatin1Char(' '), 40)
-                               : 40) +
-                QStringLiteral("…");
+    if (title.size() > 40) {
+        const qsizetype space = title.lastIndexOf(QLatin1Char(' '), 40);
+        title = title.left(space > 10 ? space : 40) + QStringLiteral("…");
+    }
     m_snippets->addSnippet(group, title, text);
 }
 
