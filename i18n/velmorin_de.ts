@@ -437,12 +437,12 @@
 %2</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="195"/>
+        <location filename="../src/historyitemview.cpp" line="194"/>
         <source>&amp;Paste</source>
         <translation>&amp;Einfügen</translation>
     </message>
     <message numerus="yes">
-        <location filename="../src/historyitemview.cpp" line="195"/>
+        <location filename="../src/historyitemview.cpp" line="194"/>
         <source>&amp;Paste %n items joined</source>
         <translation>
             <numerusform>%n Eintrag &amp;verbunden einfügen</numerusform>
@@ -450,72 +450,72 @@
         </translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="199"/>
+        <location filename="../src/historyitemview.cpp" line="198"/>
         <source>Paste as &amp;image</source>
         <translation>Als &amp;Bild einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="201"/>
+        <location filename="../src/historyitemview.cpp" line="200"/>
         <source>Paste as &amp;file</source>
         <translation>Als &amp;Datei einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="205"/>
+        <location filename="../src/historyitemview.cpp" line="204"/>
         <source>Paste as &amp;plain text</source>
         <translation>Als &amp;reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="209"/>
+        <location filename="../src/historyitemview.cpp" line="208"/>
         <source>&amp;Type text</source>
         <translation>Text &amp;tippen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="221"/>
+        <location filename="../src/historyitemview.cpp" line="220"/>
         <source>&amp;Edit text...</source>
         <translation>Text &amp;bearbeiten...</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="223"/>
+        <location filename="../src/historyitemview.cpp" line="222"/>
         <source>&amp;Join into a new clipping</source>
         <translation>Zu neuem Eintrag &amp;zusammenfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="224"/>
+        <location filename="../src/historyitemview.cpp" line="223"/>
         <source>Re&amp;verse the order</source>
         <translation>Reihenfolge &amp;umkehren</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="230"/>
+        <location filename="../src/historyitemview.cpp" line="229"/>
         <source>Clear st&amp;yle</source>
         <translation>Formatierung &amp;entfernen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="233"/>
+        <location filename="../src/historyitemview.cpp" line="232"/>
         <source>P&amp;in to the top</source>
         <translation>Oben an&amp;heften</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="237"/>
+        <location filename="../src/historyitemview.cpp" line="236"/>
         <source>&amp;Keep forever</source>
         <translation>&amp;Für immer behalten</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="254"/>
+        <location filename="../src/historyitemview.cpp" line="253"/>
         <source>&amp;Remove</source>
         <translation>&amp;Entfernen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="260"/>
+        <location filename="../src/historyitemview.cpp" line="259"/>
         <source>Add to &amp;snippets</source>
         <translation>Zu &amp;Textbausteinen hinzufügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="272"/>
+        <location filename="../src/historyitemview.cpp" line="271"/>
         <source>New group</source>
         <translation>Neue Gruppe</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="273"/>
+        <location filename="../src/historyitemview.cpp" line="272"/>
         <source>Clippings</source>
         <translation>Einträge</translation>
     </message>
@@ -1252,6 +1252,27 @@
         <location filename="../src/snippetseditor.cpp" line="232"/>
         <source>Delete the group &apos;%1&apos; with all its snippets?</source>
         <translation>Die Gruppe &apos;%1&apos; mit allen Textbausteinen löschen?</translation>
+    </message>
+</context>
+<context>
+    <name>SyncLocalFolder</name>
+    <message>
+        <location filename="../src/synclocalfolder.cpp" line="16"/>
+        <source>Select sync target folder</source>
+        <translation>Ordner für die Synchronisation wählen</translation>
+    </message>
+    <message>
+        <location filename="../src/synclocalfolder.h" line="27"/>
+        <source>Local folder</source>
+        <translation>Lokaler Ordner</translation>
+    </message>
+</context>
+<context>
+    <name>SyncNone</name>
+    <message>
+        <location filename="../src/syncnone.h" line="20"/>
+        <source>None</source>
+        <translation>Keine</translation>
     </message>
 </context>
 <context>

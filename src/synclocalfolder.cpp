@@ -1,0 +1,122 @@
+#include "synclocalfolder.h"
+
+#include "settings.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QSettings>
+#include <QTimer>
+
+SyncLocalFolder::SyncLocalFolder(QObject *parent) : ISyncTarget(parent)
+{
+    m_chooser = [] {
+        return QFileDialog::getExistingDirectory(
+            nullptr, tr("Select sync target folder"), QDir::homePath(),
+            QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks);
+    };
+    readSetting();
+}
+
+void SyncLocalFolder::readSetting()
+{
+    const QSettings settings;
+    m_configured = settings.contains(QLatin1String(SettingsKey::SyncFolder));
+    m_folder = settings.value(QLatin1String(SettingsKey::SyncFolder)).toString();
+}
+
+bool SyncLocalFolder::isValid() const
+{
+    return m_configured && !m_folder.isEmpty() && QDir(m_folder).exists();
+}
+
+QString SyncLocalFolder::pathOf(const QString &fileName) const
+{
+    return m_folder + QDir::separator() + fileName;
+}
+
+void SyncLocalFolder::answer(std::function<void()> emitter)
+{
+    QTimer::singleShot(0, this, std::move(emitter));
+}
+
+void SyncLocalFolder::initialise(InitMode mode)
+{
+    readSetting();
+    if (mode == AlwaysAsk || (mode == AskIfMissing && !isValid())) {
+        askForFolder();
+        return;
+    }
+    const bool valid = isValid();
+    answer([this, valid] { emit initialized(valid); });
+}
+
+void SyncLocalFolder::askForFolder()
+{
+    const QString chosen = m_chooser();
+    // A cancelled chooser keeps the folder there was.
+    if (!chosen.isEmpty()) {
+        QSettings().setValue(QLatin1String(SettingsKey::SyncFolder), chosen);
+        readSetting();
+    }
+    const bool ready = !m_folder.isEmpty() && QDir().mkpath(m_folder);
+    if (ready)
+        m_configured = true;
+    answer([this, ready] { emit initialized(ready); });
+}
+
+void SyncLocalFolder::listFiles()
+{
+    const QDir folder(m_folder);
+    if (m_folder.isEmpty() || !folder.exists()) {
+        qWarning() << "The folder doesn't exist" << m_folder;
+        return;
+    }
+    QList<OnlineFile> files;
+    for (const QFileInfo &file : folder.entryInfoList(QDir::Files | QDir::Hidden, QDir::NoSort)) {
+        const QString created = file.lastModified().toString(Qt::ISODate);
+        files.append({file.fileName(), file.fileName(), created});
+    }
+    // The engine asks for the list while its own is empty; this entry matches no name.
+    files.append(OnlineFile{});
+    answer([this, files] { emit filesListed(files); });
+}
+
+void SyncLocalFolder::download(int kind, const SyncEntry &entry)
+{
+    QFile file(pathOf(entry.onlineName));
+    if (!file.open(QIODevice::ReadOnly)) {
+        qWarning() << "Unable to open file for reading" << file.fileName();
+        return;
+    }
+    const QByteArray bytes = file.readAll();
+    answer([this, kind, entry, bytes] { emit downloaded(kind, entry, bytes); });
+}
+
+void SyncLocalFolder::upload(int kind, const SyncEntry &entry, const QByteArray &bytes)
+{
+    QFile file(pathOf(entry.file));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        qWarning() << "Unable to open file for writing" << file.fileName();
+        return;
+    }
+    if (file.write(bytes) != bytes.size()) {
+        qWarning() << "Unable to write to file" << file.fileName();
+        file.close();
+        return;
+    }
+    file.close();
+    SyncEntry written = entry;
+    written.onlineName = entry.file;
+    answer([this, kind, written] { emit uploaded(kind, written); });
+}
+
+void SyncLocalFolder::remove(const SyncEntry &entry)
+{
+    if (!QFile::remove(pathOf(entry.onlineName))) {
+        qWarning() << "Unable to remove file" << pathOf(entry.onlineName);
+        return;
+    }
+    answer([this, entry] { emit removed(entry); });
+}
