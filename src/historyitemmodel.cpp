@@ -317,12 +317,15 @@ void HistoryItemModel::setPinned(int row, bool pinned)
 
 void HistoryItemModel::moveToOrderedRow(int row)
 {
-    const QList<QStandardItem *> taken = takeRow(row);
-    const QStandardItem *clipping = taken.first();
+    insertOrdered(takeRow(row).first());
+}
+
+void HistoryItemModel::insertOrdered(QStandardItem *clipping)
+{
     const int target = m_index->insertionRow(clipping->data(PinnedRole).toBool(),
                                              clipping->data(TimeRole).toDateTime());
     m_index->expectOrderedInsert();
-    insertRow(target, taken);
+    insertRow(target, clipping);
 }
 
 QList<QStandardItem *> HistoryItemModel::takeRows(QList<int> rows)
@@ -348,9 +351,7 @@ void HistoryItemModel::reverseOrder(QList<int> rows)
         QStandardItem *clipping = clippings.at(clippings.size() - 1 - i);
         clipping->setData(places.at(i).first, TimeRole);
         clipping->setData(places.at(i).second, PinnedRole);
-        const int target = m_index->insertionRow(places.at(i).second, places.at(i).first);
-        m_index->expectOrderedInsert();
-        insertRow(target, clipping);
+        insertOrdered(clipping);
     }
     if (!clippings.isEmpty())
         save(true);

@@ -128,6 +128,8 @@ private:
                      const QUrl &source);
     void makeThumbnail(const QUuid &id, const QString &fileName);
     void moveToOrderedRow(int row);
+    // Inserts above the first row it goes above: pinned first, newest first.
+    void insertOrdered(QStandardItem *clipping);
     QList<QStandardItem *> takeRows(QList<int> rows);
     void keepUnreadableFile() const;
     void onSaveFinished(const QString &path, int result, bool tellSync);

@@ -65,6 +65,15 @@ QToolButton *newToolButton(QWidget *parent, const char *icon, const QString &tex
     return button;
 }
 
+// An image clipping goes as the image, a text clipping in the mode given.
+void putOnClipboard(const QModelIndex &clipping, int textMode)
+{
+    if (Clipping::isImage(clipping.data(Clipping::TypeRole).toInt()))
+        ClipboardOps::putClippingImage(clipping, false);
+    else
+        ClipboardOps::putClippingText(clipping, textMode);
+}
+
 } // namespace
 
 MainWindow::MainWindow(bool testModes, QWidget *parent)
@@ -517,12 +526,17 @@ void MainWindow::toggleAtMouse()
     QTimer::singleShot(0, m_searchModel, &SearchModel::prepare);
 }
 
-void MainWindow::finishPaste(ClipboardOps::CursorSteps steps)
+void MainWindow::returnFocus()
 {
     if (!isPinned())
         hideWindow();
     if (m_previousWindow)
         Platform::activateWindow(m_previousWindow);
+}
+
+void MainWindow::finishPaste(ClipboardOps::CursorSteps steps)
+{
+    returnFocus();
     ClipboardOps::delayedPasteWithCursor(steps);
 }
 
@@ -538,10 +552,7 @@ void MainWindow::pasteClippings(const QModelIndexList &proxyIndexes, int mode)
         const QModelIndex clipping = m_history->proxy()->mapToSource(proxyIndexes.first());
         if (!clipping.isValid())
             return;
-        if (Clipping::isImage(clipping.data(Clipping::TypeRole).toInt()))
-            ClipboardOps::putClippingImage(clipping, false);
-        else
-            ClipboardOps::putClippingText(clipping, mode);
+        putOnClipboard(clipping, mode);
         finishPaste();
         return;
     }
@@ -584,10 +595,7 @@ void MainWindow::pasteSnippet(const QModelIndex &snippet)
 
 void MainWindow::typeText(const QString &text)
 {
-    if (!isPinned())
-        hideWindow();
-    if (m_previousWindow)
-        Platform::activateWindow(m_previousWindow);
+    returnFocus();
     m_typer->start(text);
 }
 
@@ -600,10 +608,7 @@ void MainWindow::pasteNext()
     const QModelIndex clipping = m_history->proxy()->mapToSource(proxy->index(m_pasteNextRow, 0));
     // Not a new copy: moved to the top, it would be the next one to paste again.
     m_clipboardListener->swallowNextChange();
-    if (Clipping::isImage(clipping.data(Clipping::TypeRole).toInt()))
-        ClipboardOps::putClippingImage(clipping, false);
-    else
-        ClipboardOps::putClippingText(clipping, ClipboardOps::WithFormatting);
+    putOnClipboard(clipping, ClipboardOps::WithFormatting);
     ClipboardOps::paste();
 }
 

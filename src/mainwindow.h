@@ -117,6 +117,7 @@ private:
     // Hides the window unless it is pinned and hands the focus back to the application the
     // window was opened from, then pastes once it has it.
     void finishPaste(ClipboardOps::CursorSteps steps = {-1, 0});
+    void returnFocus();
     void placeAtMouse();
 
     bool m_testModes;
