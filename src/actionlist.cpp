@@ -186,15 +186,18 @@ void ActionList::editAction(QListWidgetItem *item)
     if (!item)
         return;
     ActionEditor editor(indexFromItem(item), this);
-    editor.exec();
+    if (editor.exec() == QDialog::Accepted)
+        SettingsEvents::instance()->notifyActionFilesEdited();
     load();
 }
 
 void ActionList::newAction()
 {
     ActionEditor editor(QModelIndex(), this);
-    if (editor.exec() == QDialog::Accepted)
-        load();
+    if (editor.exec() != QDialog::Accepted)
+        return;
+    load();
+    SettingsEvents::instance()->notifyActionFilesEdited();
 }
 
 void ActionList::askForShortcut(QListWidgetItem *item)
@@ -233,6 +236,7 @@ void ActionList::deleteAction(QListWidgetItem *item)
         QMessageBox::warning(this, QStringLiteral("Velmorin"),
                              tr("Failed to delete the file '%1'.").arg(path));
     }
+    SettingsEvents::instance()->notifyActionFilesEdited();
     load();
     // Its hidden flag and shortcut go with it.
     writeSettings();

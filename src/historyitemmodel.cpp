@@ -573,8 +573,13 @@ void HistoryItemModel::recordApplication(const QString &application, const QPixm
 void HistoryItemModel::copyToCache(const QStandardItem *item, const QImage &image,
                                    const QByteArray &bytes, const QUrl &source)
 {
-    const QUuid id = item->data(IdRole).toUuid();
-    const QString fileName = item->data(FilenameRole).toString();
+    writeToCache(item->data(IdRole).toUuid(), item->data(FilenameRole).toString(), image, bytes,
+                 source);
+}
+
+void HistoryItemModel::writeToCache(const QUuid &id, const QString &fileName, const QImage &image,
+                                    const QByteArray &bytes, const QUrl &source)
+{
     auto *task = new CopyToCache(image, bytes, id, fileName, source);
     connect(
         task, &CopyToCache::done, this, [this, id, fileName] { makeThumbnail(id, fileName); },
@@ -688,18 +693,39 @@ QString HistoryItemModel::hash()
         QCryptographicHash::hash(serialize(), QCryptographicHash::Sha256).toHex());
 }
 
+QStringList HistoryItemModel::imageNames() const
+{
+    QStringList names;
+    for (int row = 0; row < rowCount(); ++row) {
+        const QStandardItem *clipping = item(row);
+        if (isImage(clipping->data(TypeRole).toInt()) && !clipping->data(RemovedRole).toBool())
+            names.append(idFolderName(clipping->data(IdRole).toUuid()) + QLatin1Char('_') +
+                         clipping->data(FilenameRole).toString());
+    }
+    return names;
+}
+
+void HistoryItemModel::receiveImage(const QUuid &id, const QString &fileName,
+                                    const QByteArray &bytes)
+{
+    writeToCache(id, fileName, QImage(), bytes, QUrl());
+}
+
 bool HistoryItemModel::merge(const QByteArray &downloaded, QByteArray &output,
                              SyncDirection direction)
 {
-    Q_UNUSED(direction) // the engine decides what goes where; the history merges alike
     const int rowsBefore = rowCount();
     int kept = 0;
     if (!downloaded.isEmpty()) {
-        kept = deserialize(downloaded);
-        if (kept < 0) {
+        HistoryFile::Document document;
+        if (!HistoryFile::decode(downloaded, &document)) {
             output.clear();
             return false;
         }
+        // A download from the server replaces what is here, as the user confirmed.
+        if (direction == SyncDirection::FromServer)
+            clearRows();
+        kept = mergeDocument(document, true);
     }
     output = serialize();
     const bool changed = kept > 0 || rowCount() != rowsBefore;

@@ -86,6 +86,9 @@ public:
     void reloadSettings();
     bool indexIsConsistent() const;
 
+    // "{id}_file.png" for every image clipping that is not removed: the files sync keeps online.
+    QStringList imageNames() const;
+
     QString hash() override;
     bool merge(const QByteArray &downloaded, QByteArray &output, SyncDirection direction) override;
 
@@ -95,6 +98,8 @@ public slots:
     // deletes it later.
     void addMimeData(QMimeData *data, const QPixmap &icon, const QString &application);
     void setThumbnail(const QImage &image, const QUuid &id);
+    // An image file that came from another computer, for the clipping with that id.
+    void receiveImage(const QUuid &id, const QString &fileName, const QByteArray &bytes);
 
 signals:
     // Something the user must see, for a warning box titled "Velmorin".
@@ -126,6 +131,8 @@ private:
     void recordApplication(const QString &application, const QPixmap &icon);
     void copyToCache(const QStandardItem *item, const QImage &image, const QByteArray &bytes,
                      const QUrl &source);
+    void writeToCache(const QUuid &id, const QString &fileName, const QImage &image,
+                      const QByteArray &bytes, const QUrl &source);
     void makeThumbnail(const QUuid &id, const QString &fileName);
     void moveToOrderedRow(int row);
     // Inserts above the first row it goes above: pinned first, newest first.

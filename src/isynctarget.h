@@ -47,6 +47,9 @@ public:
     virtual void upload(int kind, const SyncEntry &entry, const QByteArray &bytes) = 0;
     virtual void remove(const SyncEntry &entry) = 0;
     virtual QString name() const = 0;
+    // True while an answer to an earlier call is still to come. A target that drops a failed
+    // call without answering has none pending, which tells the engine the call is lost.
+    virtual bool hasPendingAnswers() const { return false; }
 
 signals:
     void initialized(bool success);
@@ -54,4 +57,9 @@ signals:
     void downloaded(int kind, const SyncEntry &entry, const QByteArray &bytes);
     void uploaded(int kind, const SyncEntry &entry);
     void removed(const SyncEntry &entry);
+    // Failure answers, for targets that report failures.
+    void listFailed();
+    void downloadFailed(int kind, const SyncEntry &entry);
+    void uploadFailed(int kind, const SyncEntry &entry);
+    void removeFailed(const SyncEntry &entry);
 };

@@ -24,6 +24,7 @@
 #include "searchview.h"
 #include "settings.h"
 #include "settingsdialog.h"
+#include "settingsevents.h"
 #include "snippet.h"
 #include "snippetfile.h"
 #include "snippetitemdelegate.h"
@@ -31,6 +32,7 @@
 #include "snippetplaceholders.h"
 #include "snippetshortcuts.h"
 #include "snippettreeview.h"
+#include "sync.h"
 #include "texttyper.h"
 
 #include <QButtonGroup>
@@ -113,6 +115,7 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
     ActionFiles::writeListing(ActionFiles::listedActions());
     m_actionShortcuts = new ActionShortcuts(this);
     loadSnippets();
+    createSync();
 
     const QSize size = QSettings().value(SettingsKey::WindowSize).toSize();
     resize(size.isValid() ? size : QSize(420, 520));
@@ -621,11 +624,44 @@ void MainWindow::hideWindow()
 
 void MainWindow::showSettings()
 {
-    if (!m_settingsDialog)
-        m_settingsDialog = new SettingsDialog(m_snippets, this);
+    if (!m_settingsDialog) {
+        m_settingsDialog = new SettingsDialog(m_snippets, m_sync, this);
+        connect(m_settingsDialog, &SettingsDialog::encryptionChanged, this, [this] {
+            m_sync->setSettings(Sync::storedSettings());
+            m_sync->queueResyncAll();
+            m_sync->syncAll(SyncDirection::Both);
+        });
+        connect(m_settingsDialog, &QDialog::accepted, this,
+                [this] { m_sync->setSettings(Sync::storedSettings()); });
+    }
     m_settingsDialog->show();
     m_settingsDialog->raise();
     m_settingsDialog->activateWindow();
+}
+
+void MainWindow::createSync()
+{
+    m_sync = new Sync(this);
+    m_sync->setModels(m_history, m_snippets);
+    m_sync->setImageNames([this] { return m_history->imageNames(); });
+    connect(m_history, &HistoryItemModel::syncRequested, m_sync,
+            [this] { m_sync->sync(Sync::History, m_history, SyncDirection::Both); });
+    connect(m_snippets, &SnippetItemModel::syncRequested, m_sync,
+            [this] { m_sync->sync(Sync::Snippets, m_snippets, SyncDirection::Both); });
+    connect(m_sync, &Sync::imageDownloaded, m_history, &HistoryItemModel::receiveImage);
+    connect(m_sync, &Sync::actionsChanged, this, [] {
+        ActionFiles::writeListing(ActionFiles::listedActions());
+        SettingsEvents::instance()->notifyActionsChanged();
+    });
+    connect(SettingsEvents::instance(), &SettingsEvents::actionFilesEdited, m_sync,
+            &Sync::syncActions);
+    if (auto *app = qobject_cast<Application *>(QCoreApplication::instance()))
+        connect(app, &Application::powerResume, m_sync,
+                [this] { m_sync->syncAll(SyncDirection::Both); });
+    m_sync->connectNotifier();
+    // Whatever the other computers did while this one was off.
+    if (m_sync->activeTarget()->isValid())
+        QTimer::singleShot(0, m_sync, [this] { m_sync->syncAll(SyncDirection::Both); });
 }
 
 void MainWindow::editSnippet(const QModelIndex &item)

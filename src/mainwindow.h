@@ -26,6 +26,7 @@ class SettingsDialog;
 class SnippetItemModel;
 class SnippetShortcuts;
 class SnippetTreeView;
+class Sync;
 class TextTyper;
 
 // The paste window: a compact frameless window opened by the global shortcut at the mouse,
@@ -84,6 +85,7 @@ public:
     SearchModel *searchModel() const { return m_searchModel; }
     SearchView *searchView() const { return m_searchView; }
     TextTyper *textTyper() const { return m_typer; }
+    Sync *sync() const { return m_sync; }
     FramelessHelper *framelessHelper() const { return m_helper; }
     SettingsDialog *settingsDialog() const;
     ClippingEditor *clippingEditor() const;
@@ -107,6 +109,7 @@ private:
     void createKeys();
     void loadHistory();
     void loadSnippets();
+    void createSync();
     void updateEmptyState();
     void keepActionResult(const QModelIndex &proxyIndex, const QString &text);
     void editClipping(const QModelIndex &proxyIndex);
@@ -140,6 +143,7 @@ private:
     SnippetItemModel *m_snippets = nullptr;
     SnippetShortcuts *m_snippetShortcuts = nullptr;
     TextTyper *m_typer = nullptr;
+    Sync *m_sync = nullptr;
     int m_pasteNextRow = 0;
     Page m_lastListPage = HistoryPage;
     quint64 m_previousWindow = 0;

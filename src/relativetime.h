@@ -8,5 +8,8 @@
 namespace RelativeTime {
 
 QString compact(const QDateTime &time, const QDateTime &now);
+// The long form for a time span in milliseconds: "A few seconds ago", "5 minutes ago" ...
+// The singular texts cover one second only, so 61 seconds read "1 minutes ago".
+QString ago(qint64 milliseconds);
 
 } // namespace RelativeTime

@@ -42,6 +42,7 @@ inline constexpr char Passphrase[] = "Passphrase";
 inline constexpr char PreviousPassphrase[] = "PreviousPassphrase";
 inline constexpr char SyncFolder[] = "SyncFolder";
 inline constexpr char LastSync[] = "LastSync";
+inline constexpr char SyncStatus[] = "SyncStatus";
 inline constexpr char StartAutomatically[] = "StartAutomatically";
 inline constexpr char OpenOnMouse[] = "OpenOnMouse";
 inline constexpr char WindowSize[] = "WindowSize";

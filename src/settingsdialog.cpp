@@ -8,6 +8,7 @@
 #include "settingsevents.h"
 #include "snippetitemmodel.h"
 #include "snippetseditor.h"
+#include "syncsettingspage.h"
 #include "theme.h"
 
 #include <QCheckBox>
@@ -30,7 +31,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-SettingsDialog::SettingsDialog(SnippetItemModel *snippets, QWidget *parent)
+SettingsDialog::SettingsDialog(SnippetItemModel *snippets, Sync *sync, QWidget *parent)
     : QDialog(parent), m_snippets(snippets), m_pages(new QTabWidget(this))
 {
     setWindowTitle(tr("Velmorin Settings"));
@@ -42,6 +43,10 @@ SettingsDialog::SettingsDialog(SnippetItemModel *snippets, QWidget *parent)
     m_pages->addTab(createActionsPage(), tr("Actions"));
     if (m_snippets)
         m_pages->insertTab(m_pages->count() - 1, createSnippetsPage(), tr("Snippets"));
+    if (sync) {
+        m_syncPage = new SyncSettingsPage(sync, this);
+        m_pages->addTab(m_syncPage, tr("Sync"));
+    }
 
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -294,6 +299,8 @@ void SettingsDialog::load()
         m_snippetPath->setText(
             QDir::toNativeSeparators(settings.value(SettingsKey::SnippetFilePath).toString()));
     m_applications->load();
+    if (m_syncPage)
+        m_syncPage->load();
 }
 
 void SettingsDialog::save()
@@ -326,7 +333,10 @@ void SettingsDialog::save()
                           QDir::fromNativeSeparators(m_snippetPath->text().trimmed()));
     Platform::applyStartWithSystem(m_startAutomatically->isChecked());
     m_applications->save();
+    const bool encryptionChanged = m_syncPage && m_syncPage->save();
     SettingsEvents::instance()->notifyChanged();
+    if (encryptionChanged)
+        emit this->encryptionChanged();
 }
 
 void SettingsDialog::showSnippet(const QModelIndex &item)

@@ -12,6 +12,8 @@ class QSpinBox;
 class QTabWidget;
 class SnippetItemModel;
 class SnippetsEditor;
+class Sync;
+class SyncSettingsPage;
 
 // The settings of the program, a page per area. Changes are written when the dialog is accepted,
 // and the parts that keep copies of them are told to read them again.
@@ -21,12 +23,18 @@ class SettingsDialog final : public QDialog
 
 public:
     // snippets: the tree that the export and import commands work on; none hides them.
-    explicit SettingsDialog(SnippetItemModel *snippets = nullptr, QWidget *parent = nullptr);
+    // sync: the engine the sync page drives; none hides the page.
+    explicit SettingsDialog(SnippetItemModel *snippets = nullptr, Sync *sync = nullptr,
+                            QWidget *parent = nullptr);
 
     void load();
     void save();
     // Opens the snippets page at the snippet or group.
     void showSnippet(const QModelIndex &item);
+
+signals:
+    // Accepted with other encryption settings: everything online must be written again.
+    void encryptionChanged();
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -67,4 +75,5 @@ private:
     ApplicationsList *m_applications = nullptr;
     ActionList *m_actions = nullptr;
     SnippetsEditor *m_snippetsEditor = nullptr;
+    SyncSettingsPage *m_syncPage = nullptr;
 };

@@ -13,11 +13,14 @@ public:
 
     void notifyChanged() { emit changed(); }
     void notifyActionsChanged() { emit actionsChanged(); }
+    void notifyActionFilesEdited() { emit actionFilesEdited(); }
 
 signals:
     void changed();
     // Action shortcuts or the listing of actions were written.
     void actionsChanged();
+    // The user saved, created or deleted an action file.
+    void actionFilesEdited();
 
 private:
     SettingsEvents() = default;

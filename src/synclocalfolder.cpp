@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QSaveFile>
 #include <QSettings>
 #include <QTimer>
 
@@ -38,7 +39,11 @@ QString SyncLocalFolder::pathOf(const QString &fileName) const
 
 void SyncLocalFolder::answer(std::function<void()> emitter)
 {
-    QTimer::singleShot(0, this, std::move(emitter));
+    ++m_pending;
+    QTimer::singleShot(0, this, [this, emitter = std::move(emitter)] {
+        --m_pending;
+        emitter();
+    });
 }
 
 void SyncLocalFolder::initialise(InitMode mode)
@@ -96,17 +101,17 @@ void SyncLocalFolder::download(int kind, const SyncEntry &entry)
 
 void SyncLocalFolder::upload(int kind, const SyncEntry &entry, const QByteArray &bytes)
 {
-    QFile file(pathOf(entry.file));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+    // Replaced as a whole, so that a computer reading the folder meanwhile never sees half a
+    // file under a name whose hash promises the whole.
+    QSaveFile file(pathOf(entry.file));
+    if (!file.open(QIODevice::WriteOnly)) {
         qWarning() << "Unable to open file for writing" << file.fileName();
         return;
     }
-    if (file.write(bytes) != bytes.size()) {
+    if (file.write(bytes) != bytes.size() || !file.commit()) {
         qWarning() << "Unable to write to file" << file.fileName();
-        file.close();
         return;
     }
-    file.close();
     SyncEntry written = entry;
     written.onlineName = entry.file;
     answer([this, kind, written] { emit uploaded(kind, written); });

@@ -25,6 +25,7 @@ public:
     void upload(int kind, const SyncEntry &entry, const QByteArray &bytes) override;
     void remove(const SyncEntry &entry) override;
     QString name() const override { return tr("Local folder"); }
+    bool hasPendingAnswers() const override { return m_pending > 0; }
 
 private:
     void readSetting();
@@ -36,4 +37,5 @@ private:
     QString m_folder;
     bool m_configured = false;
     std::function<QString()> m_chooser;
+    int m_pending = 0;
 };

@@ -1,0 +1,529 @@
+// The sync engine against a real shared folder, with content objects whose merge is a plain
+// union of lines: the queue, the decisions for each direction, cleanup of old versions,
+// actions, images, encryption and failures.
+#include "actionfiles.h"
+#include "cipher.h"
+#include "notifier.h"
+#include "relativetime.h"
+#include "settings.h"
+#include "support/testprofile.h"
+#include "sync.h"
+#include "synclog.h"
+#include "syncpayload.h"
+
+#include <QApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QJsonObject>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+QString sha256(const QByteArray &bytes)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+}
+
+// Content as sorted unique lines; a merge takes the union, a download from the server takes
+// the online lines as they are.
+class LinesMerge final : public ISyncMerge
+{
+public:
+    explicit LinesMerge(const QByteArray &lines = QByteArray()) : content(lines) {}
+
+    QString hash() override { return sha256(content); }
+    bool merge(const QByteArray &downloaded, QByteArray &output, SyncDirection direction) override
+    {
+        ++merges;
+        const QByteArray before = content;
+        if (direction == SyncDirection::FromServer && !downloaded.isEmpty()) {
+            content = downloaded;
+        } else if (!downloaded.isEmpty()) {
+            QList<QByteArray> lines = content.split('\n') + downloaded.split('\n');
+            lines.removeAll(QByteArray());
+            std::sort(lines.begin(), lines.end());
+            lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
+            content = lines.join('\n');
+        }
+        output = content;
+        return content != before;
+    }
+
+    QByteArray content;
+    int merges = 0;
+};
+
+} // namespace
+
+class TestSync final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void queueTakesEachFileOnceAndWaitsForTheBurstToEnd();
+    void invalidTargetClearsTheQueue();
+    void firstRunUploadsAndEqualHashesDoNothing();
+    void directionsDecideWhatMoves();
+    void mergesWithTheNewestOnlineVersion();
+    void keepsElevenToTwentyVersions();
+    void actionsFollowTheirTimestamps();
+    void actionsInOneWayRuns();
+    void imagesFollowTheHistory();
+    void encryptedFilesAndPassPhraseChanges();
+    void unreadableOnlineFilesFailWithoutTouchingLocalContent();
+    void resyncWritesEverythingAgainEncrypted();
+    void folderWatchReportsOtherComputersFiles();
+    void relativeTimeTexts_data();
+    void relativeTimeTexts();
+
+private:
+    // One run to its end: the status it ended with (-1: none came).
+    int run(SyncDirection direction);
+    int runQueued();
+    QStringList online(const QString &pattern = QStringLiteral("*")) const;
+    void writeOnline(const QString &name, const QByteArray &body, const QDateTime &time);
+    void writeAction(const QString &fileName, const QDateTime &created);
+    bool logged(const QString &text) const;
+
+    TestProfile m_profile;
+    QTemporaryDir m_root;
+    QString m_folder;
+    std::unique_ptr<Sync> m_sync;
+    LinesMerge m_history;
+    LinesMerge m_snippets;
+};
+
+void TestSync::initTestCase()
+{
+    m_profile.useInThisProcess();
+}
+
+void TestSync::init()
+{
+    m_folder = m_root.filePath(QStringLiteral("shared"));
+    QDir(m_folder).removeRecursively();
+    QVERIFY(QDir().mkpath(m_folder));
+    QDir(ActionFiles::userFolder()).removeRecursively();
+    QSettings settings;
+    settings.clear();
+    Settings::writeDefaults(settings);
+    settings.setValue(SettingsKey::SyncFolder, m_folder);
+    settings.setValue(SettingsKey::SyncTarget, QStringLiteral("LocalFolder"));
+    m_history = LinesMerge("a\nb");
+    m_snippets = LinesMerge("s1");
+    m_sync = std::make_unique<Sync>();
+    m_sync->setModels(&m_history, &m_snippets);
+    SyncLog::instance().clear();
+}
+
+int TestSync::run(SyncDirection direction)
+{
+    QSignalSpy status(m_sync.get(), &Sync::syncStatus);
+    m_sync->syncAll(direction);
+    const auto ended = [&status] {
+        return !status.isEmpty() && status.last().at(0).value<SyncStatus>() != SyncStatus::Running;
+    };
+    if (!QTest::qWaitFor(ended, 5000))
+        return -1;
+    QTest::qWait(20); // a second success would come on the next turn
+    int finished = 0;
+    for (const QList<QVariant> &signal : std::as_const(status))
+        finished += signal.at(0).value<SyncStatus>() != SyncStatus::Running;
+    return finished == 1 ? int(status.last().at(0).value<SyncStatus>()) : -2;
+}
+
+int TestSync::runQueued()
+{
+    QSignalSpy status(m_sync.get(), &Sync::syncStatus);
+    m_sync->handleQueue();
+    const bool ended = QTest::qWaitFor(
+        [&status] {
+            return !status.isEmpty() &&
+                   status.last().at(0).value<SyncStatus>() != SyncStatus::Running;
+        },
+        5000);
+    return ended ? int(status.last().at(0).value<SyncStatus>()) : -1;
+}
+
+QStringList TestSync::online(const QString &pattern) const
+{
+    return QDir(m_folder).entryList({pattern}, QDir::Files, QDir::Name);
+}
+
+void TestSync::writeOnline(const QString &name, const QByteArray &body, const QDateTime &time)
+{
+    QFile file(QDir(m_folder).filePath(name));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(body);
+    file.flush(); // else closing would stamp the file with the time of the write
+    QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+}
+
+void TestSync::writeAction(const QString &fileName, const QDateTime &created)
+{
+    QDir().mkpath(ActionFiles::userFolder());
+    const QJsonObject action{{QLatin1String("title"), fileName},
+                             {QLatin1String("script"), QStringLiteral("return 1;")},
+                             {QLatin1String("created"), created.toString(Qt::ISODate)}};
+    QVERIFY(ActionFiles::writeAction(QDir(ActionFiles::userFolder()).filePath(fileName), action));
+}
+
+bool TestSync::logged(const QString &text) const
+{
+    const QStringList lines = SyncLog::instance().lines();
+    return std::any_of(lines.begin(), lines.end(),
+                       [&text](const QString &line) { return line.contains(text); });
+}
+
+void TestSync::queueTakesEachFileOnceAndWaitsForTheBurstToEnd()
+{
+    m_sync->sync(Sync::Snippets, &m_snippets, SyncDirection::Both);
+    m_sync->sync(Sync::Snippets, &m_snippets, SyncDirection::Both);
+    m_sync->sync(Sync::History, &m_history, SyncDirection::Both);
+    QCOMPARE(m_sync->queuedFiles(), QStringList({Sync::SnippetsFile, Sync::HistoryFile}));
+    QVERIFY(m_sync->isQueueTimerActive());
+    m_sync->sync(7, &m_history, SyncDirection::Both);
+    QVERIFY(logged(QStringLiteral("Unknown sync file: 7")));
+
+    // A kind the user does not sync is not queued at all.
+    QVariantMap values = Sync::storedSettings();
+    values.insert(QLatin1String(SettingsKey::SyncSnippets), false);
+    Sync other;
+    other.setSettings(values);
+    other.sync(Sync::Snippets, &m_snippets, SyncDirection::Both);
+    QVERIFY(other.queuedFiles().isEmpty());
+
+    // The queue runs by itself once the burst is over.
+    QSignalSpy status(m_sync.get(), &Sync::syncStatus);
+    QVERIFY(QTest::qWaitFor([&] { return online().size() == 2; }, Sync::QueueDelayMs + 3000));
+    QVERIFY(QTest::qWaitFor([&] {
+        return !status.isEmpty() && status.last().at(0).value<SyncStatus>() == SyncStatus::Success;
+    }));
+}
+
+void TestSync::invalidTargetClearsTheQueue()
+{
+    QSettings().remove(SettingsKey::SyncTarget);
+    m_sync->sync(Sync::History, &m_history, SyncDirection::Both);
+    m_sync->handleQueue();
+    QVERIFY(m_sync->queuedFiles().isEmpty());
+    QVERIFY(logged(QStringLiteral("No valid sync available")));
+
+    // The folder vanishing between runs ends the next one the same way.
+    QSettings().setValue(SettingsKey::SyncTarget, QStringLiteral("LocalFolder"));
+    m_sync->sync(Sync::History, &m_history, SyncDirection::Both);
+    QVERIFY(QDir(m_folder).removeRecursively());
+    SyncLog::instance().clear();
+    m_sync->handleQueue();
+    QVERIFY(m_sync->queuedFiles().isEmpty());
+    QVERIFY(logged(QStringLiteral("No valid sync available")));
+}
+
+void TestSync::firstRunUploadsAndEqualHashesDoNothing()
+{
+    QSignalSpy uploaded(m_sync.get(), &Sync::contentUploaded);
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    const QString history = QStringLiteral("History#") + sha256("a\nb") + QStringLiteral(".json");
+    QCOMPARE(online(), QStringList({history, QStringLiteral("Snippets#") + sha256("s1") +
+                                                 QStringLiteral(".json")}));
+    QFile file(QDir(m_folder).filePath(history));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(qUncompress(file.readAll()), QByteArray("a\nb"));
+    QCOMPARE(uploaded.size(), 2);
+    QCOMPARE(m_history.lastDownloadId, history);
+    QVERIFY(QSettings().value(SettingsKey::LastSync).toDateTime().isValid());
+
+    SyncLog::instance().clear();
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    QVERIFY(logged(QStringLiteral("Sync: History.json: Online and local hash are equal")));
+    QVERIFY(!logged(QStringLiteral("Download finished")));
+    QCOMPARE(uploaded.size(), 2);
+}
+
+void TestSync::directionsDecideWhatMoves()
+{
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    // A download fetches even when nothing differs.
+    SyncLog::instance().clear();
+    QCOMPARE(run(SyncDirection::FromServer), int(SyncStatus::Success));
+    QVERIFY(logged(QStringLiteral("Sync: Download finished for History#")));
+
+    // An upload never downloads; the local content replaces what is online as the newest.
+    writeOnline(QStringLiteral("History#") + sha256("zzz") + QStringLiteral(".json"),
+                qCompress("zzz"), QDateTime::currentDateTime().addSecs(60));
+    m_history.content = "local";
+    SyncLog::instance().clear();
+    QCOMPARE(run(SyncDirection::ToServer), int(SyncStatus::Success));
+    QVERIFY(!logged(QStringLiteral("Download finished")));
+    QCOMPARE(m_history.content, QByteArray("local"));
+    QVERIFY(QFile::exists(QDir(m_folder).filePath(QStringLiteral("History#") + sha256("local") +
+                                                  QStringLiteral(".json"))));
+
+    // A download replaces the local content by the newest online one.
+    QCOMPARE(run(SyncDirection::FromServer), int(SyncStatus::Success));
+    QCOMPARE(m_history.content, QByteArray("zzz"));
+}
+
+void TestSync::mergesWithTheNewestOnlineVersion()
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    writeOnline(QStringLiteral("History#") + sha256("old") + QStringLiteral(".json"),
+                qCompress("old"), now.addSecs(-120));
+    writeOnline(QStringLiteral("History#") + sha256("c\nd") + QStringLiteral(".json"),
+                qCompress("c\nd"), now.addSecs(-60));
+    // Written by hand, in plain JSON: accepted.
+    const QByteArray plain = R"({"magic":-18022399,"groups":[]})";
+    writeOnline(QStringLiteral("Snippets#hand.json"), plain, now.addSecs(-60));
+    QSignalSpy uploaded(m_sync.get(), &Sync::contentUploaded);
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    QCOMPARE(m_history.content, QByteArray("a\nb\nc\nd"));
+    QVERIFY(logged(QStringLiteral("Sync: Downloaded data is plain text")));
+    QVERIFY(QFile::exists(QDir(m_folder).filePath(QStringLiteral("History#") +
+                                                  sha256("a\nb\nc\nd") + QStringLiteral(".json"))));
+    QCOMPARE(uploaded.size(), 2);
+
+    // Online content that already holds everything local is not written again.
+    writeOnline(QStringLiteral("History#") + sha256("a\nb\nc\nd\ne") + QStringLiteral(".json"),
+                qCompress("a\nb\nc\nd\ne"), now.addSecs(60));
+    uploaded.clear();
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    QCOMPARE(m_history.content, QByteArray("a\nb\nc\nd\ne"));
+    QCOMPARE(uploaded.size(), 0);
+
+    // A local change after that download goes up without fetching the same file again.
+    m_history.content += "\nf";
+    SyncLog::instance().clear();
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    QVERIFY(logged(QStringLiteral("is the same as local so no need to download it again.")));
+    QCOMPARE(uploaded.size(), 1);
+}
+
+void TestSync::keepsElevenToTwentyVersions()
+{
+    const QDateTime start = QDateTime::currentDateTime().addDays(-1);
+    for (int i = 0; i < 20; ++i)
+        writeOnline(QStringLiteral("History#v%1.json").arg(i, 2, 10, QLatin1Char('0')),
+                    qCompress("a"), start.addSecs(i * 60));
+    m_history.lastDownloadId = QStringLiteral("History#v19.json");
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    // Twenty-one with the new upload: the ten oldest go.
+    QCOMPARE(online(QStringLiteral("History#*")).size(), 11);
+    QVERIFY(!online().contains(QStringLiteral("History#v09.json")));
+    QVERIFY(online().contains(QStringLiteral("History#v10.json")));
+    QVERIFY(logged(QStringLiteral("Sync: Cleanup for History (21) History#v00.json")));
+}
+
+void TestSync::actionsFollowTheirTimestamps()
+{
+    const QDateTime t0(QDate(2024, 5, 1), QTime(10, 0));
+    writeAction(QStringLiteral("OnlyHere.json"), t0);
+    writeAction(QStringLiteral("NewerHere.json"), t0.addSecs(3600));
+    writeAction(QStringLiteral("NewerThere.json"), t0);
+    writeAction(QStringLiteral("Same.json"), t0);
+    const auto name = [](const QDateTime &time, const QString &file) {
+        return SyncPayload::actionFileName(time, file);
+    };
+    const QByteArray body = R"({"title":"x","created":"2024-05-01T12:00:00"})";
+    writeOnline(name(t0, QStringLiteral("NewerHere.json")), body, t0);
+    writeOnline(name(t0.addSecs(7200), QStringLiteral("NewerThere.json")), body, t0);
+    writeOnline(name(t0, QStringLiteral("Same.json")), body, t0);
+    writeOnline(name(t0, QStringLiteral("OnlyThere.json")), body, t0);
+    QSignalSpy changed(m_sync.get(), &Sync::actionsChanged);
+
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    QStringList actions = online(QStringLiteral("action_*"));
+    QStringList expected({name(t0.addSecs(3600), QStringLiteral("NewerHere.json")),
+                          name(t0.addSecs(7200), QStringLiteral("NewerThere.json")),
+                          name(t0, QStringLiteral("OnlyHere.json")),
+                          name(t0, QStringLiteral("OnlyThere.json")),
+                          name(t0, QStringLiteral("Same.json"))});
+    expected.sort();
+    QCOMPARE(actions, expected);
+    QFile newer(QDir(ActionFiles::userFolder()).filePath(QStringLiteral("NewerThere.json")));
+    QVERIFY(newer.open(QIODevice::ReadOnly));
+    QCOMPARE(newer.readAll(), body);
+    QVERIFY(
+        QFile::exists(QDir(ActionFiles::userFolder()).filePath(QStringLiteral("OnlyThere.json"))));
+    QVERIFY(!changed.isEmpty());
+    QVERIFY(logged(QStringLiteral("Sync: online has the same action file: Same.json")));
+}
+
+void TestSync::actionsInOneWayRuns()
+{
+    const QDateTime t0(QDate(2024, 5, 1), QTime(10, 0));
+    writeAction(QStringLiteral("Mine.json"), t0.addSecs(60));
+    writeAction(QStringLiteral("LocalOnly.json"), t0);
+    const QByteArray body = R"({"title":"x"})";
+    writeOnline(SyncPayload::actionFileName(t0.addSecs(600), QStringLiteral("Mine.json")), body,
+                t0);
+    writeOnline(SyncPayload::actionFileName(t0, QStringLiteral("Theirs.json")), body, t0);
+
+    // To the server: the local files win and what is missing here goes.
+    QCOMPARE(run(SyncDirection::ToServer), int(SyncStatus::Success));
+    QCOMPARE(
+        online(QStringLiteral("action_*")),
+        QStringList({SyncPayload::actionFileName(t0, QStringLiteral("LocalOnly.json")),
+                     SyncPayload::actionFileName(t0.addSecs(60), QStringLiteral("Mine.json"))}));
+
+    // From the server: what is not online goes here, and everything online is fetched.
+    QVERIFY(QFile::remove(QDir(m_folder).filePath(
+        SyncPayload::actionFileName(t0, QStringLiteral("LocalOnly.json")))));
+    QCOMPARE(run(SyncDirection::FromServer), int(SyncStatus::Success));
+    QVERIFY(
+        !QFile::exists(QDir(ActionFiles::userFolder()).filePath(QStringLiteral("LocalOnly.json"))));
+    QVERIFY(logged(QStringLiteral("Sync: missing from online: LocalOnly.json -> Remove local")));
+    QVERIFY(logged(QStringLiteral("Sync: Downloading online: ")));
+}
+
+void TestSync::imagesFollowTheHistory()
+{
+    const QString here = QStringLiteral("{11111111-1111-1111-1111-111111111111}_here.png");
+    const QString there = QStringLiteral("{22222222-2222-2222-2222-222222222222}_there.png");
+    QDir().mkpath(QFileInfo(Sync::imagePath(here)).path());
+    QFile local(Sync::imagePath(here));
+    QVERIFY(local.open(QIODevice::WriteOnly));
+    local.write("png-here");
+    local.close();
+    const QDateTime now = QDateTime::currentDateTime();
+    writeOnline(QStringLiteral("image_") + there, "png-there", now);
+    writeOnline(QStringLiteral("image_{33333333-3333-3333-3333-333333333333}_gone.png"), "x", now);
+    m_sync->setImageNames([&] { return QStringList({here, there}); });
+    QSignalSpy downloaded(m_sync.get(), &Sync::imageDownloaded);
+
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    QCOMPARE(online(QStringLiteral("image_*")),
+             QStringList({QStringLiteral("image_") + here, QStringLiteral("image_") + there}));
+    QCOMPARE(downloaded.size(), 1);
+    QCOMPARE(downloaded.first().at(0).toUuid(),
+             QUuid::fromString(QStringLiteral("{22222222-2222-2222-2222-222222222222}")));
+    QCOMPARE(downloaded.first().at(1).toString(), QStringLiteral("there.png"));
+    QCOMPARE(downloaded.first().at(2).toByteArray(), QByteArray("png-there"));
+}
+
+void TestSync::encryptedFilesAndPassPhraseChanges()
+{
+    QVariantMap values = Sync::storedSettings();
+    values.insert(QLatin1String(SettingsKey::EncryptData), true);
+    values.insert(QLatin1String(SettingsKey::Passphrase), QStringLiteral("first"));
+    m_sync->setSettings(values);
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    const QString history = online(QStringLiteral("History#*")).first();
+    QCOMPARE(history, QStringLiteral("History#") + sha256("a\nb") + QStringLiteral(".json"));
+    QFile file(QDir(m_folder).filePath(history));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().startsWith(SyncPayload::EncryptedMarker));
+
+    // Another computer with the new pass phrase and the old one behind it reads the file.
+    LinesMerge other("z");
+    values.insert(QLatin1String(SettingsKey::Passphrase), QStringLiteral("second"));
+    values.insert(QLatin1String(SettingsKey::PreviousPassphrase), QStringLiteral("first"));
+    m_sync->setSettings(values);
+    m_sync->setModels(&other, &m_snippets);
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    QCOMPARE(other.content, QByteArray("a\nb\nz"));
+
+    // Without the right pass phrase nothing is merged.
+    LinesMerge stranger("q");
+    values.insert(QLatin1String(SettingsKey::Passphrase), QStringLiteral("wrong"));
+    values.remove(QLatin1String(SettingsKey::PreviousPassphrase));
+    m_sync->setSettings(values);
+    m_sync->setModels(&stranger, &m_snippets);
+    QSignalSpy status(m_sync.get(), &Sync::syncStatus);
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Failure));
+    QCOMPARE(status.last().at(1).toString(), QStringLiteral("Decryption failed."));
+    QCOMPARE(stranger.content, QByteArray("q"));
+    QCOMPARE(stranger.merges, 0);
+}
+
+void TestSync::unreadableOnlineFilesFailWithoutTouchingLocalContent()
+{
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    const QDateTime later = QDateTime::currentDateTime().addSecs(60);
+    const QString garbage = QStringLiteral("History#garbage.json");
+    writeOnline(garbage, QByteArray("\x00\x00\x10\x00 not zlib", 14), later);
+    QSignalSpy status(m_sync.get(), &Sync::syncStatus);
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Failure));
+    QCOMPARE(status.last().at(1).toString(), QStringLiteral("Synchronization failed."));
+    QCOMPARE(m_history.content, QByteArray("a\nb"));
+    QCOMPARE(m_history.merges, 1);
+
+    // The next run passes over it and the local content becomes the newest version again.
+    m_history.content += "\nc";
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    QVERIFY(QFile::exists(QDir(m_folder).filePath(QStringLiteral("History#") + sha256("a\nb\nc") +
+                                                  QStringLiteral(".json"))));
+
+    // A merge that fails ends the run the same way.
+    writeOnline(QStringLiteral("Snippets#x.json"), "", later.addSecs(60));
+    QCOMPARE(run(SyncDirection::FromServer), int(SyncStatus::Failure));
+}
+
+void TestSync::resyncWritesEverythingAgainEncrypted()
+{
+    writeAction(QStringLiteral("Act.json"), QDateTime(QDate(2024, 1, 1), QTime(9, 0)));
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    QVariantMap values = Sync::storedSettings();
+    values.insert(QLatin1String(SettingsKey::EncryptData), true);
+    values.insert(QLatin1String(SettingsKey::Passphrase), QStringLiteral("secret"));
+    m_sync->setSettings(values);
+    m_sync->queueResyncAll();
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    const QStringList files = online();
+    QCOMPARE(files.size(), 3);
+    for (const QString &name : files) {
+        QFile file(QDir(m_folder).filePath(name));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY2(file.readAll().startsWith(SyncPayload::EncryptedMarker), qPrintable(name));
+    }
+    QVERIFY(logged(QStringLiteral("Sync: Resync upload finished for action_")));
+}
+
+void TestSync::folderWatchReportsOtherComputersFiles()
+{
+    Notifier notifier;
+    notifier.connectTarget(QStringLiteral("LocalFolder"));
+    QVERIFY(notifier.isWatchingFolder());
+    QSignalSpy updated(&notifier, &Notifier::dataUpdated);
+    QTest::qWait(20);
+    writeOnline(QStringLiteral("History#abc.json"), "x", QDateTime::currentDateTime().addSecs(5));
+    writeOnline(QStringLiteral("unrelated.txt"), "x", QDateTime::currentDateTime().addSecs(5));
+    QVERIFY(updated.wait(Notifier::FolderSettleMs + 2000));
+    QTest::qWait(Notifier::FolderSettleMs + 200);
+    QCOMPARE(updated.size(), 1);
+    QCOMPARE(updated.first().first().toString(), QStringLiteral("History.json"));
+
+    // While the engine works through its own changes, nothing is reported.
+    notifier.setReact(false);
+    writeOnline(QStringLiteral("Snippets#abc.json"), "x", QDateTime::currentDateTime().addSecs(10));
+    QTest::qWait(Notifier::FolderSettleMs + 300);
+    QCOMPARE(updated.size(), 1);
+}
+
+void TestSync::relativeTimeTexts_data()
+{
+    QTest::addColumn<qint64>("ms");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("seconds") << qint64(59999) << QStringLiteral("A few seconds ago");
+    QTest::newRow("a minute") << qint64(60999) << QStringLiteral("A minute ago");
+    QTest::newRow("61 s") << qint64(61000) << QStringLiteral("1 minutes ago");
+    QTest::newRow("an hour") << qint64(3600500) << QStringLiteral("An hour ago");
+    QTest::newRow("5 h") << qint64(5 * 3600000 + 1) << QStringLiteral("5 hours ago");
+    QTest::newRow("a day") << qint64(86400999) << QStringLiteral("A day ago");
+    QTest::newRow("3 d") << qint64(3 * 86400000LL) << QStringLiteral("3 days ago");
+}
+
+void TestSync::relativeTimeTexts()
+{
+    QFETCH(qint64, ms);
+    QFETCH(QString, text);
+    QCOMPARE(RelativeTime::ago(ms), text);
+}
+
+QTEST_MAIN(TestSync)
+#include "testsync.moc"
