@@ -27,6 +27,13 @@ using namespace Clipping;
 
 namespace {
 
+QDateTime wholeSeconds(const QDateTime &time)
+{
+    const QTime clock = time.time();
+    return QDateTime(time.date(), QTime(clock.hour(), clock.minute(), clock.second()),
+                     time.timeSpec());
+}
+
 HistoryItemModel *g_instance = nullptr;
 
 void mergeLog(const QString &line)
@@ -208,8 +215,14 @@ int HistoryItemModel::duplicateRow(const QStandardItem *item) const
     return m_index->firstRowWithId(item->data(IdRole).toUuid());
 }
 
+QDateTime HistoryItemModel::now() const
+{
+    return wholeSeconds(m_clock());
+}
+
 bool HistoryItemModel::merge(QStandardItem *item)
 {
+    item->setData(wholeSeconds(item->data(TimeRole).toDateTime()), TimeRole);
     // A newer copy of a clipping replaces the older one and is merged again from the start.
     for (;;) {
         const QString shortText = Clipping::shortText(item->data(TextRole).toString());
@@ -360,6 +373,7 @@ void HistoryItemModel::reverseOrder(QList<int> rows)
 void HistoryItemModel::markRemoved(QList<int> rows)
 {
     const QDateTime time = now();
+    QList<QStandardItem *> removed;
     for (int row : std::as_const(rows)) {
         QStandardItem *clipping = item(row);
         if (!clipping)
@@ -370,7 +384,11 @@ void HistoryItemModel::markRemoved(QList<int> rows)
         clipping->setData(time, TimeRole);
         clipping->setData(false, PinnedRole);
         clipping->setData(false, LockedRole);
+        removed.append(clipping);
     }
+    // Where its new time puts it, as on every computer that receives the removal.
+    for (QStandardItem *clipping : std::as_const(removed))
+        moveToOrderedRow(clipping->row());
     if (!rows.isEmpty())
         save(true);
 }

@@ -39,7 +39,9 @@ public:
     QSortFilterProxyModel *proxy() const { return m_proxy; }
     QString filePath() const { return m_path; }
     void setClock(std::function<QDateTime()> clock);
-    QDateTime now() const { return m_clock(); }
+    // To the second, as the history file keeps times: a clipping reads back exactly as it was,
+    // and two computers order and hash the same history alike.
+    QDateTime now() const;
 
     // A copied text or image; false when the merge refused it. Saved and handed to sync when
     // kept. pngBytes, when the clipboard offered them, are stored instead of encoding again.

@@ -59,6 +59,17 @@ void Notifier::close()
     m_target.clear();
 }
 
+void Notifier::setReact(bool react)
+{
+    m_react = react;
+    // A change made elsewhere while the engine was busy would otherwise wait for the next one;
+    // the look at the folder finds it by its time, beside the engine's own files.
+    if (react && m_missedChanges) {
+        m_missedChanges = false;
+        m_folderTimer->start();
+    }
+}
+
 void Notifier::setStatus(ConnectionStatus status)
 {
     m_lastStatus = status;
@@ -78,8 +89,10 @@ void Notifier::notify(const QString &content)
 
 void Notifier::onDirectoryChanged(const QString &path)
 {
-    if (!m_react)
+    if (!m_react) {
+        m_missedChanges = true;
         return;
+    }
     SyncLog::write(QStringLiteral("Notifier: Changes in path ") + path);
     m_folderTimer->start();
 }

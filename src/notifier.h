@@ -32,8 +32,9 @@ public:
     bool isConnected() const { return m_connected; }
     ConnectionStatus lastStatus() const { return m_lastStatus; }
     bool isWatchingFolder() const { return m_watcher != nullptr; }
-    // While false, folder changes are ignored: the engine's own uploads are no news.
-    void setReact(bool react) { m_react = react; }
+    // While false, folder changes are not reported at once: the engine's own uploads are no
+    // news. Changes seen meanwhile are looked at when it is set again.
+    void setReact(bool react);
     bool reacts() const { return m_react; }
 
 public slots:
@@ -56,6 +57,7 @@ private:
     QString m_target;
     bool m_connected = false;
     bool m_react = true;
+    bool m_missedChanges = false;
     ConnectionStatus m_lastStatus = Disconnected;
     QString m_folder;
     QFileSystemWatcher *m_watcher = nullptr;

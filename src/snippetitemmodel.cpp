@@ -379,7 +379,7 @@ int SnippetItemModel::importFrom(const QString &path)
     return count;
 }
 
-bool SnippetItemModel::save()
+bool SnippetItemModel::save(const QByteArray &backup)
 {
     m_saveTimer->stop();
     const QByteArray bytes = serialize(true);
@@ -389,7 +389,7 @@ bool SnippetItemModel::save()
         return false;
     }
     qDebug().noquote() << "Wrote snippets to " + m_path;
-    SnippetFile::writeBackup(bytes, now().date());
+    SnippetFile::writeBackup(backup.isEmpty() ? bytes : backup, now().date());
     return true;
 }
 
@@ -417,6 +417,7 @@ bool SnippetItemModel::merge(const QByteArray &downloaded, QByteArray &output,
     output = before;
     if (downloaded.isEmpty())
         return false;
+    const int itemsBefore = itemCount();
     if (direction == SyncDirection::FromServer) {
         // Only for a document that will be read: a rejected one must not cost the local tree.
         const QJsonObject document = QJsonDocument::fromJson(downloaded).object();
@@ -433,9 +434,19 @@ bool SnippetItemModel::merge(const QByteArray &downloaded, QByteArray &output,
     output = serialize();
     if (output == before)
         return false;
-    save();
+    // Snippets that another computer removed stay in the day's backup, in case the removal was
+    // a mistake made there.
+    save(itemCount() < itemsBefore ? QJsonDocument::fromJson(before).toJson() : QByteArray());
     emit contentChanged();
     return true;
+}
+
+int SnippetItemModel::itemCount() const
+{
+    int count = rowCount();
+    for (int row = 0; row < rowCount(); ++row)
+        count += item(row)->rowCount();
+    return count;
 }
 
 void SnippetItemModel::markEdited(QStandardItem *item)

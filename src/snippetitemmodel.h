@@ -48,8 +48,8 @@ public:
     bool exportTo(const QString &path) const;
     // Snippets of a file merged in, its removals ignored: the number read, or -1.
     int importFrom(const QString &path);
-    // Writes the file now, and the day's backup.
-    bool save();
+    // Writes the file now, and the day's backup: the tree as saved, or backup when given.
+    bool save(const QByteArray &backup = QByteArray());
     // Writes the file shortly after the last of a burst of edits.
     void scheduleSave();
     void finishSaves();
@@ -88,6 +88,7 @@ private:
     void removeListedRows();
     void markEdited(QStandardItem *item);
     void recordRemoval(QStandardItem *item);
+    int itemCount() const;
 
     QString m_path;
     QHash<QUuid, QDateTime> m_removed;

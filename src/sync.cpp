@@ -468,6 +468,7 @@ void Sync::syncFile(const SyncEntry &entry)
         mergeAndUpload(entry, QByteArray());
         return;
     }
+    m_hashBeforeMerge = localHash;
     SyncEntry download = entry;
     download.onlineName = online;
     startDownload(ModelDownload, download);
@@ -477,17 +478,23 @@ void Sync::mergeAndUpload(const SyncEntry &entry, const QByteArray &downloaded)
 {
     log(QStringLiteral("Sync: Merging content for ") + entry.file);
     QByteArray merged;
-    entry.merge->merge(downloaded, merged, entry.direction);
+    const bool changed = entry.merge->merge(downloaded, merged, entry.direction);
     if (merged.isEmpty()) {
         log(QStringLiteral("Sync: Merge failed for ") + entry.file);
         fail(tr("Synchronization failed."));
         return;
     }
     log(QStringLiteral("Sync: Merge succeeded for ") + entry.file);
-    const QString name = SyncPayload::modelFileName(entry.file, sha256(merged));
-    // The online copy already holds everything when the merge leaves exactly its content.
+    const QString mergedHash = sha256(merged);
+    const QString name = SyncPayload::modelFileName(entry.file, mergedHash);
+    const QString lastSynced = m_syncedHashes.value(entry.merge);
+    m_syncedHashes.insert(entry.merge, mergedHash);
+    // Nothing goes up when the online copy holds exactly the merged content, or when it brought
+    // nothing new to content that had not changed here since it was last synced: writing it
+    // again would only make the other computer write its own form back, and so on forever.
     const bool onlineHoldsAll = !downloaded.isEmpty() && name == entry.onlineName;
-    if (onlineHoldsAll || entry.direction == SyncDirection::FromServer) {
+    const bool nothingNew = !downloaded.isEmpty() && !changed && m_hashBeforeMerge == lastSynced;
+    if (onlineHoldsAll || nothingNew || entry.direction == SyncDirection::FromServer) {
         if (!downloaded.isEmpty())
             entry.merge->lastDownloadId = entry.onlineName;
         finishModelSync(entry);
@@ -663,15 +670,16 @@ void Sync::syncImages(const QStringList &imageNames, SyncDirection direction)
 
 void Sync::resyncAll()
 {
-    const auto queueNewest = [this](const QString &localName) {
-        const QString newest = newestOnlineFile(localName);
-        if (!newest.isEmpty())
-            enqueue(entryFor(ResyncDownload, newest));
+    // Every kept version, not only the newest: turning encryption on must not leave readable
+    // copies of the history online.
+    const auto queueVersions = [this](const QString &localName) {
+        for (const OnlineFile &file : onlineVersions(localName))
+            enqueue(entryFor(ResyncDownload, file.name));
     };
     if (setting(SettingsKey::SyncHistory))
-        queueNewest(HistoryFile);
+        queueVersions(HistoryFile);
     if (setting(SettingsKey::SyncSnippets))
-        queueNewest(SnippetsFile);
+        queueVersions(SnippetsFile);
     for (const OnlineFile &file : std::as_const(m_online)) {
         if ((file.name.startsWith(ImagePrefix) && setting(SettingsKey::SyncHistory)) ||
             (file.name.startsWith(ActionPrefix) && setting(SettingsKey::SyncActions)))

@@ -4,6 +4,7 @@
 #include "syncpayload.h"
 
 #include <QDateTime>
+#include <QHash>
 #include <QList>
 #include <QMap>
 #include <QObject>
@@ -145,6 +146,11 @@ private:
     ISyncMerge *m_history = nullptr;
     ISyncMerge *m_snippets = nullptr;
     std::function<QStringList()> m_imageNames;
+    // Per content: the hash it had when it was last merged or put online, and the hash before
+    // the merge under way. Together they tell a download that differs from the local content
+    // only in form (the order of clippings copied within the same second) from news.
+    QHash<ISyncMerge *, QString> m_syncedHashes;
+    QString m_hashBeforeMerge;
     SyncLocalFolder *m_localFolder;
     SyncNone *m_none;
     Notifier *m_notifier;

@@ -89,7 +89,7 @@ void TestSyncTargets::folderKeepsFilesUnderTheirOnlineNames()
     const OnlineFile &file = files.first().name.isEmpty() ? files.last() : files.first();
     QCOMPARE(file.name, entry.file);
     QCOMPARE(file.id, entry.file);
-    const QDateTime created = QDateTime::fromString(file.created, Qt::ISODate);
+    const QDateTime created = QDateTime::fromString(file.created, Qt::ISODateWithMs);
     QVERIFY(qAbs(created.secsTo(QDateTime::currentDateTime())) < 60);
 
     QSignalSpy downloaded(&target, &ISyncTarget::downloaded);

@@ -22,6 +22,7 @@ public:
     bool waitForExit(int timeoutMs = 15000);
     void terminate();
     void closeInput() { m_process.closeWriteChannel(); }
+    void write(const QByteArray &bytes) { m_process.write(bytes); }
 
     QString output() const { return m_output; }
     int outputCount(const QString &text) const { return int(m_output.count(text)); }

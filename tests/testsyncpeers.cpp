@@ -1,0 +1,272 @@
+// Two computers, as two processes with their own settings and data, sharing one sync folder:
+// what both do, interleaved, ends up the same on both, nothing loops, encryption and a pass
+// phrase change keep everything readable, and broken online files harm nothing local.
+#include "cipher.h"
+#include "support/appprocess.h"
+#include "support/testprofile.h"
+#include "syncpayload.h"
+
+#include <QDate>
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+class Peer
+{
+public:
+    Peer(const QString &folder, const QString &name)
+    {
+        m_profile.setSetting(QStringLiteral("SyncTarget"), QStringLiteral("LocalFolder"));
+        m_profile.setSetting(QStringLiteral("SyncFolder"), folder);
+        m_process = std::make_unique<AppProcess>(QStringLiteral(SYNC_PEER), m_profile);
+        m_process->setEnvironmentValue(QStringLiteral("QT_QPA_PLATFORM"),
+                                       QStringLiteral("offscreen"));
+        m_process->setEnvironmentValue(QStringLiteral("QT_LOGGING_RULES"),
+                                       QStringLiteral("*.debug=false"));
+        m_name = name;
+        m_process->start();
+    }
+
+    // The command's answer; empty when none came in time. Changes are made in seconds of their
+    // own, as a person makes them: the history keeps times to the second, and changes made on
+    // two computers within the same second are told apart by nothing.
+    QString ask(const QString &command, int timeoutMs = 20000)
+    {
+        static const QStringList reading{QStringLiteral("sync"), QStringLiteral("state"),
+                                         QStringLiteral("uploads"), QStringLiteral("encrypt")};
+        if (!reading.contains(command.section(QLatin1Char(' '), 0, 0))) {
+            const qint64 second = QDateTime::currentSecsSinceEpoch();
+            if (!QTest::qWaitFor([second] { return QDateTime::currentSecsSinceEpoch() > second; }))
+                return {};
+        }
+        m_process->write(command.toUtf8() + '\n');
+        const QString tag = QStringLiteral("@@%1 ").arg(++m_number);
+        if (!m_process->waitForOutput(tag, timeoutMs)) {
+            qWarning().noquote() << m_name << "gave no answer to" << command << "\n"
+                                 << m_process->output().right(3000);
+            return {};
+        }
+        const QString output = m_process->output();
+        const qsizetype start = output.indexOf(tag) + tag.size();
+        if (!m_process->waitForOutput(QStringLiteral("@@"), timeoutMs,
+                                      int(output.left(start).count(QStringLiteral("@@"))) + 1))
+            return {};
+        const QString later = m_process->output();
+        return later.mid(start, later.indexOf(QStringLiteral("@@"), start) - start);
+    }
+
+    QString profilePath(const QString &relative) const { return m_profile.path(relative); }
+
+private:
+    TestProfile m_profile;
+    std::unique_ptr<AppProcess> m_process;
+    QString m_name;
+    int m_number = 0;
+};
+
+QString section(const QString &state, const QString &name)
+{
+    const QRegularExpression pattern(name + QStringLiteral("\\[([^\\]]*)\\]"));
+    return pattern.match(state).captured(1);
+}
+
+} // namespace
+
+class TestSyncPeers final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void interleavedChangesConverge();
+    void encryptionAndAPassPhraseChange();
+    void brokenOnlineFilesHarmNothingLocal();
+
+private:
+    // Syncs both sides until their states agree; the agreed state.
+    QString settle(Peer &a, Peer &b);
+
+    QTemporaryDir m_root;
+    QString m_folder;
+};
+
+void TestSyncPeers::init()
+{
+    m_folder =
+        m_root.filePath(QStringLiteral("shared-%1").arg(QDateTime::currentMSecsSinceEpoch()));
+    QVERIFY(QDir().mkpath(m_folder));
+}
+
+QString TestSyncPeers::settle(Peer &a, Peer &b)
+{
+    for (int round = 0; round < 4; ++round) {
+        const QString syncA = a.ask(QStringLiteral("sync"));
+        const QString syncB = b.ask(QStringLiteral("sync"));
+        if (!syncA.startsWith(QLatin1Char('1')) || !syncB.startsWith(QLatin1Char('1'))) {
+            qWarning().noquote() << "sync ended with" << syncA << "and" << syncB;
+            return {};
+        }
+        const QString stateA = a.ask(QStringLiteral("state"));
+        const QString stateB = b.ask(QStringLiteral("state"));
+        if (stateA == stateB)
+            return stateA;
+        qWarning().noquote() << "round" << round << "\n" << stateA << "\n" << stateB;
+    }
+    return {};
+}
+
+void TestSyncPeers::interleavedChangesConverge()
+{
+    Peer a(m_folder, QStringLiteral("a"));
+    Peer b(m_folder, QStringLiteral("b"));
+    QCOMPARE(a.ask(QStringLiteral("copy alpha")), QStringLiteral("ok"));
+    QCOMPARE(b.ask(QStringLiteral("copy beta")), QStringLiteral("ok"));
+    QVERIFY(a.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
+    QCOMPARE(b.ask(QStringLiteral("snippet greet Hello there")), QStringLiteral("ok"));
+    QCOMPARE(a.ask(QStringLiteral("action Tool.json Tool")), QStringLiteral("ok"));
+    QVERIFY(b.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
+    QCOMPARE(a.ask(QStringLiteral("image sunset")), QStringLiteral("ok"));
+    QCOMPARE(b.ask(QStringLiteral("image harbour")), QStringLiteral("ok"));
+    QCOMPARE(b.ask(QStringLiteral("action Other.json Other")), QStringLiteral("ok"));
+    QVERIFY(a.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
+    // Both edit and remove what the other made.
+    QCOMPARE(a.ask(QStringLiteral("edit greet Hello from a")), QStringLiteral("ok"));
+    QCOMPARE(a.ask(QStringLiteral("remove beta")), QStringLiteral("ok"));
+    QCOMPARE(b.ask(QStringLiteral("copy gamma")), QStringLiteral("ok"));
+    QCOMPARE(b.ask(QStringLiteral("snippet bye See you")), QStringLiteral("ok"));
+    QCOMPARE(b.ask(QStringLiteral("unaction Tool.json")), QStringLiteral("ok"));
+
+    const QString state = settle(a, b);
+    QVERIFY2(!state.isEmpty(), qPrintable(a.ask(QStringLiteral("state")) + QLatin1Char('\n') +
+                                          b.ask(QStringLiteral("state"))));
+    QStringList texts = section(state, QStringLiteral("history")).split(QLatin1Char('|'));
+    texts.removeIf([](const QString &text) { return text.contains(QLatin1String(" x ")); });
+    QCOMPARE(texts, QStringList({QStringLiteral("gamma"), QStringLiteral("alpha")}));
+    const QStringList images = section(state, QStringLiteral("images")).split(QLatin1Char('|'));
+    QCOMPARE(images.size(), 2);
+    QVERIFY2(!state.contains(QStringLiteral("(missing)")), qPrintable(state));
+    QVERIFY(
+        section(state, QStringLiteral("snippets")).contains(QStringLiteral("greet=Hello from a")));
+    QVERIFY(section(state, QStringLiteral("snippets")).contains(QStringLiteral("bye=See you")));
+    QCOMPARE(section(state, QStringLiteral("actions")), QStringLiteral("Other.json=Other"));
+
+    // Once equal, further runs put nothing online.
+    const QString uploadsA = a.ask(QStringLiteral("uploads"));
+    const QString uploadsB = b.ask(QStringLiteral("uploads"));
+    QVERIFY(a.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
+    QVERIFY(b.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
+    QCOMPARE(a.ask(QStringLiteral("uploads")), uploadsA);
+    QCOMPARE(b.ask(QStringLiteral("uploads")), uploadsB);
+
+    // A copy on one side reaches the other by itself: the upload after the copy, the other
+    // side's folder watch, its sync.
+    QCOMPARE(a.ask(QStringLiteral("copy delta")), QStringLiteral("ok"));
+    QVERIFY(QTest::qWaitFor(
+        [&b] { return b.ask(QStringLiteral("state")).contains(QStringLiteral("history[delta|")); },
+        30000));
+}
+
+void TestSyncPeers::encryptionAndAPassPhraseChange()
+{
+    Peer a(m_folder, QStringLiteral("a"));
+    Peer b(m_folder, QStringLiteral("b"));
+    QCOMPARE(a.ask(QStringLiteral("copy plain before")), QStringLiteral("ok"));
+    QCOMPARE(a.ask(QStringLiteral("action Tool.json Tool")), QStringLiteral("ok"));
+    QVERIFY(a.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
+    QVERIFY(a.ask(QStringLiteral("encrypt first")).startsWith(QLatin1Char('1')));
+    QVERIFY(b.ask(QStringLiteral("encrypt first")).startsWith(QLatin1Char('1')));
+    QCOMPARE(b.ask(QStringLiteral("copy secret one")), QStringLiteral("ok"));
+    QVERIFY(!settle(a, b).isEmpty());
+
+    // One side changes the pass phrase and writes everything again; the other follows later.
+    QVERIFY(a.ask(QStringLiteral("encrypt second")).startsWith(QLatin1Char('1')));
+    QCOMPARE(a.ask(QStringLiteral("copy secret two")), QStringLiteral("ok"));
+    QVERIFY(b.ask(QStringLiteral("encrypt second")).startsWith(QLatin1Char('1')));
+    const QString state = settle(a, b);
+    QVERIFY(!state.isEmpty());
+    QCOMPARE(section(state, QStringLiteral("history")).split(QLatin1Char('|')).mid(0, 4),
+             QStringList({QStringLiteral("secret two"), QStringLiteral("secret one"),
+                          QStringLiteral("plain before")})
+                 .mid(0, 4));
+
+    // Everything online is encrypted and opens with the new pass phrase alone.
+    SyncPayload::Keys keys{Cipher::keyFromText(QStringLiteral("second")), 0};
+    const QStringList files = QDir(m_folder).entryList(QDir::Files);
+    QVERIFY(files.size() >= 3);
+    for (const QString &name : files) {
+        QFile file(QDir(m_folder).filePath(name));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray body = file.readAll();
+        QVERIFY2(body.startsWith(SyncPayload::EncryptedMarker), qPrintable(name));
+        SyncPayload::Result result;
+        if (name.startsWith(QLatin1String("action_")))
+            SyncPayload::decodeFile(body, keys, &result);
+        else
+            SyncPayload::decodeModel(body, keys, &result);
+        QVERIFY2(result == SyncPayload::Result::Ok, qPrintable(name));
+    }
+}
+
+void TestSyncPeers::brokenOnlineFilesHarmNothingLocal()
+{
+    Peer a(m_folder, QStringLiteral("a"));
+    QCOMPARE(a.ask(QStringLiteral("copy keep me")), QStringLiteral("ok"));
+    QCOMPARE(a.ask(QStringLiteral("snippet mine Mine")), QStringLiteral("ok"));
+    QVERIFY(a.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
+    const QString before = a.ask(QStringLiteral("state"));
+
+    const auto writeNewest = [this](const QString &name, const QByteArray &body) {
+        QFile file(QDir(m_folder).filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(body);
+        file.flush();
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(120),
+                                 QFileDevice::FileModificationTime));
+    };
+    // Cut short, and garbage.
+    QFile whole(QDir(m_folder).filePath(QDir(m_folder).entryList({"History#*"}).first()));
+    QVERIFY(whole.open(QIODevice::ReadOnly));
+    writeNewest(QStringLiteral("History#cut.json"), whole.readAll().left(40));
+    QCOMPARE(a.ask(QStringLiteral("sync")), QStringLiteral("3 Synchronization failed."));
+    QCOMPARE(a.ask(QStringLiteral("state")), before);
+    writeNewest(QStringLiteral("Snippets#garbage.json"), QByteArray("|ENCRYPTED|\x03\x02garbage"));
+    QCOMPARE(a.ask(QStringLiteral("sync")), QStringLiteral("3 Decryption failed."));
+    QCOMPARE(a.ask(QStringLiteral("state")), before);
+    QVERIFY(QFile::remove(QDir(m_folder).filePath(QStringLiteral("Snippets#garbage.json"))));
+
+    // A snippets file written elsewhere that removes everything is applied; the day's backup
+    // still holds the tree as it was.
+    QFile online(QDir(m_folder).filePath(QDir(m_folder).entryList({"Snippets#*"}).first()));
+    QVERIFY(online.open(QIODevice::ReadOnly));
+    const QJsonObject tree = QJsonDocument::fromJson(qUncompress(online.readAll())).object();
+    QJsonObject removals;
+    const QString later = QDateTime::currentDateTime().addSecs(3600).toString(Qt::ISODate);
+    for (const QJsonValue &group : tree.value(QLatin1String("groups")).toArray()) {
+        removals.insert(group[QLatin1String("id")].toString(), later);
+        for (const QJsonValue &snippet : group[QLatin1String("snippets")].toArray())
+            removals.insert(snippet[QLatin1String("id")].toString(), later);
+    }
+    QJsonObject wipe = tree;
+    wipe.insert(QLatin1String("groups"), QJsonArray());
+    wipe.insert(QLatin1String("removedItems"), removals);
+    writeNewest(QStringLiteral("Snippets#wipe.json"), QJsonDocument(wipe).toJson());
+    QVERIFY(a.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
+    QCOMPARE(section(a.ask(QStringLiteral("state")), QStringLiteral("snippets")), QString());
+    QFile backup(a.profilePath(QStringLiteral("data/Velmorin/Velmorin/backups/Snippets-") +
+                               QDate::currentDate().toString(Qt::ISODate) +
+                               QStringLiteral(".json")));
+    QVERIFY(backup.open(QIODevice::ReadOnly));
+    QVERIFY(backup.readAll().contains("\"Mine\""));
+}
+
+QTEST_GUILESS_MAIN(TestSyncPeers)
+#include "testsyncpeers.moc"
