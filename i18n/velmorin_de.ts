@@ -256,12 +256,12 @@
         <translation>Löschen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="227"/>
+        <location filename="../src/actionlist.cpp" line="230"/>
         <source>Are you sure you want to delete the action &apos;%1&apos;?</source>
         <translation>Soll die Aktion &apos;%1&apos; wirklich gelöscht werden?</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="234"/>
+        <location filename="../src/actionlist.cpp" line="237"/>
         <source>Failed to delete the file &apos;%1&apos;.</source>
         <translation>Die Datei &apos;%1&apos; konnte nicht gelöscht werden.</translation>
     </message>
@@ -412,12 +412,12 @@
 <context>
     <name>HistoryItemModel</name>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="525"/>
+        <location filename="../src/historyitemmodel.cpp" line="544"/>
         <source>Failed to parse the clippings file: </source>
         <translation>Die Verlaufsdatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="557"/>
+        <location filename="../src/historyitemmodel.cpp" line="576"/>
         <source>Writing the clippings file failed: </source>
         <translation>Das Schreiben der Verlaufsdatei ist fehlgeschlagen: </translation>
     </message>
@@ -523,52 +523,52 @@
 <context>
     <name>MainWindow</name>
     <message>
-        <location filename="../src/mainwindow.cpp" line="76"/>
+        <location filename="../src/mainwindow.cpp" line="87"/>
         <source>Velmorin</source>
         <translation>Velmorin</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="120"/>
+        <location filename="../src/mainwindow.cpp" line="132"/>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="121"/>
+        <location filename="../src/mainwindow.cpp" line="133"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="124"/>
+        <location filename="../src/mainwindow.cpp" line="136"/>
         <source>History (%1)</source>
         <translation>Verlauf (%1)</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="125"/>
+        <location filename="../src/mainwindow.cpp" line="137"/>
         <source>Snippets (%1)</source>
         <translation>Textbausteine (%1)</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="134"/>
+        <location filename="../src/mainwindow.cpp" line="146"/>
         <source>Settings</source>
         <translation>Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="136"/>
+        <location filename="../src/mainwindow.cpp" line="148"/>
         <source>Keep the window open</source>
         <translation>Fenster geöffnet lassen</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="156"/>
+        <location filename="../src/mainwindow.cpp" line="168"/>
         <source>Copied items appear here.</source>
         <translation>Kopierte Einträge erscheinen hier.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="401"/>
+        <location filename="../src/mainwindow.cpp" line="413"/>
         <source>Current clipboard content is not text. Unable to run the action.</source>
         <translation>Die Zwischenablage enthält keinen Text. Die Aktion kann nicht ausgeführt werden.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="410"/>
+        <location filename="../src/mainwindow.cpp" line="422"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
@@ -604,6 +604,41 @@
         <location filename="../src/relativetime.cpp" line="18"/>
         <source>%1 d</source>
         <translation>%1 T.</translation>
+    </message>
+    <message>
+        <location filename="../src/relativetime.cpp" line="35"/>
+        <source>A few seconds ago</source>
+        <translation>Vor wenigen Sekunden</translation>
+    </message>
+    <message>
+        <location filename="../src/relativetime.cpp" line="37"/>
+        <source>A minute ago</source>
+        <translation>Vor einer Minute</translation>
+    </message>
+    <message>
+        <location filename="../src/relativetime.cpp" line="39"/>
+        <source>%1 minutes ago</source>
+        <translation>Vor %1 Minuten</translation>
+    </message>
+    <message>
+        <location filename="../src/relativetime.cpp" line="41"/>
+        <source>An hour ago</source>
+        <translation>Vor einer Stunde</translation>
+    </message>
+    <message>
+        <location filename="../src/relativetime.cpp" line="43"/>
+        <source>%1 hours ago</source>
+        <translation>Vor %1 Stunden</translation>
+    </message>
+    <message>
+        <location filename="../src/relativetime.cpp" line="45"/>
+        <source>A day ago</source>
+        <translation>Vor einem Tag</translation>
+    </message>
+    <message>
+        <location filename="../src/relativetime.cpp" line="46"/>
+        <source>%1 days ago</source>
+        <translation>Vor %1 Tagen</translation>
     </message>
 </context>
 <context>
@@ -651,266 +686,271 @@
 <context>
     <name>SettingsDialog</name>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="36"/>
+        <location filename="../src/settingsdialog.cpp" line="37"/>
         <source>Velmorin Settings</source>
         <translation>Velmorin-Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="38"/>
+        <location filename="../src/settingsdialog.cpp" line="39"/>
         <source>General</source>
         <translation>Allgemein</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="39"/>
+        <location filename="../src/settingsdialog.cpp" line="40"/>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="41"/>
+        <location filename="../src/settingsdialog.cpp" line="42"/>
         <source>Applications</source>
         <translation>Anwendungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="42"/>
+        <location filename="../src/settingsdialog.cpp" line="43"/>
         <source>Actions</source>
         <translation>Aktionen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="44"/>
+        <location filename="../src/settingsdialog.cpp" line="45"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="65"/>
+        <location filename="../src/settingsdialog.cpp" line="70"/>
         <source>Write a debug log</source>
         <translation>Debug-Protokoll schreiben</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="66"/>
+        <location filename="../src/settingsdialog.cpp" line="71"/>
         <source>The debug log is written from the next start on.</source>
         <translation>Das Debug-Protokoll wird ab dem nächsten Start geschrieben.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="60"/>
+        <location filename="../src/settingsdialog.cpp" line="65"/>
         <source>Start with the system</source>
         <translation>Mit dem System starten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="128"/>
+        <location filename="../src/settingsdialog.cpp" line="133"/>
         <source>Only expand keyword after space is pressed</source>
         <translation>Schlüsselwort erst nach einem Leerzeichen ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="95"/>
+        <location filename="../src/settingsdialog.cpp" line="100"/>
         <source>Open the paste window:</source>
         <translation>Einfügefenster öffnen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="40"/>
+        <location filename="../src/settingsdialog.cpp" line="41"/>
         <source>Shortcuts</source>
         <translation>Tastenkürzel</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="61"/>
+        <location filename="../src/settingsdialog.cpp" line="48"/>
+        <source>Sync</source>
+        <translation>Synchronisation</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="66"/>
         <source>Open the paste window at the mouse</source>
         <translation>Einfügefenster an der Maus öffnen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="62"/>
+        <location filename="../src/settingsdialog.cpp" line="67"/>
         <source>Paste as plain text by default</source>
         <translation>Standardmäßig als reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="64"/>
+        <location filename="../src/settingsdialog.cpp" line="69"/>
         <source>Send crash reports</source>
         <translation>Absturzberichte senden</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="69"/>
+        <location filename="../src/settingsdialog.cpp" line="74"/>
         <source>Light</source>
         <translation>Hell</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="70"/>
+        <location filename="../src/settingsdialog.cpp" line="75"/>
         <source>Dark</source>
         <translation>Dunkel</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="71"/>
+        <location filename="../src/settingsdialog.cpp" line="76"/>
         <source>Follow the system</source>
         <translation>Wie das System</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="74"/>
+        <location filename="../src/settingsdialog.cpp" line="79"/>
         <source>Theme:</source>
         <translation>Erscheinungsbild:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="91"/>
+        <location filename="../src/settingsdialog.cpp" line="96"/>
         <source>Open the paste window</source>
         <translation>Einfügefenster öffnen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="92"/>
+        <location filename="../src/settingsdialog.cpp" line="97"/>
         <source>Paste as plain text</source>
         <translation>Als reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="93"/>
+        <location filename="../src/settingsdialog.cpp" line="98"/>
         <source>Paste the next item</source>
         <translation>Nächsten Eintrag einfügen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="96"/>
+        <location filename="../src/settingsdialog.cpp" line="101"/>
         <source>Paste as plain text:</source>
         <translation>Als reinen Text einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="97"/>
+        <location filename="../src/settingsdialog.cpp" line="102"/>
         <source>Paste the next item:</source>
         <translation>Nächsten Eintrag einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="99"/>
+        <location filename="../src/settingsdialog.cpp" line="104"/>
         <source>Snippets and actions get their own shortcuts on their pages.</source>
         <translation>Textbausteine und Aktionen erhalten ihre eigenen Tastenkürzel auf ihren Seiten.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="109"/>
+        <location filename="../src/settingsdialog.cpp" line="114"/>
         <source>Browse...</source>
         <translation>Durchsuchen...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="112"/>
+        <location filename="../src/settingsdialog.cpp" line="117"/>
         <source>JSON files (*.json)</source>
         <translation>JSON-Dateien (*.json)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="130"/>
-        <location filename="../src/settingsdialog.cpp" line="132"/>
+        <location filename="../src/settingsdialog.cpp" line="135"/>
+        <location filename="../src/settingsdialog.cpp" line="137"/>
         <source>Snippet file</source>
         <translation>Textbaustein-Datei</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="132"/>
+        <location filename="../src/settingsdialog.cpp" line="137"/>
         <source>Snippet file:</source>
         <translation>Textbaustein-Datei:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="133"/>
-        <location filename="../src/settingsdialog.cpp" line="215"/>
+        <location filename="../src/settingsdialog.cpp" line="138"/>
+        <location filename="../src/settingsdialog.cpp" line="220"/>
         <source>A new file place applies from the next start.</source>
         <translation>Ein neuer Speicherort gilt ab dem nächsten Start.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="148"/>
+        <location filename="../src/settingsdialog.cpp" line="153"/>
         <source>Export snippets...</source>
         <translation>Textbausteine exportieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="150"/>
+        <location filename="../src/settingsdialog.cpp" line="155"/>
         <source>Import snippets...</source>
         <translation>Textbausteine importieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="168"/>
+        <location filename="../src/settingsdialog.cpp" line="173"/>
         <source>Save snippets</source>
         <translation>Textbausteine speichern</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="169"/>
-        <location filename="../src/settingsdialog.cpp" line="179"/>
+        <location filename="../src/settingsdialog.cpp" line="174"/>
+        <location filename="../src/settingsdialog.cpp" line="184"/>
         <source>JSON files (*.json);;All files (*.*);</source>
         <translation>JSON-Dateien (*.json);;Alle Dateien (*.*);</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="172"/>
+        <location filename="../src/settingsdialog.cpp" line="177"/>
         <source>Writing the snippets file failed: </source>
         <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="178"/>
+        <location filename="../src/settingsdialog.cpp" line="183"/>
         <source>Load snippets</source>
         <translation>Textbausteine laden</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="182"/>
+        <location filename="../src/settingsdialog.cpp" line="187"/>
         <source>Failed to parse the snippets file: </source>
         <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="190"/>
+        <location filename="../src/settingsdialog.cpp" line="195"/>
         <source>Clear</source>
         <translation>Leeren</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="191"/>
+        <location filename="../src/settingsdialog.cpp" line="196"/>
         <source>No shortcut</source>
         <translation>Kein Tastenkürzel</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="208"/>
+        <location filename="../src/settingsdialog.cpp" line="213"/>
         <source> characters</source>
         <translation> Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="211"/>
+        <location filename="../src/settingsdialog.cpp" line="216"/>
         <source> × 1024 characters</source>
         <translation> × 1024 Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="212"/>
+        <location filename="../src/settingsdialog.cpp" line="217"/>
         <source>Keep copied images</source>
         <translation>Kopierte Bilder behalten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="63"/>
+        <location filename="../src/settingsdialog.cpp" line="68"/>
         <source>Clear the history on quit (locked items stay)</source>
         <translation>Verlauf beim Beenden leeren (gesperrte Elemente bleiben)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="214"/>
-        <location filename="../src/settingsdialog.cpp" line="223"/>
+        <location filename="../src/settingsdialog.cpp" line="219"/>
+        <location filename="../src/settingsdialog.cpp" line="228"/>
         <source>History file</source>
         <translation>Verlaufsdatei</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="219"/>
+        <location filename="../src/settingsdialog.cpp" line="224"/>
         <source>Clippings to keep:</source>
         <translation>Anzahl der Einträge:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="220"/>
+        <location filename="../src/settingsdialog.cpp" line="225"/>
         <source>Ignore texts shorter than:</source>
         <translation>Texte ignorieren, kürzer als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="221"/>
+        <location filename="../src/settingsdialog.cpp" line="226"/>
         <source>Ignore texts longer than:</source>
         <translation>Texte ignorieren, länger als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="223"/>
+        <location filename="../src/settingsdialog.cpp" line="228"/>
         <source>History file:</source>
         <translation>Verlaufsdatei:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="232"/>
+        <location filename="../src/settingsdialog.cpp" line="237"/>
         <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated.</source>
         <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="237"/>
+        <location filename="../src/settingsdialog.cpp" line="242"/>
         <source>Rules</source>
         <translation>Regeln</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="252"/>
+        <location filename="../src/settingsdialog.cpp" line="257"/>
         <source>Actions change a clipping&apos;s text with a small script. Run them from a clipping&apos;s menu or give them a shortcut. Changes here apply at once.</source>
         <translation>Aktionen ändern den Text eines Eintrags mit einem kleinen Skript. Führen Sie sie aus dem Menü eines Eintrags aus oder geben Sie ihnen ein Tastenkürzel. Änderungen hier gelten sofort.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="259"/>
+        <location filename="../src/settingsdialog.cpp" line="264"/>
         <source>New action</source>
         <translation>Neue Aktion</translation>
     </message>
@@ -1255,9 +1295,40 @@
     </message>
 </context>
 <context>
+    <name>Sync</name>
+    <message>
+        <location filename="../src/sync.cpp" line="117"/>
+        <location filename="../src/sync.cpp" line="125"/>
+        <location filename="../src/sync.cpp" line="132"/>
+        <location filename="../src/sync.cpp" line="137"/>
+        <location filename="../src/sync.cpp" line="484"/>
+        <location filename="../src/sync.cpp" line="542"/>
+        <location filename="../src/sync.cpp" line="748"/>
+        <source>Synchronization failed.</source>
+        <translation>Synchronisation fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <location filename="../src/sync.cpp" line="328"/>
+        <source>Synchronizing...</source>
+        <translation>Wird synchronisiert...</translation>
+    </message>
+    <message>
+        <location filename="../src/sync.cpp" line="386"/>
+        <source>Synchronization successful.</source>
+        <translation>Synchronisation erfolgreich.</translation>
+    </message>
+    <message>
+        <location filename="../src/sync.cpp" line="740"/>
+        <location filename="../src/sync.cpp" line="760"/>
+        <location filename="../src/sync.cpp" line="781"/>
+        <source>Decryption failed.</source>
+        <translation>Entschlüsselung fehlgeschlagen.</translation>
+    </message>
+</context>
+<context>
     <name>SyncLocalFolder</name>
     <message>
-        <location filename="../src/synclocalfolder.cpp" line="16"/>
+        <location filename="../src/synclocalfolder.cpp" line="17"/>
         <source>Select sync target folder</source>
         <translation>Ordner für die Synchronisation wählen</translation>
     </message>
@@ -1268,11 +1339,218 @@
     </message>
 </context>
 <context>
+    <name>SyncLogDialog</name>
+    <message>
+        <location filename="../src/synclogdialog.cpp" line="19"/>
+        <source>Sync log</source>
+        <translation>Synchronisationsprotokoll</translation>
+    </message>
+    <message>
+        <location filename="../src/synclogdialog.cpp" line="28"/>
+        <source>Export...</source>
+        <translation>Exportieren...</translation>
+    </message>
+    <message>
+        <location filename="../src/synclogdialog.cpp" line="29"/>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <location filename="../src/synclogdialog.cpp" line="65"/>
+        <source>Export the sync log</source>
+        <translation>Synchronisationsprotokoll exportieren</translation>
+    </message>
+    <message>
+        <location filename="../src/synclogdialog.cpp" line="65"/>
+        <source>Text files (*.txt)</source>
+        <translation>Textdateien (*.txt)</translation>
+    </message>
+    <message>
+        <location filename="../src/synclogdialog.cpp" line="71"/>
+        <source>Writing the sync log failed: </source>
+        <translation>Das Protokoll konnte nicht geschrieben werden: </translation>
+    </message>
+</context>
+<context>
     <name>SyncNone</name>
     <message>
         <location filename="../src/syncnone.h" line="20"/>
         <source>None</source>
         <translation>Keine</translation>
+    </message>
+</context>
+<context>
+    <name>SyncSettingsPage</name>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="65"/>
+        <source>Keep your history, snippets and actions the same on all your computers.</source>
+        <translation>Verlauf, Textbausteine und Aktionen auf allen Ihren Computern gleich halten.</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="66"/>
+        <source>Use a shared folder</source>
+        <translation>Gemeinsamen Ordner verwenden</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="69"/>
+        <source>Point every computer at the same folder: on a network drive, or in a folder that a file-sharing service such as Dropbox keeps the same on all of them.</source>
+        <translation>Wählen Sie auf jedem Computer denselben Ordner: auf einem Netzlaufwerk oder in einem Ordner, den ein Dienst wie Dropbox auf allen gleich hält.</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="73"/>
+        <source>Use Google Drive</source>
+        <translation>Google Drive verwenden</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="76"/>
+        <source>Google Drive is not available in this version yet.</source>
+        <translation>Google Drive ist in dieser Version noch nicht verfügbar.</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="108"/>
+        <source>Change folder...</source>
+        <translation>Ordner ändern...</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="110"/>
+        <location filename="../src/syncsettingspage.cpp" line="268"/>
+        <source>Please choose the sync folder.</source>
+        <translation>Bitte wählen Sie den Synchronisationsordner.</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="118"/>
+        <source>What to synchronize</source>
+        <translation>Was synchronisiert wird</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="119"/>
+        <source>History, with its images</source>
+        <translation>Verlauf, mit seinen Bildern</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="120"/>
+        <source>Snippets</source>
+        <translation>Textbausteine</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="121"/>
+        <source>Actions</source>
+        <translation>Aktionen</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="126"/>
+        <source>Encryption</source>
+        <translation>Verschlüsselung</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="127"/>
+        <source>Encrypt the data with a pass phrase</source>
+        <translation>Daten mit einer Passphrase verschlüsseln</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="130"/>
+        <source>Pass phrase</source>
+        <translation>Passphrase</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="131"/>
+        <source>The same pass phrase on every computer</source>
+        <translation>Dieselbe Passphrase auf jedem Computer</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="135"/>
+        <source>Pass phrase:</source>
+        <translation>Passphrase:</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="141"/>
+        <source>Status:</source>
+        <translation>Status:</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="142"/>
+        <source>Last success</source>
+        <translation>Zuletzt erfolgreich</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="145"/>
+        <source>Show sync log...</source>
+        <translation>Synchronisationsprotokoll anzeigen...</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="146"/>
+        <source>Stop synchronizing the data</source>
+        <translation>Synchronisation beenden</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="169"/>
+        <source>Full Sync</source>
+        <translation>Vollständig synchronisieren</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="170"/>
+        <source>Upload</source>
+        <translation>Hochladen</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="171"/>
+        <source>Download</source>
+        <translation>Herunterladen</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="175"/>
+        <source>Write the content of this computer over the online content</source>
+        <translation>Den Inhalt dieses Computers über den Online-Inhalt schreiben</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="176"/>
+        <source>Replace the content of this computer by the online content</source>
+        <translation>Den Inhalt dieses Computers durch den Online-Inhalt ersetzen</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="242"/>
+        <source>All your local content will be overwritten with the remote data. Are you sure you want to continue?</source>
+        <translation>Ihr gesamter lokaler Inhalt wird mit den entfernten Daten überschrieben. Wirklich fortfahren?</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="245"/>
+        <source>The remote data will be overwritten with your local content. Are you sure you want to continue?</source>
+        <translation>Die entfernten Daten werden mit Ihrem lokalen Inhalt überschrieben. Wirklich fortfahren?</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="266"/>
+        <source>Please authorize Velmorin to access your Google Drive on the browser.</source>
+        <translation>Bitte erlauben Sie Velmorin im Browser den Zugriff auf Ihr Google Drive.</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="292"/>
+        <source>Synchronizing with %1</source>
+        <translation>Synchronisation mit %1</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="325"/>
+        <source>Not synchronized</source>
+        <translation>Nicht synchronisiert</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="332"/>
+        <source>Changes from other computers are picked up as they arrive in the folder.</source>
+        <translation>Änderungen anderer Computer werden übernommen, sobald sie im Ordner ankommen.</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="335"/>
+        <source>Connected to the notification server.</source>
+        <translation>Mit dem Benachrichtigungsserver verbunden.</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="337"/>
+        <source>Failed to connect to the notification server.</source>
+        <translation>Verbindung zum Benachrichtigungsserver fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="339"/>
+        <source>No connection to the notification server.</source>
+        <translation>Keine Verbindung zum Benachrichtigungsserver.</translation>
     </message>
 </context>
 <context>

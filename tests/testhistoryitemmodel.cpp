@@ -127,6 +127,7 @@ private slots:
     void trimmingSkipsLockedClippings();
     void removingAnImageDeletesItsFolder();
     void clearingMarksRowsAndTheProxyHidesThem();
+    void removedClippingsTakeTheirPlaceByTime();
     void thumbnailForAGoneClipping();
     void indexAgreesWithTheReferenceAfterRandomEdits_data();
     void indexAgreesWithTheReferenceAfterRandomEdits();
@@ -390,6 +391,23 @@ void TestHistoryItemModel::clearingMarksRowsAndTheProxyHidesThem()
         QCOMPARE(cleared->data(TimeRole).toDateTime(), m_now);
     }
     QVERIFY(m_model->indexIsConsistent());
+}
+
+void TestHistoryItemModel::removedClippingsTakeTheirPlaceByTime()
+{
+    // Times are kept to the second, as the file keeps them, so a clipping reads back the same.
+    m_now = kStart.addMSecs(1500);
+    QVERIFY(m_model->merge(textItem(QStringLiteral("old one"), kStart)));
+    QVERIFY(m_model->merge(textItem(QStringLiteral("new one"), kStart.addSecs(60))));
+    m_now = kStart.addSecs(120).addMSecs(700);
+    m_model->markRemoved({1});
+    m_model->finishSaves();
+    // The removal goes where every computer that receives it puts it: above older rows.
+    QCOMPARE(m_model->item(0)->data(TextRole).toString(), QStringLiteral("old one"));
+    QVERIFY(m_model->item(0)->data(RemovedRole).toBool());
+    QCOMPARE(m_model->item(0)->data(TimeRole).toDateTime(), kStart.addSecs(120));
+    QVERIFY(m_model->indexIsConsistent());
+    QCOMPARE(m_model->proxy()->rowCount(), 1);
 }
 
 void TestHistoryItemModel::thumbnailForAGoneClipping()

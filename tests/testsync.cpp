@@ -6,16 +6,23 @@
 #include "notifier.h"
 #include "relativetime.h"
 #include "settings.h"
+#include "support/modalanswer.h"
 #include "support/testprofile.h"
 #include "sync.h"
 #include "synclog.h"
+#include "synclogdialog.h"
 #include "syncpayload.h"
+#include "syncsettingspage.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QJsonObject>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -79,6 +86,7 @@ private slots:
     void unreadableOnlineFilesFailWithoutTouchingLocalContent();
     void resyncWritesEverythingAgainEncrypted();
     void folderWatchReportsOtherComputersFiles();
+    void settingsPageAsksAndKeepsTheOldPassPhrase();
     void relativeTimeTexts_data();
     void relativeTimeTexts();
 
@@ -507,6 +515,50 @@ void TestSync::folderWatchReportsOtherComputersFiles()
     notifier.setReact(true);
     QVERIFY(updated.wait(Notifier::FolderSettleMs + 2000));
     QCOMPARE(updated.last().first().toString(), QStringLiteral("Snippets.json"));
+}
+
+void TestSync::settingsPageAsksAndKeepsTheOldPassPhrase()
+{
+    SyncSettingsPage page(m_sync.get());
+    QSignalSpy runs(&page, &SyncSettingsPage::syncNow);
+    QString question;
+    const auto answer = [&question](QMessageBox::StandardButton button) {
+        ModalAnswer::whenOpens([&question, button](QWidget *box) {
+            question = qobject_cast<QMessageBox *>(box)->text();
+            qobject_cast<QMessageBox *>(box)->button(button)->click();
+        });
+    };
+    answer(QMessageBox::No);
+    page.findChild<QPushButton *>(QStringLiteral("syncDownload"))->click();
+    QVERIFY(question.startsWith(QStringLiteral("All your local content will be overwritten")));
+    QCOMPARE(runs.size(), 0);
+    answer(QMessageBox::Yes);
+    page.findChild<QPushButton *>(QStringLiteral("syncUpload"))->click();
+    QVERIFY(question.startsWith(QStringLiteral("The remote data will be overwritten")));
+    QCOMPARE(runs.size(), 1);
+    QCOMPARE(runs.last().first().value<SyncDirection>(), SyncDirection::ToServer);
+    question.clear();
+    page.findChild<QPushButton *>(QStringLiteral("syncBothWays"))->click();
+    QVERIFY(question.isEmpty());
+    QCOMPARE(runs.last().first().value<SyncDirection>(), SyncDirection::Both);
+
+    // Encryption needs a pass phrase; a new one keeps the old one for files written before.
+    QCheckBox *encrypt = page.findChildren<QCheckBox *>().last();
+    auto *passphrase = page.findChild<QLineEdit *>();
+    encrypt->setChecked(true);
+    QVERIFY(!page.save());
+    passphrase->setText(QStringLiteral("one"));
+    QVERIFY(page.save());
+    QVERIFY(QSettings().value(SettingsKey::EncryptData).toBool());
+    passphrase->setText(QStringLiteral("two"));
+    QVERIFY(page.save());
+    QCOMPARE(Settings::secret(SettingsKey::Passphrase), QStringLiteral("two"));
+    QCOMPARE(Settings::secret(SettingsKey::PreviousPassphrase), QStringLiteral("one"));
+    QVERIFY(!page.save());
+
+    page.findChild<QPushButton *>(QStringLiteral("stopSync"))->click();
+    QCOMPARE(QSettings().value(SettingsKey::SyncTarget).toString(), QStringLiteral("None"));
+    QVERIFY(QFileInfo(SyncLogDialog::defaultExportPath()).fileName().startsWith("Synclog-"));
 }
 
 void TestSync::relativeTimeTexts_data()

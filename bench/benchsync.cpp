@@ -1,0 +1,114 @@
+// A full sync of a 10,000-clipping history through a shared folder, both ways, plain and
+// encrypted: the time of each run and the bytes written, and what the cipher's own level-9
+// compression of the already compressed payload costs. Run from a release build:
+//   QT_QPA_PLATFORM=offscreen ./bench/benchsync [count]
+#include "cipher.h"
+#include "historyitemmodel.h"
+#include "settings.h"
+#include "sync.h"
+#include "syncpayload.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+namespace {
+
+qint64 folderBytes(const QString &folder)
+{
+    qint64 bytes = 0;
+    for (const QFileInfo &file : QDir(folder).entryInfoList(QDir::Files))
+        bytes += file.size();
+    return bytes;
+}
+
+// One run of the engine over the history, to its end; milliseconds.
+qint64 timedRun(HistoryItemModel *history, bool encrypt)
+{
+    Sync sync;
+    QVariantMap values = Sync::storedSettings();
+    values.insert(QLatin1String(SettingsKey::EncryptData), encrypt);
+    values.insert(QLatin1String(SettingsKey::Passphrase), QStringLiteral("a long pass phrase"));
+    sync.setSettings(values);
+    sync.setModels(history, nullptr);
+    QSignalSpy status(&sync, &Sync::syncStatus);
+    QElapsedTimer timer;
+    timer.start();
+    sync.syncAll(SyncDirection::Both);
+    while (status.isEmpty() || status.last().first().value<SyncStatus>() == SyncStatus::Running)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+    return timer.elapsed();
+}
+
+void runBoth(int count, bool encrypt, const QString &root)
+{
+    const QString folder =
+        root + (encrypt ? QStringLiteral("/encrypted") : QStringLiteral("/plain"));
+    QDir().mkpath(folder);
+    QSettings().setValue(SettingsKey::SyncFolder, folder);
+    HistoryItemModel here(root + QStringLiteral("/here.json"));
+    here.fillWithGeneratedClippings(count);
+    HistoryItemModel there(root + QStringLiteral("/there.json"));
+    const qint64 up = timedRun(&here, encrypt);
+    const qint64 written = folderBytes(folder);
+    const qint64 down = timedRun(&there, encrypt);
+    here.finishSaves();
+    there.finishSaves();
+    std::printf("%-9s upload %5lld ms, %8lld bytes written; download and merge %5lld ms (%d "
+                "clippings arrived)\n",
+                encrypt ? "encrypted" : "plain", static_cast<long long>(up),
+                static_cast<long long>(written), static_cast<long long>(down), there.rowCount());
+}
+
+void cipherCompression(int count, const QString &root)
+{
+    HistoryItemModel history(root + QStringLiteral("/cipher.json"));
+    history.fillWithGeneratedClippings(count);
+    const QByteArray compressed = qCompress(history.serialize());
+    for (auto mode : {Cipher::CompressNever, Cipher::CompressAuto}) {
+        Cipher cipher(Cipher::keyFromText(QStringLiteral("a long pass phrase")));
+        cipher.setCompressionMode(mode);
+        QElapsedTimer timer;
+        timer.start();
+        const QByteArray sealed = cipher.encrypt(compressed);
+        std::printf("cipher on the %lld-byte payload, %s: %lld ms, %lld bytes\n",
+                    static_cast<long long>(compressed.size()),
+                    mode == Cipher::CompressNever ? "no compression" : "level-9 compression",
+                    static_cast<long long>(timer.elapsed()), static_cast<long long>(sealed.size()));
+    }
+}
+
+void quiet(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (type >= QtWarningMsg)
+        std::fprintf(stderr, "%s\n", qPrintable(message));
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QTemporaryDir root;
+    qputenv("XDG_CONFIG_HOME", root.filePath(QStringLiteral("config")).toLocal8Bit());
+    qputenv("XDG_DATA_HOME", root.filePath(QStringLiteral("data")).toLocal8Bit());
+    QApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("benchsync"));
+    qInstallMessageHandler(quiet);
+    const int count = argc > 1 ? QByteArray(argv[1]).toInt() : 10000;
+    QSettings settings;
+    Settings::writeDefaults(settings);
+    settings.setValue(SettingsKey::KeepItems, QStringLiteral("0"));
+    settings.setValue(SettingsKey::SyncTarget, QStringLiteral("LocalFolder"));
+    settings.setValue(SettingsKey::SyncSnippets, false);
+    settings.setValue(SettingsKey::SyncActions, false);
+    std::printf("A full sync of %d clippings through a shared folder\n", count);
+    runBoth(count, false, root.path());
+    runBoth(count, true, root.path());
+    cipherCompression(count, root.path());
+    return 0;
+}
