@@ -715,10 +715,8 @@ void Sync::onDownloaded(int kind, const SyncEntry &entry, const QByteArray &byte
         log(QStringLiteral("Sync: Download finished for ") + entry.onlineName);
     switch (kind) {
     case ActionDownload:
-        writeAction(entry, bytes);
-        return;
     case ImageDownload:
-        writeImage(entry, bytes);
+        receiveFile(kind, entry, bytes);
         return;
     case ModelDownload:
         onModelDownloaded(entry, bytes);
@@ -751,39 +749,31 @@ void Sync::onModelDownloaded(const SyncEntry &entry, const QByteArray &body)
     mergeAndUpload(entry, document);
 }
 
-void Sync::writeAction(const SyncEntry &entry, const QByteArray &body)
+void Sync::receiveFile(int kind, const SyncEntry &entry, const QByteArray &body)
 {
-    const QStringList parts = SyncPayload::downloadParts(entry.onlineName);
     SyncPayload::Result result;
     const QByteArray bytes = SyncPayload::decodeFile(body, keys(), &result);
     if (result != SyncPayload::Result::Ok) {
         fail(tr("Decryption failed."));
         return;
     }
-    if (!parts.isEmpty()) {
-        QDir().mkpath(actionsFolder());
-        const QString path = actionsFolder() + QDir::separator() + parts.at(2);
-        QSaveFile file(path);
-        if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
-            emit actionsChanged();
-        else
-            log(path + QStringLiteral(" cannot be opened for writing."));
-    }
+    const QStringList parts = SyncPayload::downloadParts(entry.onlineName);
+    if (!parts.isEmpty() && kind == ActionDownload)
+        writeAction(parts.at(2), bytes);
+    else if (!parts.isEmpty())
+        emit imageDownloaded(QUuid::fromString(parts.at(1)), parts.at(2), bytes);
     handleQueue();
 }
 
-void Sync::writeImage(const SyncEntry &entry, const QByteArray &body)
+void Sync::writeAction(const QString &fileName, const QByteArray &bytes)
 {
-    const QStringList parts = SyncPayload::downloadParts(entry.onlineName);
-    SyncPayload::Result result;
-    const QByteArray bytes = SyncPayload::decodeFile(body, keys(), &result);
-    if (result != SyncPayload::Result::Ok) {
-        fail(tr("Decryption failed."));
-        return;
-    }
-    if (!parts.isEmpty())
-        emit imageDownloaded(QUuid::fromString(parts.at(1)), parts.at(2), bytes);
-    handleQueue();
+    QDir().mkpath(actionsFolder());
+    const QString path = actionsFolder() + QDir::separator() + fileName;
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+        emit actionsChanged();
+    else
+        log(path + QStringLiteral(" cannot be opened for writing."));
 }
 
 void Sync::resyncUpload(const SyncEntry &entry, const QByteArray &body)

@@ -124,8 +124,9 @@ private:
     void onRemoved(const SyncEntry &entry);
     void onDataUpdated(const QString &content);
     void onModelDownloaded(const SyncEntry &entry, const QByteArray &body);
-    void writeAction(const SyncEntry &entry, const QByteArray &body);
-    void writeImage(const SyncEntry &entry, const QByteArray &body);
+    // A downloaded action or image file, decrypted when it needs to be.
+    void receiveFile(int kind, const SyncEntry &entry, const QByteArray &body);
+    void writeAction(const QString &fileName, const QByteArray &bytes);
     void resyncUpload(const SyncEntry &entry, const QByteArray &body);
 
     bool setting(const char *key) const;
