@@ -2,6 +2,7 @@
 // union of lines: the queue, the decisions for each direction, cleanup of old versions,
 // actions, images, encryption and failures.
 #include "actionfiles.h"
+#include "appmodes.h"
 #include "cipher.h"
 #include "notifier.h"
 #include "relativetime.h"
@@ -198,6 +199,16 @@ void TestSync::queueTakesEachFileOnceAndWaitsForTheBurstToEnd()
     QVERIFY(m_sync->isQueueTimerActive());
     m_sync->sync(7, &m_history, SyncDirection::Both);
     QVERIFY(logged(QStringLiteral("Unknown sync file: 7")));
+
+    // A demonstration never touches what is online.
+    AppModes demo;
+    demo.demo = true;
+    AppModes::setCurrent(demo);
+    Sync shown;
+    shown.syncAll(SyncDirection::Both);
+    AppModes::setCurrent(AppModes());
+    QVERIFY(shown.queuedFiles().isEmpty());
+    QVERIFY(!logged(QStringLiteral("Sync all")));
 
     // A kind the user does not sync is not queued at all.
     QVariantMap values = Sync::storedSettings();
