@@ -98,7 +98,7 @@ bool HistoryItemModel::addText(const QString &text, const QString &html, const Q
                                const QString &application)
 {
     recordApplication(application, icon);
-    QStandardItem *item = newTextItem(text, html, icon, application, now());
+    QStandardItem *item = newTextItem(text, html, icon, application, copyTime());
     if (!merge(item)) {
         delete item;
         return false;
@@ -137,7 +137,7 @@ void HistoryItemModel::addMimeData(QMimeData *data, const QPixmap &icon, const Q
         const QByteArray png = data->data(QStringLiteral("image/png"));
         // Stored as they came when they really are PNG; anything else is encoded again.
         const bool isPng = png.startsWith("\x89PNG\r\n\x1a\n");
-        addImage(urls.isEmpty() ? QUrl() : urls.first(), image, icon, application, now(),
+        addImage(urls.isEmpty() ? QUrl() : urls.first(), image, icon, application, copyTime(),
                  isPng ? png : QByteArray());
     } else if (data->hasText()) {
         addText(data->text(), data->html(), icon, application);
@@ -163,7 +163,7 @@ bool HistoryItemModel::addUrls(const QList<QUrl> &urls, const QPixmap &icon,
     const QString fileName = url.fileName();
     for (const QString &suffix : imageSuffixes) {
         if (fileName.endsWith(suffix, Qt::CaseInsensitive)) {
-            addImage(url, QImage(), icon, application, now());
+            addImage(url, QImage(), icon, application, copyTime());
             return false;
         }
     }
@@ -218,6 +218,17 @@ int HistoryItemModel::duplicateRow(const QStandardItem *item) const
 QDateTime HistoryItemModel::now() const
 {
     return wholeSeconds(m_clock());
+}
+
+QDateTime HistoryItemModel::copyTime()
+{
+    // Times are whole seconds; copies made within one second get seconds of their own, so that
+    // each new copy still goes to the top, here and on every computer it reaches.
+    QDateTime time = now();
+    if (m_lastCopyTime.isValid() && time <= m_lastCopyTime)
+        time = m_lastCopyTime.addSecs(1);
+    m_lastCopyTime = time;
+    return time;
 }
 
 bool HistoryItemModel::merge(QStandardItem *item)
@@ -372,7 +383,8 @@ void HistoryItemModel::reverseOrder(QList<int> rows)
 
 void HistoryItemModel::markRemoved(QList<int> rows)
 {
-    const QDateTime time = now();
+    // Later than any copy made here, so the removal wins wherever it arrives.
+    const QDateTime time = copyTime();
     QList<QStandardItem *> removed;
     for (int row : std::as_const(rows)) {
         QStandardItem *clipping = item(row);

@@ -42,6 +42,8 @@ public:
     // To the second, as the history file keeps times: a clipping reads back exactly as it was,
     // and two computers order and hash the same history alike.
     QDateTime now() const;
+    // The time of a new copy made here: now, or a second after the last copy.
+    QDateTime copyTime();
 
     // A copied text or image; false when the merge refused it. Saved and handed to sync when
     // kept. pngBytes, when the clipboard offered them, are stored instead of encoding again.
@@ -144,6 +146,7 @@ private:
     void onSaveFinished(const QString &path, int result, bool tellSync);
 
     QString m_path;
+    QDateTime m_lastCopyTime;
     QSortFilterProxyModel *m_proxy;
     HistoryIndex *m_index;
     HistoryWriter *m_writer;

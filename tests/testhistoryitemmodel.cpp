@@ -408,6 +408,13 @@ void TestHistoryItemModel::removedClippingsTakeTheirPlaceByTime()
     QCOMPARE(m_model->item(0)->data(TimeRole).toDateTime(), kStart.addSecs(120));
     QVERIFY(m_model->indexIsConsistent());
     QCOMPARE(m_model->proxy()->rowCount(), 1);
+
+    // Copies within one second get seconds of their own: each new one is on top.
+    for (const char *text : {"burst one", "burst two", "burst three"})
+        QVERIFY(m_model->addText(QLatin1String(text), QString(), QPixmap(), QStringLiteral("app")));
+    QCOMPARE(m_model->item(0)->data(TextRole).toString(), QStringLiteral("burst three"));
+    QCOMPARE(m_model->item(2)->data(TextRole).toString(), QStringLiteral("burst one"));
+    QCOMPARE(m_model->item(0)->data(TimeRole).toDateTime(), kStart.addSecs(123));
 }
 
 void TestHistoryItemModel::thumbnailForAGoneClipping()

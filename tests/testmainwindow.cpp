@@ -265,10 +265,6 @@ void TestMainWindow::quickPasteNumbersPlainTextAndSeveralJoined()
     m_history->addText(QStringLiteral("first"), QStringLiteral("<b>first</b>"), {},
                        QStringLiteral("editor"));
     openFrom(7);
-    press(m_window->historyView(), Qt::Key_3);
-    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("third"));
-
-    openFrom(7);
     press(m_window->historyView(), Qt::Key_Return, Qt::ShiftModifier);
     QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("first"));
     QVERIFY(!QGuiApplication::clipboard()->mimeData()->hasHtml());
@@ -285,6 +281,14 @@ void TestMainWindow::quickPasteNumbersPlainTextAndSeveralJoined()
 
     QTest::qWait(300);
     openFrom(7);
+    press(m_window->historyView(), Qt::Key_3);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("third"));
+
+    // A pasted clipping comes back as the newest copy.
+    QTRY_COMPARE(rowText(0), QStringLiteral("third"));
+
+    QTest::qWait(300);
+    openFrom(7);
     HistoryItemView *view = m_window->historyView();
     view->selectionModel()->select(row(1), QItemSelectionModel::Select);
     view->selectionModel()->select(row(2), QItemSelectionModel::Select);
@@ -294,7 +298,7 @@ void TestMainWindow::quickPasteNumbersPlainTextAndSeveralJoined()
     press(view, Qt::Key_Return);
     QCOMPARE(QGuiApplication::clipboard()->text(), joined);
     // Only for the paste: the clipboard comes back, and the history gains nothing.
-    QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("first"));
+    QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("third"));
     QCOMPARE(m_history->proxy()->rowCount(), 3);
 }
 
@@ -340,12 +344,14 @@ void TestMainWindow::pasteNextWalksToOlderClippings()
 
 void TestMainWindow::snippetPastesResolvedWithItsCaret()
 {
+    // Copied before the clipping that {CLIP} takes, which is the newest one.
+    QGuiApplication::clipboard()->setText(QStringLiteral("the user's"));
+    QTRY_COMPARE(rowText(0), QStringLiteral("the user's"));
     addTexts({QStringLiteral("Ticket 4711")});
     SnippetItemModel *snippets = m_window->snippetModel();
     const QModelIndex snippet =
         snippets->addSnippet(snippets->addGroup(QStringLiteral("Work")), QStringLiteral("Reply"),
                              QStringLiteral("Re {CLIP}: ⁞ thanks"));
-    QGuiApplication::clipboard()->setText(QStringLiteral("the user's"));
     openFrom(11);
     press(m_window->historyView(), Qt::Key_Tab, Qt::ControlModifier);
     QCOMPARE(m_window->currentPage(), MainWindow::SnippetsPage);
