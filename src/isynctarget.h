@@ -36,6 +36,10 @@ public:
     // How initialise() treats a missing configuration.
     enum InitMode { UseConfigured = 0, AskIfMissing = 1, AlwaysAsk = 2 };
 
+    // The values of the setting that chooses the target.
+    static inline const QString LocalFolderSetting = QStringLiteral("LocalFolder");
+    static inline const QString GoogleDriveSetting = QStringLiteral("GoogleDrive");
+
     using QObject::QObject;
 
     virtual void initialise(InitMode mode) = 0;

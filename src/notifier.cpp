@@ -1,5 +1,7 @@
 #include "notifier.h"
 
+#include "isynctarget.h"
+
 #include "settings.h"
 #include "synclog.h"
 
@@ -8,12 +10,6 @@
 #include <QFileSystemWatcher>
 #include <QSettings>
 #include <QTimer>
-
-namespace {
-
-const QString LocalFolderTarget = QStringLiteral("LocalFolder");
-
-} // namespace
 
 Notifier::Notifier(QObject *parent) : QObject(parent), m_folderTimer(new QTimer(this))
 {
@@ -28,7 +24,7 @@ void Notifier::connectTarget(const QString &targetName)
         return;
     close();
     m_target = targetName;
-    if (targetName == LocalFolderTarget)
+    if (targetName == ISyncTarget::LocalFolderSetting)
         watchFolder();
 }
 
@@ -79,7 +75,7 @@ void Notifier::setStatus(ConnectionStatus status)
 void Notifier::notify(const QString &content)
 {
     // Computers sharing a folder see each other's files through their own folder watch.
-    if (m_target == LocalFolderTarget)
+    if (m_target == ISyncTarget::LocalFolderSetting)
         return;
     if (!m_connected) {
         qWarning() << "Notification not send because the connection is not established" << content;

@@ -28,7 +28,6 @@
 
 namespace {
 
-const QString LocalFolderTarget = QStringLiteral("LocalFolder");
 const QString ActionsEntry = QStringLiteral("actions");
 const QString ResyncEntry = QStringLiteral("resync");
 const QString ActionPrefix = QStringLiteral("action_");
@@ -190,7 +189,7 @@ std::unique_ptr<Cipher> Sync::uploadCipher() const
 
 ISyncTarget *Sync::activeTarget() const
 {
-    if (activeTargetName() == LocalFolderTarget)
+    if (activeTargetName() == ISyncTarget::LocalFolderSetting)
         return m_localFolder;
     return m_none;
 }

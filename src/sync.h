@@ -139,7 +139,6 @@ private:
     bool m_listRequested = false;
     // A call of the target is under way; its answer goes on with the queue.
     bool m_inFlight = false;
-    bool m_running = false;
     QTimer *m_queueTimer;
     // Lets the notifier react to folder changes again a second after a run.
     QTimer *m_reactTimer;

@@ -22,9 +22,6 @@
 
 namespace {
 
-const QString LocalFolderTarget = QStringLiteral("LocalFolder");
-const QString GoogleDriveTarget = QStringLiteral("GoogleDrive");
-
 QLabel *wrappedLabel(const QString &text, QWidget *parent)
 {
     auto *label = new QLabel(text, parent);
@@ -74,8 +71,10 @@ QWidget *SyncSettingsPage::createChoosePage()
     drive->setObjectName(QStringLiteral("useGoogleDrive"));
     drive->setEnabled(false);
     drive->setToolTip(tr("Google Drive is not available in this version yet."));
-    connect(folder, &QPushButton::clicked, this, [this] { chooseTarget(LocalFolderTarget); });
-    connect(drive, &QPushButton::clicked, this, [this] { chooseTarget(GoogleDriveTarget); });
+    connect(folder, &QPushButton::clicked, this,
+            [this] { chooseTarget(ISyncTarget::LocalFolderSetting); });
+    connect(drive, &QPushButton::clicked, this,
+            [this] { chooseTarget(ISyncTarget::GoogleDriveSetting); });
 
     auto *layout = new QVBoxLayout(page);
     layout->addWidget(intro);
@@ -262,7 +261,7 @@ void SyncSettingsPage::showEvent(QShowEvent *event)
 void SyncSettingsPage::chooseTarget(const QString &targetName)
 {
     QSettings().setValue(SettingsKey::SyncTarget, targetName);
-    m_waitText->setText(targetName == GoogleDriveTarget
+    m_waitText->setText(targetName == ISyncTarget::GoogleDriveSetting
                             ? tr("Please authorize Velmorin to access your Google Drive on the "
                                  "browser.")
                             : tr("Please choose the sync folder."));
