@@ -7,7 +7,7 @@
 #include <QString>
 
 // One file as a sync target lists it: its online name, the target's identifier for it, and
-// when it was created there (ISO 8601, local time).
+// when it was created there (ISO 8601 in UTC with milliseconds, so that texts sort by time).
 struct OnlineFile
 {
     QString name;
@@ -45,7 +45,8 @@ public:
     virtual void initialise(InitMode mode) = 0;
     virtual bool isValid() const = 0;
     virtual void listFiles() = 0;
-    // kind: what the engine does with the bytes (its download callback kind).
+    // Files are named by their online names; a target whose identifiers differ keeps the
+    // mapping itself. kind: what the engine does with the bytes (its download callback kind).
     virtual void download(int kind, const SyncEntry &entry) = 0;
     // Writes the bytes under entry.file; the answer carries the entry with its online name.
     virtual void upload(int kind, const SyncEntry &entry, const QByteArray &bytes) = 0;

@@ -43,6 +43,12 @@ inline constexpr char PreviousPassphrase[] = "PreviousPassphrase";
 inline constexpr char SyncFolder[] = "SyncFolder";
 inline constexpr char LastSync[] = "LastSync";
 inline constexpr char SyncStatus[] = "SyncStatus";
+// Where Google Drive sync and the notifier connect; empty means the build's defaults.
+inline constexpr char GoogleClientId[] = "GoogleClientId";
+inline constexpr char GoogleClientSecret[] = "GoogleClientSecret";
+inline constexpr char GoogleAccountsUrl[] = "GoogleAccountsUrl";
+inline constexpr char GoogleApiUrl[] = "GoogleApiUrl";
+inline constexpr char NotifierUrl[] = "NotifierUrl";
 inline constexpr char StartAutomatically[] = "StartAutomatically";
 inline constexpr char OpenOnMouse[] = "OpenOnMouse";
 inline constexpr char WindowSize[] = "WindowSize";

@@ -6,6 +6,7 @@
 #include "clipping.h"
 #include "notifier.h"
 #include "settings.h"
+#include "syncgoogledrive.h"
 #include "synclocalfolder.h"
 #include "synclog.h"
 #include "syncnone.h"
@@ -52,7 +53,7 @@ QString sha256(const QByteArray &bytes)
 
 QString nowText()
 {
-    return QDateTime::currentDateTime().toString(Qt::ISODateWithMs);
+    return QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs);
 }
 
 // "History#<hash>.json" belongs to "History.json".
@@ -92,8 +93,8 @@ QDateTime actionCreated(const QJsonObject &action)
 
 Sync::Sync(QObject *parent)
     : QObject(parent), m_queueTimer(new QTimer(this)), m_reactTimer(new QTimer(this)),
-      m_localFolder(new SyncLocalFolder(this)), m_none(new SyncNone(this)),
-      m_notifier(new Notifier(this))
+      m_localFolder(new SyncLocalFolder(this)), m_googleDrive(new SyncGoogleDrive(this)),
+      m_none(new SyncNone(this)), m_notifier(new Notifier(this))
 {
     m_queueTimer->setSingleShot(true);
     m_queueTimer->setInterval(QueueDelayMs);
@@ -103,7 +104,8 @@ Sync::Sync(QObject *parent)
     connect(m_reactTimer, &QTimer::timeout, this, [this] { m_notifier->setReact(true); });
 
     for (ISyncTarget *target :
-         {static_cast<ISyncTarget *>(m_localFolder), static_cast<ISyncTarget *>(m_none)}) {
+         {static_cast<ISyncTarget *>(m_localFolder), static_cast<ISyncTarget *>(m_googleDrive),
+          static_cast<ISyncTarget *>(m_none)}) {
         connect(target, &ISyncTarget::initialized, this, &Sync::initialized);
         connect(target, &ISyncTarget::filesListed, this, &Sync::onFilesListed);
         connect(target, &ISyncTarget::downloaded, this, &Sync::onDownloaded);
@@ -136,6 +138,7 @@ Sync::Sync(QObject *parent)
             fail(tr("Synchronization failed."));
         });
     }
+    m_notifier->setIdTokenSource([this] { return m_googleDrive->idToken(); });
     connect(m_notifier, &Notifier::dataUpdated, this, &Sync::onDataUpdated);
     connect(this, &Sync::contentUploaded, m_notifier, &Notifier::notify);
     m_settings = storedSettings();
@@ -189,8 +192,11 @@ std::unique_ptr<Cipher> Sync::uploadCipher() const
 
 ISyncTarget *Sync::activeTarget() const
 {
-    if (activeTargetName() == ISyncTarget::LocalFolderSetting)
+    const QString name = activeTargetName();
+    if (name == ISyncTarget::LocalFolderSetting)
         return m_localFolder;
+    if (name == ISyncTarget::GoogleDriveSetting)
+        return m_googleDrive;
     return m_none;
 }
 

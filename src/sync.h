@@ -18,6 +18,7 @@
 class Cipher;
 class Notifier;
 class QTimer;
+class SyncGoogleDrive;
 class SyncLocalFolder;
 class SyncNone;
 
@@ -75,6 +76,7 @@ public:
     ISyncTarget *activeTarget() const;
     QString activeTargetName() const;
     SyncLocalFolder *localFolder() const { return m_localFolder; }
+    SyncGoogleDrive *googleDrive() const { return m_googleDrive; }
     Notifier *notifier() const { return m_notifier; }
     // Starts listening for news from other computers when the target is usable.
     void connectNotifier();
@@ -152,6 +154,7 @@ private:
     QHash<ISyncMerge *, QString> m_syncedHashes;
     QString m_hashBeforeMerge;
     SyncLocalFolder *m_localFolder;
+    SyncGoogleDrive *m_googleDrive;
     SyncNone *m_none;
     Notifier *m_notifier;
 };

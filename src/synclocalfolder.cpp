@@ -82,7 +82,7 @@ void SyncLocalFolder::listFiles()
     for (const QFileInfo &file : folder.entryInfoList(QDir::Files | QDir::Hidden, QDir::NoSort)) {
         // With milliseconds: two computers often write within the same second, and the newest
         // version must still be told apart.
-        const QString created = file.lastModified().toString(Qt::ISODateWithMs);
+        const QString created = file.lastModified().toUTC().toString(Qt::ISODateWithMs);
         files.append({file.fileName(), file.fileName(), created});
     }
     // The engine asks for the list while its own is empty; this entry matches no name.

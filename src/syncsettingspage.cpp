@@ -1,8 +1,10 @@
 #include "syncsettingspage.h"
 
+#include "clientitemdelegate.h"
 #include "relativetime.h"
 #include "settings.h"
 #include "sync.h"
+#include "syncgoogledrive.h"
 #include "synclocalfolder.h"
 #include "synclogdialog.h"
 
@@ -13,6 +15,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSettings>
@@ -47,6 +50,9 @@ SyncSettingsPage::SyncSettingsPage(Sync *sync, QWidget *parent)
     connect(m_sync, &Sync::syncInitialized, this, &SyncSettingsPage::onInitialized);
     connect(m_sync, &Sync::syncStatus, this, &SyncSettingsPage::updateStatus);
     connect(m_sync->notifier(), &Notifier::status, this, &SyncSettingsPage::updateNotifierState);
+    connect(m_sync->notifier(), &Notifier::clientList, this, &SyncSettingsPage::showClients);
+    connect(m_sync->googleDrive(), &SyncGoogleDrive::authorisationFailed, this,
+            [this](const QString &why) { m_chooseError->setText(why); });
     connect(this, &SyncSettingsPage::syncNow, m_sync, &Sync::syncAll);
     // The relative time of the last success moves on while the page is open.
     m_refresh->setInterval(30000);
@@ -69,8 +75,20 @@ QWidget *SyncSettingsPage::createChoosePage()
     folderHint->setEnabled(false);
     auto *drive = new QPushButton(tr("Use Google Drive"), page);
     drive->setObjectName(QStringLiteral("useGoogleDrive"));
-    drive->setEnabled(false);
-    drive->setToolTip(tr("Google Drive is not available in this version yet."));
+    auto *driveHint = wrappedLabel(
+        tr("The data is stored in the application specific folder of your personal Google "
+           "account, which only Velmorin can see."),
+        page);
+    driveHint->setEnabled(false);
+    if (!m_sync->googleDrive()->isConfigured()) {
+        drive->setEnabled(false);
+        driveHint->setText(tr("This build of Velmorin has no Google client configured, so it "
+                              "cannot connect to Google Drive. The README says how to set one "
+                              "up."));
+    }
+    m_chooseError = wrappedLabel(QString(), page);
+    m_chooseError->setObjectName(QStringLiteral("chooseError"));
+    m_chooseError->setStyleSheet(QStringLiteral("color: #C62828"));
     connect(folder, &QPushButton::clicked, this,
             [this] { chooseTarget(ISyncTarget::LocalFolderSetting); });
     connect(drive, &QPushButton::clicked, this,
@@ -83,6 +101,9 @@ QWidget *SyncSettingsPage::createChoosePage()
     layout->addWidget(folderHint);
     layout->addSpacing(12);
     layout->addWidget(drive, 0, Qt::AlignLeft);
+    layout->addWidget(driveHint);
+    layout->addSpacing(12);
+    layout->addWidget(m_chooseError);
     layout->addStretch(1);
     return page;
 }
@@ -104,15 +125,15 @@ QWidget *SyncSettingsPage::createSyncPage()
     auto *page = new QWidget(this);
     m_targetText = wrappedLabel(QString(), page);
     m_targetText->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto *changeFolder = new QPushButton(tr("Change folder..."), page);
-    connect(changeFolder, &QPushButton::clicked, this, [this] {
+    m_changeFolder = new QPushButton(tr("Change folder..."), page);
+    connect(m_changeFolder, &QPushButton::clicked, this, [this] {
         m_waitText->setText(tr("Please choose the sync folder."));
         m_stack->setCurrentWidget(m_waitPage);
         m_sync->localFolder()->initialise(ISyncTarget::AlwaysAsk);
     });
     auto *target = new QHBoxLayout;
     target->addWidget(m_targetText, 1);
-    target->addWidget(changeFolder);
+    target->addWidget(m_changeFolder);
 
     auto *content = new QGroupBox(tr("What to synchronize"), page);
     m_history = new QCheckBox(tr("History, with its images"), content);
@@ -141,6 +162,19 @@ QWidget *SyncSettingsPage::createSyncPage()
     state->addRow(tr("Last success"), m_lastSuccess);
     state->addRow(m_notifierState);
 
+    auto *clients = new QGroupBox(tr("Your other computers"), page);
+    m_clientsBox = clients;
+    m_clients = new QListWidget(clients);
+    m_clients->setObjectName(QStringLiteral("clients"));
+    m_clients->setItemDelegate(new ClientItemDelegate(m_clients));
+    m_clients->setMaximumHeight(150);
+    auto *refreshClients = new QPushButton(tr("Refresh"), clients);
+    connect(refreshClients, &QPushButton::clicked, m_sync->notifier(),
+            &Notifier::requestClientList);
+    auto *clientsLayout = new QHBoxLayout(clients);
+    clientsLayout->addWidget(m_clients, 1);
+    clientsLayout->addWidget(refreshClients, 0, Qt::AlignTop);
+
     auto *showLog = new QPushButton(tr("Show sync log..."), page);
     auto *stop = new QPushButton(tr("Stop synchronizing the data"), page);
     stop->setObjectName(QStringLiteral("stopSync"));
@@ -157,6 +191,7 @@ QWidget *SyncSettingsPage::createSyncPage()
     layout->addWidget(encryption);
     layout->addWidget(createRunButtons(page));
     layout->addLayout(state);
+    layout->addWidget(clients);
     layout->addStretch(1);
     layout->addLayout(bottom);
     return page;
@@ -260,6 +295,7 @@ void SyncSettingsPage::showEvent(QShowEvent *event)
 
 void SyncSettingsPage::chooseTarget(const QString &targetName)
 {
+    m_chooseError->clear();
     QSettings().setValue(SettingsKey::SyncTarget, targetName);
     m_waitText->setText(targetName == ISyncTarget::GoogleDriveSetting
                             ? tr("Please authorize Velmorin to access your Google Drive on the "
@@ -286,9 +322,13 @@ void SyncSettingsPage::showCurrentPage()
         return;
     }
     QString where = target->name();
-    if (target == m_sync->localFolder())
+    const bool folder = target == m_sync->localFolder();
+    if (folder)
         where += QStringLiteral(": ") + QDir::toNativeSeparators(m_sync->localFolder()->folder());
     m_targetText->setText(tr("Synchronizing with %1").arg(where));
+    m_changeFolder->setVisible(folder);
+    m_clientsBox->setVisible(target == m_sync->googleDrive());
+    m_sync->notifier()->requestClientList();
     m_stack->setCurrentWidget(m_syncPage);
     updateLastSuccess();
     updateNotifierState();
@@ -296,6 +336,9 @@ void SyncSettingsPage::showCurrentPage()
 
 void SyncSettingsPage::stopSync()
 {
+    // Stopping also withdraws the access Google granted; choosing Drive again asks anew.
+    if (m_sync->activeTarget() == m_sync->googleDrive())
+        m_sync->googleDrive()->unlink();
     QSettings().setValue(SettingsKey::SyncTarget, QStringLiteral("None"));
     m_sync->connectNotifier();
     showCurrentPage();
@@ -324,9 +367,21 @@ void SyncSettingsPage::updateLastSuccess()
                                : tr("Not synchronized"));
 }
 
+void SyncSettingsPage::showClients(const QList<Notifier::Client> &clients)
+{
+    m_clients->clear();
+    for (const Notifier::Client &client : clients) {
+        auto *item = new QListWidgetItem(client.value(QStringLiteral("name")), m_clients);
+        item->setData(ClientItemDelegate::TypeRole, client.value(QStringLiteral("type")));
+        item->setData(ClientItemDelegate::TimeRole, client.value(QStringLiteral("time")));
+    }
+}
+
 void SyncSettingsPage::updateNotifierState()
 {
-    const Notifier *notifier = m_sync->notifier();
+    Notifier *notifier = m_sync->notifier();
+    if (notifier->isConnected() && m_clientsBox->isVisible() && m_clients->count() == 0)
+        notifier->requestClientList();
     if (notifier->isWatchingFolder())
         m_notifierState->setText(tr("Changes from other computers are picked up as they arrive "
                                     "in the folder."));

@@ -10,6 +10,7 @@
 class QCheckBox;
 class QLabel;
 class QLineEdit;
+class QListWidget;
 class QPushButton;
 class QStackedWidget;
 class QTimer;
@@ -56,6 +57,7 @@ private:
     void updateStatus(SyncStatus status, const QString &text);
     void updateLastSuccess();
     void updateNotifierState();
+    void showClients(const QList<Notifier::Client> &clients);
 
     Sync *m_sync;
     QStackedWidget *m_stack;
@@ -64,6 +66,10 @@ private:
     QWidget *m_syncPage = nullptr;
     QLabel *m_waitText = nullptr;
     QLabel *m_targetText = nullptr;
+    QLabel *m_chooseError = nullptr;
+    QPushButton *m_changeFolder = nullptr;
+    QWidget *m_clientsBox = nullptr;
+    QListWidget *m_clients = nullptr;
     QCheckBox *m_history = nullptr;
     QCheckBox *m_snippets = nullptr;
     QCheckBox *m_actions = nullptr;
