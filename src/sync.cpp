@@ -391,6 +391,11 @@ void Sync::endRun(bool success, const QString &failure)
             emit syncStatus(SyncStatus::Success, tr("Synchronization successful."));
         });
     } else {
+        // The run is over: what was still queued goes with the next one, which a change here,
+        // news from another computer or the user starts. Kept, it would wait for a new entry
+        // to start the queue's timer again, and a duplicate of it never does.
+        m_queue.clear();
+        m_queueTimer->stop();
         QSettings().setValue(SettingsKey::SyncStatus, int(SyncStatus::Failure));
         emit syncStatus(SyncStatus::Failure, failure);
     }

@@ -144,13 +144,17 @@ QHttpServerResponse FakeGoogle::respond(const QHttpServerRequest &request)
                      QStringLiteral("Request had invalid authentication "
                                     "credentials."),
                      QStringLiteral("authError"));
-    if (m_refuseCount > 0) {
+    if (m_refuseCount > 0 &&
+        (m_requests.last() + QLatin1Char('?') + request.url().query()).contains(m_refuseFilter)) {
         --m_refuseCount;
         if (m_refuseStatus == 403)
             return error(Status::Forbidden, QStringLiteral("User Rate Limit Exceeded"),
                          QStringLiteral("userRateLimitExceeded"));
-        return error(Status::TooManyRequests, QStringLiteral("Rate Limit Exceeded"),
-                     QStringLiteral("rateLimitExceeded"));
+        if (m_refuseStatus == 429)
+            return error(Status::TooManyRequests, QStringLiteral("Rate Limit Exceeded"),
+                         QStringLiteral("rateLimitExceeded"));
+        return error(Status(m_refuseStatus), QStringLiteral("Backend Error"),
+                     QStringLiteral("backendError"));
     }
     return drive(request, user);
 }

@@ -52,8 +52,12 @@ public:
     // Every access token issued so far is refused from now on.
     void expireTokens();
     void setMaxPageSize(int size) { m_maxPageSize = size; }
-    // The next n Drive requests are refused with the status (429, or 403 "rateLimitExceeded").
-    void refuseNext(int count, int status) { m_refuseCount = count, m_refuseStatus = status; }
+    // The next n Drive requests whose "METHOD path?query" contains the filter are refused with
+    // the status: 429, 403 "userRateLimitExceeded", or a server error.
+    void refuseNext(int count, int status, const QString &filter = QString())
+    {
+        m_refuseCount = count, m_refuseStatus = status, m_refuseFilter = filter;
+    }
 
     QList<File> files(const QString &user) const { return m_drives.value(user); }
     // "METHOD path" of every request, in order.
@@ -103,6 +107,7 @@ private:
     int m_maxPageSize = 1000;
     int m_refuseCount = 0;
     int m_refuseStatus = 429;
+    QString m_refuseFilter;
     int m_nextId = 1;
     int m_refreshGrants = 0;
     QDateTime m_lastCreated;
