@@ -1,0 +1,193 @@
+#include "notifyserver.h"
+
+#include "notifyclient.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSslCertificate>
+#include <QSslKey>
+#include <QWebSocket>
+#include <QWebSocketServer>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int MaxFieldLength = 256;
+
+void log(const QString &line)
+{
+    // One line per event on standard error, which systemd keeps in the journal.
+    std::fprintf(stderr, "%s\n", qPrintable(line));
+    std::fflush(stderr);
+}
+
+// A member that is a text of sensible length; empty otherwise.
+QString field(const QJsonObject &message, const char *name)
+{
+    const QString value = message.value(QLatin1String(name)).toString();
+    return value.size() <= MaxFieldLength ? value : QString();
+}
+
+QString compact(const QJsonObject &object)
+{
+    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+}
+
+} // namespace
+
+NotifyServer::NotifyServer(const Options &options, QObject *parent)
+    : QObject(parent), m_options(options)
+{}
+
+NotifyServer::~NotifyServer() = default;
+
+bool NotifyServer::start()
+{
+    const bool secure = !m_options.certificateFile.isEmpty() || !m_options.keyFile.isEmpty();
+    m_server = new QWebSocketServer(
+        QStringLiteral("Velmorin notifier"),
+        secure ? QWebSocketServer::SecureMode : QWebSocketServer::NonSecureMode, this);
+    if (secure && !loadTls())
+        return false;
+    if (!m_server->listen(m_options.address, m_options.port)) {
+        m_error = m_server->errorString();
+        return false;
+    }
+    connect(m_server, &QWebSocketServer::newConnection, this, &NotifyServer::onNewConnection);
+    log(QStringLiteral("Listening on %1://%2:%3%4")
+            .arg(secure ? QStringLiteral("wss") : QStringLiteral("ws"),
+                 m_server->serverAddress().toString())
+            .arg(m_server->serverPort())
+            .arg(Path));
+    return true;
+}
+
+bool NotifyServer::loadTls()
+{
+    QFile certificateFile(m_options.certificateFile);
+    QFile keyFile(m_options.keyFile);
+    if (!certificateFile.open(QIODevice::ReadOnly) || !keyFile.open(QIODevice::ReadOnly)) {
+        m_error = QStringLiteral("Unable to read the certificate or the key");
+        return false;
+    }
+    const QList<QSslCertificate> chain = QSslCertificate::fromData(certificateFile.readAll());
+    const QByteArray pem = keyFile.readAll();
+    QSslKey key(pem, QSsl::Rsa);
+    if (key.isNull())
+        key = QSslKey(pem, QSsl::Ec);
+    if (chain.isEmpty() || key.isNull()) {
+        m_error = QStringLiteral("The certificate or the key is not valid PEM");
+        return false;
+    }
+    QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
+    tls.setLocalCertificateChain(chain);
+    tls.setPrivateKey(key);
+    tls.setPeerVerifyMode(QSslSocket::VerifyNone);
+    m_server->setSslConfiguration(tls);
+    return true;
+}
+
+quint16 NotifyServer::port() const
+{
+    return m_server ? m_server->serverPort() : 0;
+}
+
+void NotifyServer::onNewConnection()
+{
+    while (QWebSocket *socket = m_server->nextPendingConnection()) {
+        if (socket->requestUrl().path() != Path) {
+            socket->close(QWebSocketProtocol::CloseCodePolicyViolated,
+                          QStringLiteral("Unknown path"));
+            socket->deleteLater();
+            continue;
+        }
+        // Larger messages end the connection inside the socket, before they are buffered.
+        socket->setMaxAllowedIncomingFrameSize(quint64(m_options.maxMessageBytes));
+        socket->setMaxAllowedIncomingMessageSize(quint64(m_options.maxMessageBytes));
+        auto *client = new NotifyClient(socket, m_options.messagesPerMinute, this);
+        m_clients.append(client);
+        connect(socket, &QWebSocket::textMessageReceived, client,
+                [this, client](const QString &message) { onMessage(client, message); });
+        connect(socket, &QWebSocket::binaryMessageReceived, client, [client] {
+            client->socket()->close(QWebSocketProtocol::CloseCodeDatatypeNotSupported);
+        });
+        connect(socket, &QWebSocket::disconnected, client, [this, client] { drop(client); });
+    }
+}
+
+void NotifyServer::onMessage(NotifyClient *client, const QString &message)
+{
+    if (!client->takeMessage()) {
+        log(QStringLiteral("Closing a client that sends too fast: ") + client->name());
+        client->socket()->close(QWebSocketProtocol::CloseCodePolicyViolated,
+                                QStringLiteral("Too many messages"));
+        return;
+    }
+    const QJsonObject object = QJsonDocument::fromJson(message.toUtf8()).object();
+    const QString operation = field(object, "operation");
+    if (operation == QLatin1String("register"))
+        registerClient(client, object);
+    else if (operation == QLatin1String("notify") && client->isRegistered())
+        forwardNotify(client, object);
+    else if (operation == QLatin1String("request-client-list") && client->isRegistered())
+        sendClientList(client);
+}
+
+void NotifyServer::registerClient(NotifyClient *client, const QJsonObject &message)
+{
+    const QString user = field(message, "user");
+    if (user.isEmpty())
+        return;
+    int others = 0;
+    for (const NotifyClient *other : std::as_const(m_clients))
+        others += other != client && other->user() == user;
+    if (others >= m_options.maxClientsPerUser) {
+        client->socket()->close(QWebSocketProtocol::CloseCodePolicyViolated,
+                                QStringLiteral("Too many computers"));
+        return;
+    }
+    client->setIdentity(user, field(message, "name"), field(message, "type"));
+    log(QStringLiteral("Registered %1 (%2)").arg(client->name(), client->type()));
+}
+
+void NotifyServer::forwardNotify(NotifyClient *client, const QJsonObject &message)
+{
+    const QString content = field(message, "content");
+    if (content.isEmpty())
+        return;
+    const QString text = compact({{QStringLiteral("operation"), QStringLiteral("notify")},
+                                  {QStringLiteral("content"), content}});
+    for (NotifyClient *other : othersOf(client))
+        other->send(text);
+}
+
+void NotifyServer::sendClientList(NotifyClient *client)
+{
+    QJsonArray clients;
+    for (const NotifyClient *other : othersOf(client))
+        clients.append(
+            QJsonObject{{QStringLiteral("name"), other->name()},
+                        {QStringLiteral("type"), other->type()},
+                        {QStringLiteral("time"), other->registered().toString(Qt::ISODate)}});
+    client->send(compact({{QStringLiteral("operation"), QStringLiteral("clientList")},
+                          {QStringLiteral("clients"), clients}}));
+}
+
+QList<NotifyClient *> NotifyServer::othersOf(const NotifyClient *client) const
+{
+    QList<NotifyClient *> others;
+    for (NotifyClient *other : m_clients) {
+        if (other != client && other->user() == client->user())
+            others.append(other);
+    }
+    return others;
+}
+
+void NotifyServer::drop(NotifyClient *client)
+{
+    m_clients.removeOne(client);
+    client->deleteLater();
+}

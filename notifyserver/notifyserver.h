@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QHostAddress>
+#include <QList>
+#include <QObject>
+#include <QSslConfiguration>
+#include <QString>
+
+class NotifyClient;
+class QJsonObject;
+class QWebSocket;
+class QWebSocketServer;
+
+// Keeps each user's connected computers and passes a "notify" from one of them to the others;
+// answers "request-client-list" with the others' names, platforms and registration times.
+// Whatever a client sends, the service stays up: malformed messages are ignored, oversized
+// ones and floods end that client's connection.
+class NotifyServer final : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Options
+    {
+        QHostAddress address = QHostAddress::LocalHost;
+        quint16 port = 8080;
+        // Both set: secure websockets (wss).
+        QString certificateFile;
+        QString keyFile;
+        qint64 maxMessageBytes = 4096;
+        int messagesPerMinute = 120;
+        int maxClientsPerUser = 20;
+    };
+
+    static inline const QString Path = QStringLiteral("/notifier");
+
+    explicit NotifyServer(const Options &options, QObject *parent = nullptr);
+    ~NotifyServer() override;
+
+    // False, with errorString() telling why, when it cannot listen.
+    bool start();
+    quint16 port() const;
+    QString errorString() const { return m_error; }
+    int clientCount() const { return int(m_clients.size()); }
+
+private:
+    bool loadTls();
+    void onNewConnection();
+    void onMessage(NotifyClient *client, const QString &message);
+    void registerClient(NotifyClient *client, const QJsonObject &message);
+    void forwardNotify(NotifyClient *client, const QJsonObject &message);
+    void sendClientList(NotifyClient *client);
+    void drop(NotifyClient *client);
+    QList<NotifyClient *> othersOf(const NotifyClient *client) const;
+
+    Options m_options;
+    QWebSocketServer *m_server = nullptr;
+    QList<NotifyClient *> m_clients;
+    QString m_error;
+};

@@ -1,0 +1,266 @@
+// The notifier's websocket side against our notification service, run as its own process:
+// notifications reach only the same user's other computers, the client list, reconnection
+// with a growing delay when the service goes away, and a service that shrugs off bad clients.
+#include "notifier.h"
+#include "support/fakegoogle.h"
+#include "support/testprofile.h"
+
+#include <QHostInfo>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWebSocket>
+
+#include <memory>
+
+namespace {
+
+class Service
+{
+public:
+    ~Service() { stop(); }
+
+    bool start(quint16 port = 0)
+    {
+        m_process.start(QStringLiteral(NOTIFY_SERVICE),
+                        {QStringLiteral("--port"), QString::number(port),
+                         QStringLiteral("--max-message-size"), QStringLiteral("1024"),
+                         QStringLiteral("--rate"), QStringLiteral("60")});
+        const QRegularExpression listening(QStringLiteral("Listening on ws://127.0.0.1:(\\d+)"));
+        return QTest::qWaitFor(
+                   [&] {
+                       m_output += QString::fromUtf8(m_process.readAllStandardError());
+                       const auto match = listening.match(m_output);
+                       m_port = quint16(match.captured(1).toUInt());
+                       return match.hasMatch() || m_process.state() == QProcess::NotRunning;
+                   },
+                   10000) &&
+               m_port != 0;
+    }
+    void stop()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+        m_output.clear();
+    }
+    bool isRunning() const { return m_process.state() == QProcess::Running; }
+    quint16 port() const { return m_port; }
+
+private:
+    QProcess m_process;
+    QString m_output;
+    quint16 m_port = 0;
+};
+
+// A computer of a user, as the sync engine holds it.
+std::unique_ptr<Notifier> computer(const QString &user, int reconnectBaseMs = 15000)
+{
+    auto notifier = std::make_unique<Notifier>();
+    const QString token = FakeGoogle::idToken(user);
+    notifier->setIdTokenSource([token] { return token; });
+    notifier->setReconnectBaseMs(reconnectBaseMs);
+    notifier->connectTarget(QStringLiteral("GoogleDrive"));
+    return notifier;
+}
+
+// Asks until the service lists n other computers: registrations on other sockets may still be
+// on their way.
+QList<Notifier::Client> clientsOf(Notifier *notifier, int n)
+{
+    QSignalSpy lists(notifier, &Notifier::clientList);
+    QList<Notifier::Client> clients;
+    const bool listed = QTest::qWaitFor(
+        [&] {
+            notifier->requestClientList();
+            if (lists.wait(200))
+                clients = lists.takeLast().first().value<QList<Notifier::Client>>();
+            return clients.size() == n;
+        },
+        5000);
+    if (!listed)
+        qWarning() << "The service lists" << clients.size() << "computers, not" << n;
+    return clients;
+}
+
+} // namespace
+
+class TestNotifier : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void userIdComesFromAThreePartToken();
+    void notifyReachesOnlyTheSameUsersOtherComputers();
+    void badClientsDoNotTakeTheServiceDown();
+    void computersReconnectWithAGrowingDelay();
+
+private:
+    TestProfile m_profile;
+    Service m_service;
+};
+
+void TestNotifier::initTestCase()
+{
+    m_profile.useInThisProcess();
+}
+
+void TestNotifier::init()
+{
+    QVERIFY(m_service.start());
+    qputenv("VELMORIN_NOTIFIER_URL",
+            QStringLiteral("ws://127.0.0.1:%1").arg(m_service.port()).toLatin1());
+}
+
+void TestNotifier::cleanup()
+{
+    m_service.stop();
+}
+
+void TestNotifier::userIdComesFromAThreePartToken()
+{
+    QCOMPARE(Notifier::userIdFromIdToken(FakeGoogle::idToken(QStringLiteral("alice"))),
+             QStringLiteral("alice"));
+    const QStringList parts = FakeGoogle::idToken(QStringLiteral("alice")).split(QLatin1Char('.'));
+    const QString twoParts = parts.mid(0, 2).join(QLatin1Char('.'));
+    const QString fourParts = parts.join(QLatin1Char('.')) + QStringLiteral(".extra");
+    for (const QString &token : {twoParts, fourParts, QStringLiteral("a.%%%.c"), QString()}) {
+        QVERIFY(Notifier::userIdFromIdToken(token).isEmpty());
+        Notifier notifier;
+        notifier.setIdTokenSource([token] { return token; });
+        QSignalSpy status(&notifier, &Notifier::status);
+        QTest::ignoreMessage(QtWarningMsg,
+                             "Unable to connect to the websocket since the user id is not defined");
+        notifier.connectTarget(QStringLiteral("GoogleDrive"));
+        QVERIFY(!status.wait(300));
+        QVERIFY(!notifier.isConnected());
+    }
+    QCOMPARE(Notifier::reconnectDelayMs(1), 15000);
+    QCOMPARE(Notifier::reconnectDelayMs(10), 150000);
+    QCOMPARE(Notifier::reconnectDelayMs(240), 3600000);
+    QCOMPARE(Notifier::reconnectDelayMs(1000), 3600000);
+}
+
+void TestNotifier::notifyReachesOnlyTheSameUsersOtherComputers()
+{
+    auto a1 = computer(QStringLiteral("alice"));
+    auto a2 = computer(QStringLiteral("alice"));
+    auto b1 = computer(QStringLiteral("bob"));
+    for (Notifier *notifier : {a1.get(), a2.get(), b1.get()})
+        QTRY_VERIFY(notifier->isConnected());
+
+    const QList<Notifier::Client> others = clientsOf(a2.get(), 1);
+    QCOMPARE(others.size(), 1);
+    QCOMPARE(others.first().value(QStringLiteral("name")), QHostInfo::localHostName());
+    QCOMPARE(others.first().value(QStringLiteral("type")), QStringLiteral("Linux"));
+    const QDateTime registered =
+        QDateTime::fromString(others.first().value(QStringLiteral("time")), Qt::ISODate);
+    QVERIFY(qAbs(registered.secsTo(QDateTime::currentDateTime())) < 60);
+    QCOMPARE(clientsOf(b1.get(), 0).size(), 0);
+
+    QSignalSpy a1News(a1.get(), &Notifier::dataUpdated);
+    QSignalSpy a2News(a2.get(), &Notifier::dataUpdated);
+    QSignalSpy b1News(b1.get(), &Notifier::dataUpdated);
+    a1->notify(QStringLiteral("History.json"));
+    QVERIFY(a2News.wait());
+    QCOMPARE(a2News.first().first().toString(), QStringLiteral("History.json"));
+    b1->notify(QStringLiteral("Snippets.json"));
+    QTest::qWait(300);
+    QCOMPARE(a1News.size(), 0);
+    QCOMPARE(a2News.size(), 1);
+    QCOMPARE(b1News.size(), 0);
+
+    // Closing on purpose stays closed.
+    a2->close();
+    QTest::qWait(300);
+    QVERIFY(!a2->isConnected());
+    QCOMPARE(a2->lastStatus(), Notifier::Disconnected);
+    QCOMPARE(clientsOf(a1.get(), 0).size(), 0);
+}
+
+void TestNotifier::badClientsDoNotTakeTheServiceDown()
+{
+    const QUrl url(QStringLiteral("ws://127.0.0.1:%1/notifier").arg(m_service.port()));
+    QWebSocket rogue;
+    QSignalSpy rogueOpen(&rogue, &QWebSocket::connected);
+    rogue.open(url);
+    QVERIFY(rogueOpen.wait());
+    for (const char *garbage :
+         {"{{{", "[]", "null", "{\"operation\":5}", "{\"operation\":\"notify\"}",
+          "{\"operation\":\"register\",\"user\":[1,2]}", "\xff\xfe"})
+        rogue.sendTextMessage(QString::fromLatin1(garbage));
+    rogue.sendBinaryMessage(QByteArray(64, '\0'));
+    QSignalSpy rogueClosed(&rogue, &QWebSocket::disconnected);
+    QVERIFY(rogueClosed.wait());
+
+    QWebSocket big;
+    QSignalSpy bigOpen(&big, &QWebSocket::connected);
+    QSignalSpy bigClosed(&big, &QWebSocket::disconnected);
+    big.open(url);
+    QVERIFY(bigOpen.wait());
+    big.sendTextMessage(QString(5000, QLatin1Char('x')));
+    QVERIFY(bigClosed.wait());
+
+    QWebSocket flood;
+    QSignalSpy floodOpen(&flood, &QWebSocket::connected);
+    QSignalSpy floodClosed(&flood, &QWebSocket::disconnected);
+    flood.open(url);
+    QVERIFY(floodOpen.wait());
+    for (int i = 0; i < 200; ++i)
+        flood.sendTextMessage(QStringLiteral("{\"operation\":\"request-client-list\"}"));
+    QVERIFY(floodClosed.wait());
+
+    QWebSocket elsewhere;
+    QSignalSpy elsewhereClosed(&elsewhere, &QWebSocket::disconnected);
+    elsewhere.open(QUrl(QStringLiteral("ws://127.0.0.1:%1/other").arg(m_service.port())));
+    QVERIFY(elsewhereClosed.wait());
+
+    QVERIFY(m_service.isRunning());
+    auto a1 = computer(QStringLiteral("alice"));
+    auto a2 = computer(QStringLiteral("alice"));
+    QCOMPARE(clientsOf(a1.get(), 1).size(), 1);
+    QSignalSpy news(a2.get(), &Notifier::dataUpdated);
+    a1->notify(QStringLiteral("History.json"));
+    QVERIFY(news.wait());
+}
+
+void TestNotifier::computersReconnectWithAGrowingDelay()
+{
+    constexpr int base = 150;
+    auto a1 = computer(QStringLiteral("alice"), base);
+    auto a2 = computer(QStringLiteral("alice"), base);
+    QTRY_VERIFY(a1->isConnected() && a2->isConnected());
+    const quint16 port = m_service.port();
+
+    QList<qint64> attempts;
+    QElapsedTimer clock;
+    clock.start();
+    connect(a1.get(), &Notifier::status, this, [&](Notifier::ConnectionStatus status) {
+        if (status == Notifier::Connecting)
+            attempts.append(clock.elapsed());
+    });
+    m_service.stop();
+    QTRY_VERIFY_WITH_TIMEOUT(attempts.size() >= 4, 10000);
+    // 1, 2, 3 times the base delay after the first, second and third loss.
+    for (int i = 1; i < 4; ++i) {
+        const qint64 waited = attempts.at(i) - attempts.at(i - 1);
+        QVERIFY2(waited >= i * base * 9 / 10,
+                 qPrintable(QStringLiteral("try %1 after %2 ms").arg(i).arg(waited)));
+    }
+    QVERIFY(a1->reconnectAttempts() >= 4);
+
+    QVERIFY(m_service.start(port));
+    QTRY_VERIFY_WITH_TIMEOUT(a1->isConnected() && a2->isConnected(), 10000);
+    QCOMPARE(a1->reconnectAttempts(), 0);
+    QCOMPARE(clientsOf(a1.get(), 1).size(), 1);
+    QSignalSpy news(a2.get(), &Notifier::dataUpdated);
+    a1->notify(QStringLiteral("Snippets.json"));
+    QVERIFY(news.wait());
+    QCOMPARE(news.first().first().toString(), QStringLiteral("Snippets.json"));
+}
+
+QTEST_MAIN(TestNotifier)
+#include "testnotifier.moc"
