@@ -3,6 +3,7 @@
 // phrase change keep everything readable, and broken online files harm nothing local.
 #include "cipher.h"
 #include "support/appprocess.h"
+#include "support/fakegoogle.h"
 #include "support/testprofile.h"
 #include "syncpayload.h"
 
@@ -12,6 +13,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -24,14 +26,22 @@ class Peer
 {
 public:
     Peer(const QString &folder, const QString &name)
+        : Peer(name, {{QStringLiteral("SyncTarget"), QStringLiteral("LocalFolder")},
+                      {QStringLiteral("SyncFolder"), folder}})
+    {}
+
+    Peer(const QString &name, const QVariantMap &settings,
+         const QMap<QString, QString> &environment = {})
     {
-        m_profile.setSetting(QStringLiteral("SyncTarget"), QStringLiteral("LocalFolder"));
-        m_profile.setSetting(QStringLiteral("SyncFolder"), folder);
+        for (auto setting = settings.begin(); setting != settings.end(); ++setting)
+            m_profile.setSetting(setting.key(), setting.value());
         m_process = std::make_unique<AppProcess>(QStringLiteral(SYNC_PEER), m_profile);
         m_process->setEnvironmentValue(QStringLiteral("QT_QPA_PLATFORM"),
                                        QStringLiteral("offscreen"));
         m_process->setEnvironmentValue(QStringLiteral("QT_LOGGING_RULES"),
                                        QStringLiteral("*.debug=false"));
+        for (auto value = environment.begin(); value != environment.end(); ++value)
+            m_process->setEnvironmentValue(value.key(), value.value());
         m_name = name;
         m_process->start();
     }
@@ -42,7 +52,8 @@ public:
     QString ask(const QString &command, int timeoutMs = 20000)
     {
         static const QStringList reading{QStringLiteral("sync"), QStringLiteral("state"),
-                                         QStringLiteral("uploads"), QStringLiteral("encrypt")};
+                                         QStringLiteral("uploads"), QStringLiteral("encrypt"),
+                                         QStringLiteral("link")};
         if (!reading.contains(command.section(QLatin1Char(' '), 0, 0))) {
             const qint64 second = QDateTime::currentSecsSinceEpoch();
             if (!QTest::qWaitFor([second] { return QDateTime::currentSecsSinceEpoch() > second; }))
@@ -90,6 +101,7 @@ private slots:
     void interleavedChangesConverge();
     void encryptionAndAPassPhraseChange();
     void brokenOnlineFilesHarmNothingLocal();
+    void throughGoogleDriveWithEncryptionAndNotifications();
 
 private:
     // Syncs both sides until their states agree; the agreed state.
@@ -266,6 +278,74 @@ void TestSyncPeers::brokenOnlineFilesHarmNothingLocal()
                                QStringLiteral(".json")));
     QVERIFY(backup.open(QIODevice::ReadOnly));
     QVERIFY(backup.readAll().contains("\"Mine\""));
+}
+
+void TestSyncPeers::throughGoogleDriveWithEncryptionAndNotifications()
+{
+    FakeGoogle google;
+    QVERIFY(google.start());
+    google.setMaxPageSize(3); // the files soon take more than one listing page
+    QProcess service;
+    service.start(QStringLiteral(NOTIFY_SERVICE), {QStringLiteral("--port"), QStringLiteral("0")});
+    QString listening;
+    QVERIFY(QTest::qWaitFor([&] {
+        listening += QString::fromUtf8(service.readAllStandardError());
+        return listening.contains(QLatin1String("/notifier"));
+    }));
+    const QString notifierUrl =
+        listening.section(QLatin1Char(' '), 2).section(QLatin1Char('/'), 0, 2);
+
+    const QVariantMap settings{{QStringLiteral("SyncTarget"), QStringLiteral("GoogleDrive")},
+                               {QStringLiteral("GoogleClientId"), FakeGoogle::ClientId},
+                               {QStringLiteral("GoogleClientSecret"), FakeGoogle::ClientSecret}};
+    const QMap<QString, QString> environment{
+        {QStringLiteral("VELMORIN_GOOGLE_ACCOUNTS_URL"), google.url()},
+        {QStringLiteral("VELMORIN_GOOGLE_API_URL"), google.url()},
+        {QStringLiteral("VELMORIN_NOTIFIER_URL"), notifierUrl}};
+    Peer a(QStringLiteral("a"), settings, environment);
+    Peer b(QStringLiteral("b"), settings, environment);
+    QCOMPARE(a.ask(QStringLiteral("link")), QStringLiteral("1"));
+    QCOMPARE(b.ask(QStringLiteral("link")), QStringLiteral("1"));
+    QVERIFY(a.ask(QStringLiteral("encrypt drive")).startsWith(QLatin1Char('1')));
+    QVERIFY(b.ask(QStringLiteral("encrypt drive")).startsWith(QLatin1Char('1')));
+
+    QCOMPARE(a.ask(QStringLiteral("copy alpha")), QStringLiteral("ok"));
+    QCOMPARE(a.ask(QStringLiteral("bigimage noise")), QStringLiteral("ok"));
+    QCOMPARE(b.ask(QStringLiteral("image harbour")), QStringLiteral("ok"));
+    QCOMPARE(b.ask(QStringLiteral("snippet greet Hello there")), QStringLiteral("ok"));
+    QCOMPARE(a.ask(QStringLiteral("action Tool.json Tool")), QStringLiteral("ok"));
+    google.refuseNext(2, 429); // rate-limited for a moment
+    QCOMPARE(b.ask(QStringLiteral("copy beta")), QStringLiteral("ok"));
+    const QString state = settle(a, b);
+    QVERIFY2(!state.isEmpty(), qPrintable(a.ask(QStringLiteral("state")) + QLatin1Char('\n') +
+                                          b.ask(QStringLiteral("state"))));
+    QStringList texts = section(state, QStringLiteral("history")).split(QLatin1Char('|'));
+    texts.removeIf([](const QString &text) { return text.contains(QLatin1String(" x ")); });
+    QCOMPARE(texts, QStringList({QStringLiteral("beta"), QStringLiteral("alpha")}));
+    QCOMPARE(section(state, QStringLiteral("images")).split(QLatin1Char('|')).size(), 2);
+    QVERIFY2(!state.contains(QStringLiteral("(missing)")), qPrintable(state));
+    QVERIFY(
+        section(state, QStringLiteral("snippets")).contains(QStringLiteral("greet=Hello there")));
+    QCOMPARE(section(state, QStringLiteral("actions")), QStringLiteral("Tool.json=Tool"));
+
+    // Everything in the drive is encrypted; the noise went up in chunks.
+    const QList<FakeGoogle::File> files = google.files(QStringLiteral("user-1"));
+    QVERIFY(files.size() > 3);
+    qsizetype largest = 0;
+    for (const FakeGoogle::File &file : files) {
+        QVERIFY2(file.content.startsWith(SyncPayload::EncryptedMarker), qPrintable(file.name));
+        largest = qMax(largest, file.content.size());
+    }
+    QVERIFY(largest > 5 * 1024 * 1024);
+    QVERIFY(google.requests().contains(QStringLiteral("PUT /upload/drive/v3/files")));
+
+    // A copy on one side reaches the other through the notification service.
+    QCOMPARE(a.ask(QStringLiteral("copy delta")), QStringLiteral("ok"));
+    QVERIFY(QTest::qWaitFor(
+        [&b] { return b.ask(QStringLiteral("state")).contains(QStringLiteral("history[delta|")); },
+        30000));
+    service.kill();
+    service.waitForFinished();
 }
 
 QTEST_GUILESS_MAIN(TestSyncPeers)

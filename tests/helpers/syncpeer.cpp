@@ -2,7 +2,8 @@
 // profile, driven by commands on standard input, one per line. Each command is answered on
 // standard output by "@@<number> <result>@@", numbered from 1 in the order received.
 //
-//   copy TEXT | remove TEXT | image NAME        the history
+//   copy TEXT | remove TEXT | image NAME | bigimage NAME    the history
+//   link                                        authorise Google Drive (through the stand-in)
 //   snippet TITLE TEXT | edit TITLE TEXT | drop TITLE    snippets, in the group "Peer"
 //   action FILE TITLE | unaction FILE           action files
 //   sync | encrypt PASSPHRASE | state | uploads
@@ -15,7 +16,9 @@
 #include "snippet.h"
 #include "snippetfile.h"
 #include "snippetitemmodel.h"
+#include "support/fakebrowser.h"
 #include "sync.h"
+#include "syncgoogledrive.h"
 
 #include <QApplication>
 #include <QCryptographicHash>
@@ -25,6 +28,7 @@
 #include <QImage>
 #include <QJsonObject>
 #include <QPixmap>
+#include <QRandomGenerator>
 #include <QSettings>
 #include <QSortFilterProxyModel>
 #include <QThreadPool>
@@ -33,6 +37,7 @@
 #include <iostream>
 #include <string>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -54,6 +59,11 @@ public:
         connect(&m_sync, &Sync::imageDownloaded, &m_history, &HistoryItemModel::receiveImage);
         connect(&m_sync, &Sync::contentUploaded, this, [this] { ++m_uploads; });
         connect(&m_sync, &Sync::syncStatus, this, &Peer::onStatus);
+        connect(&m_sync, &Sync::syncInitialized, this, [this](bool success) {
+            if (m_linking)
+                reply(std::exchange(m_linking, 0),
+                      success ? QStringLiteral("1") : QStringLiteral("0"));
+        });
         m_sync.connectNotifier();
     }
 
@@ -71,6 +81,13 @@ public:
             remove(all);
         } else if (command == QLatin1String("image")) {
             addImage(all);
+        } else if (command == QLatin1String("bigimage")) {
+            addNoise(all);
+        } else if (command == QLatin1String("link")) {
+            m_browser.install();
+            m_linking = m_number;
+            m_sync.googleDrive()->initialise(ISyncTarget::AskIfMissing);
+            return;
         } else if (command == QLatin1String("snippet")) {
             m_snippets.addSnippet(peerGroup(), first, rest);
             m_snippets.finishSaves();
@@ -143,6 +160,17 @@ private:
         const uint seed = qHash(name);
         QImage image(40 + int(seed % 50), 30 + int(seed % 20), QImage::Format_RGB32);
         image.fill(QColor::fromRgb(seed & 0xFFFFFF));
+        m_history.addImage(QUrl(), image, QPixmap(), name, QDateTime::currentDateTime());
+        settle();
+    }
+
+    // An image that no compression makes small: more than one upload chunk.
+    void addNoise(const QString &name)
+    {
+        QImage image(1800, 1200, QImage::Format_RGB32);
+        QRandomGenerator random(qHash(name));
+        for (int y = 0; y < image.height(); ++y)
+            random.fillRange(reinterpret_cast<quint32 *>(image.scanLine(y)), image.width());
         m_history.addImage(QUrl(), image, QPixmap(), name, QDateTime::currentDateTime());
         settle();
     }
@@ -233,6 +261,8 @@ private:
     HistoryItemModel m_history;
     SnippetItemModel m_snippets;
     Sync m_sync;
+    FakeBrowser m_browser;
+    int m_linking = 0;
     int m_number = 0;
     int m_waiting = 0;
     int m_uploads = 0;
