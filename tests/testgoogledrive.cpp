@@ -8,8 +8,12 @@
 #include "sync.h"
 #include "syncgoogledrive.h"
 #include "synclog.h"
+#include "syncsettingspage.h"
 
 #include <QApplication>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
 #include <QRandomGenerator>
 #include <QSettings>
 #include <QSignalSpy>
@@ -62,6 +66,7 @@ private slots:
     void largeFilesGoUpInResumableChunks();
     void rateLimitedAnswersAreTriedAgain();
     void failuresEndTheEngineRun();
+    void settingsPageConnectsAndDisconnects();
 
 private:
     std::unique_ptr<SyncGoogleDrive> linkedDrive();
@@ -310,6 +315,38 @@ void TestGoogleDrive::failuresEndTheEngineRun()
     sync.sync(Sync::History, &history, SyncDirection::Both);
     QTRY_COMPARE_WITH_TIMEOUT(finalStatus(), SyncStatus::Success, 20000);
     QCOMPARE(m_google->files(QStringLiteral("user-1")).size(), 2);
+}
+
+void TestGoogleDrive::settingsPageConnectsAndDisconnects()
+{
+    {
+        // A build without a Google client says so instead of opening a broken page.
+        QSettings().remove(QLatin1String(SettingsKey::GoogleClientId));
+        Sync sync;
+        SyncSettingsPage page(&sync);
+        QVERIFY(!page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->isEnabled());
+    }
+    QSettings().setValue(QLatin1String(SettingsKey::GoogleClientId), FakeGoogle::ClientId);
+    Sync sync;
+    SyncSettingsPage page(&sync);
+    page.show();
+    QSignalSpy runs(&page, &SyncSettingsPage::syncNow);
+    m_google->denyNextConsent();
+    page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->click();
+    QTRY_VERIFY(!page.findChild<QLabel *>(QStringLiteral("chooseError"))->text().isEmpty());
+    QVERIFY(page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->isVisible());
+    QCOMPARE(runs.size(), 0);
+
+    page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->click();
+    QTRY_COMPARE(runs.size(), 1); // linked: a first run starts at once
+    QVERIFY(sync.googleDrive()->isValid());
+    QVERIFY(page.findChild<QListWidget *>(QStringLiteral("clients"))->isVisible());
+    QVERIFY(page.findChild<QLabel *>(QStringLiteral("chooseError"))->text().isEmpty());
+
+    page.findChild<QPushButton *>(QStringLiteral("stopSync"))->click();
+    QVERIFY(!sync.googleDrive()->isValid());
+    QVERIFY(sync.googleDrive()->idToken().isEmpty());
+    QVERIFY(page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->isVisible());
 }
 
 QTEST_MAIN(TestGoogleDrive)

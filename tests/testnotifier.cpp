@@ -9,6 +9,8 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QWebSocket>
 
@@ -21,13 +23,14 @@ class Service
 public:
     ~Service() { stop(); }
 
-    bool start(quint16 port = 0)
+    bool start(quint16 port = 0, const QStringList &more = {})
     {
         m_process.start(QStringLiteral(NOTIFY_SERVICE),
-                        {QStringLiteral("--port"), QString::number(port),
-                         QStringLiteral("--max-message-size"), QStringLiteral("1024"),
-                         QStringLiteral("--rate"), QStringLiteral("60")});
-        const QRegularExpression listening(QStringLiteral("Listening on ws://127.0.0.1:(\\d+)"));
+                        QStringList{QStringLiteral("--port"), QString::number(port),
+                                    QStringLiteral("--max-message-size"), QStringLiteral("1024"),
+                                    QStringLiteral("--rate"), QStringLiteral("60")} +
+                            more);
+        const QRegularExpression listening(QStringLiteral("Listening on wss?://127.0.0.1:(\\d+)"));
         return QTest::qWaitFor(
                    [&] {
                        m_output += QString::fromUtf8(m_process.readAllStandardError());
@@ -97,6 +100,7 @@ private slots:
     void notifyReachesOnlyTheSameUsersOtherComputers();
     void badClientsDoNotTakeTheServiceDown();
     void computersReconnectWithAGrowingDelay();
+    void secureWebSocketsWithACertificate();
 
 private:
     TestProfile m_profile;
@@ -260,6 +264,39 @@ void TestNotifier::computersReconnectWithAGrowingDelay()
     a1->notify(QStringLiteral("Snippets.json"));
     QVERIFY(news.wait());
     QCOMPARE(news.first().first().toString(), QStringLiteral("Snippets.json"));
+}
+
+void TestNotifier::secureWebSocketsWithACertificate()
+{
+    const QString openssl = QStandardPaths::findExecutable(QStringLiteral("openssl"));
+    if (openssl.isEmpty())
+        QSKIP("openssl is not installed, so no test certificate can be made");
+    QTemporaryDir dir;
+    const QString cert = dir.filePath(QStringLiteral("cert.pem"));
+    const QString key = dir.filePath(QStringLiteral("key.pem"));
+    QCOMPARE(QProcess::execute(openssl, {QStringLiteral("req"), QStringLiteral("-x509"),
+                                         QStringLiteral("-newkey"), QStringLiteral("rsa:2048"),
+                                         QStringLiteral("-nodes"), QStringLiteral("-days"),
+                                         QStringLiteral("1"), QStringLiteral("-subj"),
+                                         QStringLiteral("/CN=127.0.0.1"), QStringLiteral("-keyout"),
+                                         key, QStringLiteral("-out"), cert}),
+             0);
+    m_service.stop();
+    QVERIFY(m_service.start(0, {QStringLiteral("--cert"), cert, QStringLiteral("--key"), key}));
+
+    QWebSocket client;
+    connect(&client, &QWebSocket::sslErrors, &client,
+            [&client](const QList<QSslError> &) { client.ignoreSslErrors(); });
+    QSignalSpy open(&client, &QWebSocket::connected);
+    QSignalSpy received(&client, &QWebSocket::textMessageReceived);
+    client.open(QUrl(QStringLiteral("wss://127.0.0.1:%1/notifier").arg(m_service.port())));
+    QVERIFY(open.wait());
+    client.sendTextMessage(
+        QStringLiteral(R"({"operation":"register","user":"carol","name":"tls","type":"Windows"})"));
+    client.sendTextMessage(QStringLiteral(R"({"operation":"request-client-list"})"));
+    QVERIFY(received.wait());
+    QCOMPARE(received.first().first().toString(),
+             QStringLiteral(R"({"clients":[],"operation":"clientList"})"));
 }
 
 QTEST_MAIN(TestNotifier)

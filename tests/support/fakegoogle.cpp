@@ -82,9 +82,9 @@ QByteArray partBody(const QByteArray &part)
 
 FakeGoogle::FakeGoogle(QObject *parent) : QAbstractHttpServer(parent) {}
 
-bool FakeGoogle::start()
+bool FakeGoogle::start(quint16 port)
 {
-    m_port = listen(QHostAddress::LocalHost, 0);
+    m_port = listen(QHostAddress::LocalHost, port);
     return m_port != 0;
 }
 

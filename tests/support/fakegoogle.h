@@ -37,8 +37,8 @@ public:
 
     explicit FakeGoogle(QObject *parent = nullptr);
 
-    // Listens on 127.0.0.1; false when no port could be had.
-    bool start();
+    // Listens on 127.0.0.1 (on any free port for 0); false when the port could not be had.
+    bool start(quint16 port = 0);
     QString url() const;
 
     // Who consents on the authorisation page from now on.
