@@ -412,12 +412,12 @@
 <context>
     <name>HistoryItemModel</name>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="544"/>
+        <location filename="../src/historyitemmodel.cpp" line="556"/>
         <source>Failed to parse the clippings file: </source>
         <translation>Die Verlaufsdatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="576"/>
+        <location filename="../src/historyitemmodel.cpp" line="588"/>
         <source>Writing the clippings file failed: </source>
         <translation>Das Schreiben der Verlaufsdatei ist fehlgeschlagen: </translation>
     </message>
@@ -573,6 +573,44 @@
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
 %2</translation>
+    </message>
+</context>
+<context>
+    <name>O2</name>
+    <message>
+        <location filename="../oauth2/o2.cpp" line="80"/>
+        <source>Unable to receive the answer of the browser: port %1 is in use (%2).</source>
+        <translation>Die Antwort des Browsers kann nicht empfangen werden: Port %1 ist belegt (%2).</translation>
+    </message>
+    <message>
+        <location filename="../oauth2/o2.cpp" line="115"/>
+        <source>Google refused the authorization: %1</source>
+        <translation>Google hat die Autorisierung abgelehnt: %1</translation>
+    </message>
+    <message>
+        <location filename="../oauth2/o2.cpp" line="121"/>
+        <source>The answer of the browser does not belong to this authorization.</source>
+        <translation>Die Antwort des Browsers gehört nicht zu dieser Autorisierung.</translation>
+    </message>
+    <message>
+        <location filename="../oauth2/o2.cpp" line="126"/>
+        <source>The answer of the browser holds no authorization code.</source>
+        <translation>Die Antwort des Browsers enthält keinen Autorisierungscode.</translation>
+    </message>
+    <message>
+        <location filename="../oauth2/o2.cpp" line="167"/>
+        <source>Google&apos;s answer holds no access token.</source>
+        <translation>Die Antwort von Google enthält kein Zugriffstoken.</translation>
+    </message>
+    <message>
+        <location filename="../oauth2/o2.cpp" line="182"/>
+        <source>The access token could not be obtained: %1</source>
+        <translation>Das Zugriffstoken konnte nicht abgerufen werden: %1</translation>
+    </message>
+    <message>
+        <location filename="../oauth2/o2.cpp" line="281"/>
+        <source>Google no longer accepts the authorization. Please connect again.</source>
+        <translation>Google akzeptiert die Autorisierung nicht mehr. Bitte verbinden Sie sich erneut.</translation>
     </message>
 </context>
 <context>
@@ -1297,32 +1335,39 @@
 <context>
     <name>Sync</name>
     <message>
-        <location filename="../src/sync.cpp" line="117"/>
-        <location filename="../src/sync.cpp" line="125"/>
-        <location filename="../src/sync.cpp" line="132"/>
-        <location filename="../src/sync.cpp" line="137"/>
-        <location filename="../src/sync.cpp" line="484"/>
-        <location filename="../src/sync.cpp" line="542"/>
-        <location filename="../src/sync.cpp" line="748"/>
+        <location filename="../src/sync.cpp" line="118"/>
+        <location filename="../src/sync.cpp" line="126"/>
+        <location filename="../src/sync.cpp" line="133"/>
+        <location filename="../src/sync.cpp" line="138"/>
+        <location filename="../src/sync.cpp" line="494"/>
+        <location filename="../src/sync.cpp" line="552"/>
+        <location filename="../src/sync.cpp" line="756"/>
         <source>Synchronization failed.</source>
         <translation>Synchronisation fehlgeschlagen.</translation>
     </message>
     <message>
-        <location filename="../src/sync.cpp" line="328"/>
+        <location filename="../src/sync.cpp" line="333"/>
         <source>Synchronizing...</source>
         <translation>Wird synchronisiert...</translation>
     </message>
     <message>
-        <location filename="../src/sync.cpp" line="386"/>
+        <location filename="../src/sync.cpp" line="391"/>
         <source>Synchronization successful.</source>
         <translation>Synchronisation erfolgreich.</translation>
     </message>
     <message>
-        <location filename="../src/sync.cpp" line="740"/>
-        <location filename="../src/sync.cpp" line="760"/>
-        <location filename="../src/sync.cpp" line="781"/>
+        <location filename="../src/sync.cpp" line="748"/>
+        <location filename="../src/sync.cpp" line="767"/>
         <source>Decryption failed.</source>
         <translation>Entschlüsselung fehlgeschlagen.</translation>
+    </message>
+</context>
+<context>
+    <name>SyncGoogleDrive</name>
+    <message>
+        <location filename="../src/syncgoogledrive.h" line="51"/>
+        <source>Google Drive</source>
+        <translation>Google Drive</translation>
     </message>
 </context>
 <context>
@@ -1382,173 +1427,188 @@
 <context>
     <name>SyncSettingsPage</name>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="65"/>
+        <location filename="../src/syncsettingspage.cpp" line="68"/>
         <source>Keep your history, snippets and actions the same on all your computers.</source>
         <translation>Verlauf, Textbausteine und Aktionen auf allen Ihren Computern gleich halten.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="66"/>
+        <location filename="../src/syncsettingspage.cpp" line="69"/>
         <source>Use a shared folder</source>
         <translation>Gemeinsamen Ordner verwenden</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="69"/>
+        <location filename="../src/syncsettingspage.cpp" line="72"/>
         <source>Point every computer at the same folder: on a network drive, or in a folder that a file-sharing service such as Dropbox keeps the same on all of them.</source>
         <translation>Wählen Sie auf jedem Computer denselben Ordner: auf einem Netzlaufwerk oder in einem Ordner, den ein Dienst wie Dropbox auf allen gleich hält.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="73"/>
+        <location filename="../src/syncsettingspage.cpp" line="76"/>
         <source>Use Google Drive</source>
         <translation>Google Drive verwenden</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="76"/>
-        <source>Google Drive is not available in this version yet.</source>
-        <translation>Google Drive ist in dieser Version noch nicht verfügbar.</translation>
+        <location filename="../src/syncsettingspage.cpp" line="79"/>
+        <source>The data is stored in the application specific folder of your personal Google account, which only Velmorin can see.</source>
+        <translation>Die Daten werden im anwendungsspezifischen Ordner Ihres persönlichen Google-Kontos gespeichert, den nur Velmorin sehen kann.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="108"/>
+        <location filename="../src/syncsettingspage.cpp" line="85"/>
+        <source>This build of Velmorin has no Google client configured, so it cannot connect to Google Drive. The README says how to set one up.</source>
+        <translation>In diesem Build von Velmorin ist kein Google-Client eingerichtet, daher kann es keine Verbindung zu Google Drive herstellen. Die README beschreibt, wie man einen einrichtet.</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="128"/>
         <source>Change folder...</source>
         <translation>Ordner ändern...</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="110"/>
-        <location filename="../src/syncsettingspage.cpp" line="268"/>
+        <location filename="../src/syncsettingspage.cpp" line="130"/>
+        <location filename="../src/syncsettingspage.cpp" line="303"/>
         <source>Please choose the sync folder.</source>
         <translation>Bitte wählen Sie den Synchronisationsordner.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="118"/>
+        <location filename="../src/syncsettingspage.cpp" line="138"/>
         <source>What to synchronize</source>
         <translation>Was synchronisiert wird</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="119"/>
+        <location filename="../src/syncsettingspage.cpp" line="139"/>
         <source>History, with its images</source>
         <translation>Verlauf, mit seinen Bildern</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="120"/>
+        <location filename="../src/syncsettingspage.cpp" line="140"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="121"/>
+        <location filename="../src/syncsettingspage.cpp" line="141"/>
         <source>Actions</source>
         <translation>Aktionen</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="126"/>
+        <location filename="../src/syncsettingspage.cpp" line="146"/>
         <source>Encryption</source>
         <translation>Verschlüsselung</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="127"/>
+        <location filename="../src/syncsettingspage.cpp" line="147"/>
         <source>Encrypt the data with a pass phrase</source>
         <translation>Daten mit einer Passphrase verschlüsseln</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="130"/>
+        <location filename="../src/syncsettingspage.cpp" line="150"/>
         <source>Pass phrase</source>
         <translation>Passphrase</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="131"/>
+        <location filename="../src/syncsettingspage.cpp" line="151"/>
         <source>The same pass phrase on every computer</source>
         <translation>Dieselbe Passphrase auf jedem Computer</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="135"/>
+        <location filename="../src/syncsettingspage.cpp" line="155"/>
         <source>Pass phrase:</source>
         <translation>Passphrase:</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="141"/>
+        <location filename="../src/syncsettingspage.cpp" line="161"/>
         <source>Status:</source>
         <translation>Status:</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="142"/>
+        <location filename="../src/syncsettingspage.cpp" line="162"/>
         <source>Last success</source>
         <translation>Zuletzt erfolgreich</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="145"/>
+        <location filename="../src/syncsettingspage.cpp" line="165"/>
+        <source>Your other computers</source>
+        <translation>Ihre anderen Computer</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="171"/>
+        <source>Refresh</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <location filename="../src/syncsettingspage.cpp" line="178"/>
         <source>Show sync log...</source>
         <translation>Synchronisationsprotokoll anzeigen...</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="146"/>
+        <location filename="../src/syncsettingspage.cpp" line="179"/>
         <source>Stop synchronizing the data</source>
         <translation>Synchronisation beenden</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="169"/>
+        <location filename="../src/syncsettingspage.cpp" line="203"/>
         <source>Full Sync</source>
         <translation>Vollständig synchronisieren</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="170"/>
+        <location filename="../src/syncsettingspage.cpp" line="204"/>
         <source>Upload</source>
         <translation>Hochladen</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="171"/>
+        <location filename="../src/syncsettingspage.cpp" line="205"/>
         <source>Download</source>
         <translation>Herunterladen</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="175"/>
+        <location filename="../src/syncsettingspage.cpp" line="209"/>
         <source>Write the content of this computer over the online content</source>
         <translation>Den Inhalt dieses Computers über den Online-Inhalt schreiben</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="176"/>
+        <location filename="../src/syncsettingspage.cpp" line="210"/>
         <source>Replace the content of this computer by the online content</source>
         <translation>Den Inhalt dieses Computers durch den Online-Inhalt ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="242"/>
+        <location filename="../src/syncsettingspage.cpp" line="276"/>
         <source>All your local content will be overwritten with the remote data. Are you sure you want to continue?</source>
         <translation>Ihr gesamter lokaler Inhalt wird mit den entfernten Daten überschrieben. Wirklich fortfahren?</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="245"/>
+        <location filename="../src/syncsettingspage.cpp" line="279"/>
         <source>The remote data will be overwritten with your local content. Are you sure you want to continue?</source>
         <translation>Die entfernten Daten werden mit Ihrem lokalen Inhalt überschrieben. Wirklich fortfahren?</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="266"/>
+        <location filename="../src/syncsettingspage.cpp" line="301"/>
         <source>Please authorize Velmorin to access your Google Drive on the browser.</source>
         <translation>Bitte erlauben Sie Velmorin im Browser den Zugriff auf Ihr Google Drive.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="292"/>
+        <location filename="../src/syncsettingspage.cpp" line="328"/>
         <source>Synchronizing with %1</source>
         <translation>Synchronisation mit %1</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="325"/>
+        <location filename="../src/syncsettingspage.cpp" line="367"/>
         <source>Not synchronized</source>
         <translation>Nicht synchronisiert</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="332"/>
+        <location filename="../src/syncsettingspage.cpp" line="386"/>
         <source>Changes from other computers are picked up as they arrive in the folder.</source>
         <translation>Änderungen anderer Computer werden übernommen, sobald sie im Ordner ankommen.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="335"/>
+        <location filename="../src/syncsettingspage.cpp" line="389"/>
         <source>Connected to the notification server.</source>
         <translation>Mit dem Benachrichtigungsserver verbunden.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="337"/>
+        <location filename="../src/syncsettingspage.cpp" line="391"/>
         <source>Failed to connect to the notification server.</source>
         <translation>Verbindung zum Benachrichtigungsserver fehlgeschlagen.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="339"/>
+        <location filename="../src/syncsettingspage.cpp" line="393"/>
         <source>No connection to the notification server.</source>
         <translation>Keine Verbindung zum Benachrichtigungsserver.</translation>
     </message>

@@ -2,9 +2,9 @@
 // without a Google account:
 //
 //   build/tests/helpers/fakegoogleserver 8765
-//   VELMORIN_GOOGLE_ACCOUNTS_URL=http://127.0.0.1:8765
-//   VELMORIN_GOOGLE_API_URL=http://127.0.0.1:8765 \
-//       build/src/velmorin
+//   export VELMORIN_GOOGLE_ACCOUNTS_URL=http://127.0.0.1:8765
+//   export VELMORIN_GOOGLE_API_URL=http://127.0.0.1:8765
+//   build/src/velmorin
 //
 // with GoogleClientId set to the stand-in's client in the settings.
 #include "support/fakegoogle.h"
