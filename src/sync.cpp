@@ -241,6 +241,10 @@ void Sync::sync(int content, ISyncMerge *merge, SyncDirection direction)
 {
     if (isOff())
         return;
+    if (!merge && (content == History || content == Snippets)) {
+        log(QStringLiteral("Sync: No content to merge for %1").arg(content));
+        return;
+    }
     if (content == History) {
         if (setting(SettingsKey::SyncHistory))
             enqueue(entryFor(SyncFile, HistoryFile, merge, direction));
@@ -444,7 +448,10 @@ QList<OnlineFile> Sync::onlineVersions(const QString &localName) const
 
 QString Sync::newestOnlineFile(const QString &localName) const
 {
-    const QList<OnlineFile> versions = onlineVersions(localName);
+    QList<OnlineFile> versions = onlineVersions(localName);
+    // A version found unreadable is passed over for good, even when its time says it is the
+    // newest (a computer whose clock runs ahead wrote it).
+    versions.removeIf([this](const OnlineFile &file) { return m_unreadable.contains(file.name); });
     if (versions.isEmpty())
         return {};
     qDebug() << "Selected" << versions.last().name << "(" << versions.last().created;
@@ -750,9 +757,9 @@ void Sync::onModelDownloaded(const SyncEntry &entry, const QByteArray &body)
     }
     if (result == SyncPayload::Result::Failed) {
         log(QStringLiteral("Sync: Unreadable online file ") + entry.onlineName);
-        // The next run passes over it and puts the local content online, which then becomes
-        // the newest version; nothing local is touched by an unreadable file.
-        entry.merge->lastDownloadId = entry.onlineName;
+        // The next run passes over it and merges with the version before, and its upload
+        // becomes the newest version; nothing local is touched by an unreadable file.
+        m_unreadable.insert(entry.onlineName);
         fail(tr("Synchronization failed."));
         return;
     }

@@ -8,6 +8,7 @@
 #include <QList>
 #include <QMap>
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 #include <QUuid>
 #include <QVariantMap>
@@ -138,6 +139,7 @@ private:
 
     QList<SyncEntry> m_queue;
     QMap<QString, OnlineFile> m_online;
+    QSet<QString> m_unreadable;
     bool m_listRequested = false;
     // A call of the target is under way; its answer goes on with the queue.
     bool m_inFlight = false;

@@ -271,7 +271,8 @@ void TestSyncPeers::brokenOnlineFilesHarmNothingLocal()
     wipe.insert(QLatin1String("groups"), QJsonArray());
     wipe.insert(QLatin1String("removedItems"), removals);
     writeNewest(QStringLiteral("Snippets#wipe.json"), QJsonDocument(wipe).toJson());
-    QVERIFY(a.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
+    const QString wiped = a.ask(QStringLiteral("sync"));
+    QVERIFY2(wiped.startsWith(QLatin1Char('1')), qPrintable(wiped));
     QCOMPARE(section(a.ask(QStringLiteral("state")), QStringLiteral("snippets")), QString());
     QFile backup(a.profilePath(QStringLiteral("data/Velmorin/Velmorin/backups/Snippets-") +
                                QDate::currentDate().toString(Qt::ISODate) +
