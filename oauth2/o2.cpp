@@ -139,6 +139,19 @@ QNetworkReply *O2::postForm(const QUrl &url, const QList<QPair<QString, QString>
     return reply;
 }
 
+void O2::answerWith(QNetworkReply *reply, void (O2::*finished)(QNetworkReply *),
+                    void (O2::*failed)(QNetworkReply::NetworkError, QNetworkReply *))
+{
+    connect(reply, &QNetworkReply::finished, this, [this, reply, finished, failed] {
+        reply->deleteLater();
+        if (reply->error() != QNetworkReply::NoError)
+            (this->*failed)(reply->error(), reply);
+        else
+            (this->*finished)(reply);
+        m_timedReplies.remove(reply);
+    });
+}
+
 void O2::requestToken(const QString &code)
 {
     QNetworkReply *reply = postForm(
@@ -150,14 +163,7 @@ void O2::requestToken(const QString &code)
                         {QStringLiteral("grant_type"), QStringLiteral("authorization_code")},
                         {QStringLiteral("code_verifier"), m_codeVerifier},
                     });
-    connect(reply, &QNetworkReply::finished, this, [this, reply] {
-        reply->deleteLater();
-        if (reply->error() != QNetworkReply::NoError)
-            onTokenReplyError(reply->error(), reply);
-        else
-            onTokenReplyFinished(reply);
-        m_timedReplies.remove(reply);
-    });
+    answerWith(reply, &O2::onTokenReplyFinished, &O2::onTokenReplyError);
 }
 
 void O2::onTokenReplyFinished(QNetworkReply *reply)
@@ -250,14 +256,7 @@ bool O2::refresh()
                                {QStringLiteral("refresh_token"), refreshToken()},
                                {QStringLiteral("grant_type"), QStringLiteral("refresh_token")},
                            });
-    connect(reply, &QNetworkReply::finished, this, [this, reply] {
-        reply->deleteLater();
-        if (reply->error() != QNetworkReply::NoError)
-            onRefreshError(reply->error(), reply);
-        else
-            onRefreshFinished(reply);
-        m_timedReplies.remove(reply);
-    });
+    answerWith(reply, &O2::onRefreshFinished, &O2::onRefreshError);
     return true;
 }
 

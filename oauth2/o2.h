@@ -62,6 +62,9 @@ private:
     void onRefreshFinished(QNetworkReply *reply);
     void onRefreshError(QNetworkReply::NetworkError error, QNetworkReply *reply);
     QNetworkReply *postForm(const QUrl &url, const QList<QPair<QString, QString>> &form);
+    // Hands the token endpoint's answer to one of the two, and ends its time-out.
+    void answerWith(QNetworkReply *reply, void (O2::*finished)(QNetworkReply *),
+                    void (O2::*failed)(QNetworkReply::NetworkError, QNetworkReply *));
     void fail(const QString &why);
     // Stores the token reply's members; false when it holds no access token.
     bool storeTokens(const QByteArray &body, bool refreshing);
