@@ -4,6 +4,8 @@ file(GLOB_RECURSE sources
     "${SOURCE_DIR}/src/*.cpp" "${SOURCE_DIR}/src/*.h"
     "${SOURCE_DIR}/logger/*.cpp" "${SOURCE_DIR}/logger/*.h"
     "${SOURCE_DIR}/hotkey/*.cpp" "${SOURCE_DIR}/hotkey/*.h"
+    "${SOURCE_DIR}/oauth2/*.cpp" "${SOURCE_DIR}/oauth2/*.h"
+    "${SOURCE_DIR}/notifyserver/*.cpp" "${SOURCE_DIR}/notifyserver/*.h"
     "${SOURCE_DIR}/tests/*.cpp" "${SOURCE_DIR}/tests/*.h"
     "${SOURCE_DIR}/bench/*.cpp" "${SOURCE_DIR}/bench/*.h")
 execute_process(COMMAND ${CLANG_FORMAT} --dry-run --Werror ${sources} RESULT_VARIABLE result)
