@@ -67,6 +67,7 @@ private slots:
     void rateLimitedAnswersAreTriedAgain();
     void failuresEndTheEngineRun();
     void settingsPageConnectsAndDisconnects();
+    void newsFromAnotherComputerQueuesThatContentOnly();
 
 private:
     std::unique_ptr<SyncGoogleDrive> linkedDrive();
@@ -347,6 +348,21 @@ void TestGoogleDrive::settingsPageConnectsAndDisconnects()
     QVERIFY(!sync.googleDrive()->isValid());
     QVERIFY(sync.googleDrive()->idToken().isEmpty());
     QVERIFY(page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->isVisible());
+}
+
+void TestGoogleDrive::newsFromAnotherComputerQueuesThatContentOnly()
+{
+    Sync sync;
+    TextMerge history;
+    TextMerge snippets;
+    sync.setModels(&history, &snippets);
+    emit sync.notifier()->dataUpdated(QStringLiteral("Snippets.json"));
+    QCOMPARE(sync.queuedFiles(), QStringList{QStringLiteral("Snippets.json")});
+    emit sync.notifier()->dataUpdated(QStringLiteral("Other.json"));
+    emit sync.notifier()->dataUpdated(QStringLiteral("History.json"));
+    QCOMPARE(sync.queuedFiles(),
+             QStringList({QStringLiteral("Snippets.json"), QStringLiteral("History.json")}));
+    QVERIFY(sync.isQueueTimerActive());
 }
 
 QTEST_MAIN(TestGoogleDrive)
