@@ -425,24 +425,29 @@
 <context>
     <name>HistoryItemView</name>
     <message>
-        <location filename="../src/historyitemview.cpp" line="51"/>
+        <location filename="../src/historyitemview.cpp" line="52"/>
         <source>Clipboard history</source>
         <translation>Zwischenablage-Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="99"/>
+        <location filename="../src/historyitemview.cpp" line="100"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
 %2</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="194"/>
+        <location filename="../src/historyitemview.cpp" line="130"/>
+        <source>No text was found in the image.</source>
+        <translation>Im Bild wurde kein Text gefunden.</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="222"/>
         <source>&amp;Paste</source>
         <translation>&amp;Einfügen</translation>
     </message>
     <message numerus="yes">
-        <location filename="../src/historyitemview.cpp" line="194"/>
+        <location filename="../src/historyitemview.cpp" line="222"/>
         <source>&amp;Paste %n items joined</source>
         <translation>
             <numerusform>%n Eintrag &amp;verbunden einfügen</numerusform>
@@ -450,72 +455,77 @@
         </translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="198"/>
+        <location filename="../src/historyitemview.cpp" line="226"/>
         <source>Paste as &amp;image</source>
         <translation>Als &amp;Bild einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="200"/>
+        <location filename="../src/historyitemview.cpp" line="228"/>
         <source>Paste as &amp;file</source>
         <translation>Als &amp;Datei einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="204"/>
+        <location filename="../src/historyitemview.cpp" line="230"/>
+        <source>E&amp;xtract text</source>
+        <translation>Te&amp;xt erkennen</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="233"/>
         <source>Paste as &amp;plain text</source>
         <translation>Als &amp;reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="208"/>
+        <location filename="../src/historyitemview.cpp" line="237"/>
         <source>&amp;Type text</source>
         <translation>Text &amp;tippen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="220"/>
+        <location filename="../src/historyitemview.cpp" line="249"/>
         <source>&amp;Edit text...</source>
         <translation>Text &amp;bearbeiten...</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="222"/>
+        <location filename="../src/historyitemview.cpp" line="251"/>
         <source>&amp;Join into a new clipping</source>
         <translation>Zu neuem Eintrag &amp;zusammenfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="223"/>
+        <location filename="../src/historyitemview.cpp" line="252"/>
         <source>Re&amp;verse the order</source>
         <translation>Reihenfolge &amp;umkehren</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="229"/>
+        <location filename="../src/historyitemview.cpp" line="258"/>
         <source>Clear st&amp;yle</source>
         <translation>Formatierung &amp;entfernen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="232"/>
+        <location filename="../src/historyitemview.cpp" line="261"/>
         <source>P&amp;in to the top</source>
         <translation>Oben an&amp;heften</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="236"/>
+        <location filename="../src/historyitemview.cpp" line="265"/>
         <source>&amp;Keep forever</source>
         <translation>&amp;Für immer behalten</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="253"/>
+        <location filename="../src/historyitemview.cpp" line="282"/>
         <source>&amp;Remove</source>
         <translation>&amp;Entfernen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="259"/>
+        <location filename="../src/historyitemview.cpp" line="288"/>
         <source>Add to &amp;snippets</source>
         <translation>Zu &amp;Textbausteinen hinzufügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="271"/>
+        <location filename="../src/historyitemview.cpp" line="300"/>
         <source>New group</source>
         <translation>Neue Gruppe</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="272"/>
+        <location filename="../src/historyitemview.cpp" line="301"/>
         <source>Clippings</source>
         <translation>Einträge</translation>
     </message>
@@ -598,17 +608,17 @@
         <translation>Die Antwort des Browsers enthält keinen Autorisierungscode.</translation>
     </message>
     <message>
-        <location filename="../oauth2/o2.cpp" line="167"/>
+        <location filename="../oauth2/o2.cpp" line="173"/>
         <source>Google&apos;s answer holds no access token.</source>
         <translation>Die Antwort von Google enthält kein Zugriffstoken.</translation>
     </message>
     <message>
-        <location filename="../oauth2/o2.cpp" line="182"/>
+        <location filename="../oauth2/o2.cpp" line="188"/>
         <source>The access token could not be obtained: %1</source>
         <translation>Das Zugriffstoken konnte nicht abgerufen werden: %1</translation>
     </message>
     <message>
-        <location filename="../oauth2/o2.cpp" line="281"/>
+        <location filename="../oauth2/o2.cpp" line="280"/>
         <source>Google no longer accepts the authorization. Please connect again.</source>
         <translation>Google akzeptiert die Autorisierung nicht mehr. Bitte verbinden Sie sich erneut.</translation>
     </message>
@@ -1339,25 +1349,25 @@
         <location filename="../src/sync.cpp" line="126"/>
         <location filename="../src/sync.cpp" line="133"/>
         <location filename="../src/sync.cpp" line="138"/>
-        <location filename="../src/sync.cpp" line="494"/>
-        <location filename="../src/sync.cpp" line="552"/>
-        <location filename="../src/sync.cpp" line="756"/>
+        <location filename="../src/sync.cpp" line="501"/>
+        <location filename="../src/sync.cpp" line="559"/>
+        <location filename="../src/sync.cpp" line="763"/>
         <source>Synchronization failed.</source>
         <translation>Synchronisation fehlgeschlagen.</translation>
     </message>
     <message>
-        <location filename="../src/sync.cpp" line="333"/>
+        <location filename="../src/sync.cpp" line="337"/>
         <source>Synchronizing...</source>
         <translation>Wird synchronisiert...</translation>
     </message>
     <message>
-        <location filename="../src/sync.cpp" line="391"/>
+        <location filename="../src/sync.cpp" line="395"/>
         <source>Synchronization successful.</source>
         <translation>Synchronisation erfolgreich.</translation>
     </message>
     <message>
-        <location filename="../src/sync.cpp" line="748"/>
-        <location filename="../src/sync.cpp" line="767"/>
+        <location filename="../src/sync.cpp" line="755"/>
+        <location filename="../src/sync.cpp" line="774"/>
         <source>Decryption failed.</source>
         <translation>Entschlüsselung fehlgeschlagen.</translation>
     </message>
@@ -1611,6 +1621,40 @@
         <location filename="../src/syncsettingspage.cpp" line="393"/>
         <source>No connection to the notification server.</source>
         <translation>Keine Verbindung zum Benachrichtigungsserver.</translation>
+    </message>
+</context>
+<context>
+    <name>TextExtractor</name>
+    <message>
+        <location filename="../src/textextractor.cpp" line="18"/>
+        <source>Tesseract could not be started: %1</source>
+        <translation>Tesseract konnte nicht gestartet werden: %1</translation>
+    </message>
+    <message>
+        <location filename="../src/textextractor.cpp" line="37"/>
+        <source>Extracting text needs the free Tesseract program, which is not installed.
+
+On Windows, install it from https://github.com/UB-Mannheim/tesseract/wiki and add its folder to the PATH.
+On Debian or Ubuntu: sudo apt install tesseract-ocr</source>
+        <translation>Für die Texterkennung wird das freie Programm Tesseract benötigt, das nicht installiert ist.
+
+Unter Windows installieren Sie es von https://github.com/UB-Mannheim/tesseract/wiki und fügen seinen Ordner dem PATH hinzu.
+Unter Debian oder Ubuntu: sudo apt install tesseract-ocr</translation>
+    </message>
+    <message>
+        <location filename="../src/textextractor.cpp" line="51"/>
+        <source>Text is being extracted already.</source>
+        <translation>Es wird bereits Text erkannt.</translation>
+    </message>
+    <message>
+        <location filename="../src/textextractor.cpp" line="64"/>
+        <source>Extracting the text took too long and was stopped.</source>
+        <translation>Die Texterkennung dauerte zu lange und wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <location filename="../src/textextractor.cpp" line="70"/>
+        <source>Tesseract could not read the image: %1</source>
+        <translation>Tesseract konnte das Bild nicht lesen: %1</translation>
     </message>
 </context>
 <context>

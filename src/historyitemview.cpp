@@ -7,6 +7,7 @@
 #include "historyitemmodel.h"
 #include "runactionmenu.h"
 #include "snippetitemmodel.h"
+#include "textextractor.h"
 
 #include <QContextMenuEvent>
 #include <QDebug>
@@ -119,6 +120,33 @@ void HistoryItemView::join(const QModelIndexList &clippings)
         emit addItem(texts.join(QLatin1Char('\n')));
 }
 
+TextExtractor *HistoryItemView::textExtractor()
+{
+    if (!m_extractor) {
+        m_extractor = new TextExtractor(this);
+        connect(m_extractor, &TextExtractor::finished, this, [this](const QString &text) {
+            if (text.isEmpty())
+                QMessageBox::information(this, QStringLiteral("Velmorin"),
+                                         tr("No text was found in the image."));
+            else
+                emit addItem(text);
+        });
+        connect(m_extractor, &TextExtractor::failed, this, [this](const QString &why) {
+            QMessageBox::information(this, QStringLiteral("Velmorin"), why);
+        });
+    }
+    return m_extractor;
+}
+
+void HistoryItemView::extractText(const QModelIndex &clipping)
+{
+    if (!clipping.isValid() || isText(clipping))
+        return;
+    const QUuid id = clipping.data(IdRole).toUuid();
+    textExtractor()->extract(Clipping::imageFolder(id) + QLatin1Char('/') +
+                             clipping.data(FilenameRole).toString());
+}
+
 void HistoryItemView::reverse(const QModelIndexList &clippings)
 {
     m_history->reverseOrder(sourceRows(clippings));
@@ -199,6 +227,7 @@ void HistoryItemView::addPasteActions(QMenu *menu, const QModelIndexList &clippi
                         [this, kept] { emit pasteImageRequested(kept.first(), false); });
         menu->addAction(tr("Paste as &file"), this,
                         [this, kept] { emit pasteImageRequested(kept.first(), true); });
+        menu->addAction(tr("E&xtract text"), this, [this, kept] { extractText(kept.first()); });
         return;
     }
     menu->addAction(withKey(tr("Paste as &plain text"), QKeySequence(Qt::SHIFT | Qt::Key_Return)),

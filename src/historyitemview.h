@@ -6,6 +6,7 @@ class HistoryItemDelegate;
 class HistoryItemModel;
 class QMenu;
 class SnippetItemModel;
+class TextExtractor;
 
 // The history list of the paste window, with the commands on its clippings. Keyboard first:
 // Enter pastes, Shift+Enter pastes plain text, 1 to 9 paste the numbered rows, Delete removes,
@@ -38,6 +39,9 @@ public:
     void toggleLocked(const QModelIndex &clipping);
     void clearStyle(const QModelIndexList &clippings);
     void addToSnippets(const QModelIndex &clipping, const QModelIndex &group);
+    // Reads the text in an image clipping (Tesseract) and adds it as a new clipping.
+    void extractText(const QModelIndex &clipping);
+    TextExtractor *textExtractor();
 
 signals:
     void textAction(const QModelIndex &clipping, const QString &text);
@@ -65,4 +69,5 @@ private:
     HistoryItemModel *m_history = nullptr;
     SnippetItemModel *m_snippets = nullptr;
     HistoryItemDelegate *m_delegate = nullptr;
+    TextExtractor *m_extractor = nullptr;
 };
