@@ -352,24 +352,64 @@
 <context>
     <name>ClipboardMonitor</name>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="13"/>
+        <location filename="../src/clipboardmonitor.cpp" line="31"/>
         <source>Clipboard monitor</source>
         <translation>Zwischenablage-Monitor</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="14"/>
+        <location filename="../src/clipboardmonitor.cpp" line="33"/>
         <source>Format</source>
         <translation>Format</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="14"/>
+        <location filename="../src/clipboardmonitor.cpp" line="33"/>
         <source>Size (bytes)</source>
         <translation>Größe (Bytes)</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="17"/>
+        <location filename="../src/clipboardmonitor.cpp" line="36"/>
         <source>Clipboard formats</source>
         <translation>Formate der Zwischenablage</translation>
+    </message>
+    <message>
+        <location filename="../src/clipboardmonitor.cpp" line="73"/>
+        <source>Copied in: %1</source>
+        <translation>Kopiert in: %1</translation>
+    </message>
+    <message>
+        <location filename="../src/clipboardmonitor.cpp" line="73"/>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
+    </message>
+    <message>
+        <location filename="../src/clipboardmonitor.cpp" line="76"/>
+        <source>The clipboard is empty.</source>
+        <translation>Die Zwischenablage ist leer.</translation>
+    </message>
+    <message>
+        <location filename="../src/clipboardmonitor.cpp" line="94"/>
+        <source>Marked private by the program that copied it: Velmorin does not record it.</source>
+        <translation>Vom kopierenden Programm als privat markiert: Velmorin zeichnet es nicht auf.</translation>
+    </message>
+    <message>
+        <location filename="../src/clipboardmonitor.cpp" line="98"/>
+        <source>Put there by Velmorin (for %1): not recorded again.</source>
+        <translation>Von Velmorin eingefügt (für %1): wird nicht erneut aufgezeichnet.</translation>
+    </message>
+    <message>
+        <location filename="../src/clipboardmonitor.cpp" line="99"/>
+        <source>no application</source>
+        <translation>keine Anwendung</translation>
+    </message>
+    <message>
+        <location filename="../src/clipboardmonitor.cpp" line="101"/>
+        <source>No marks: Velmorin records it unless a rule for the application says otherwise.</source>
+        <translation>Keine Markierungen: Velmorin zeichnet es auf, sofern keine Regel für die Anwendung etwas anderes sagt.</translation>
+    </message>
+    <message>
+        <location filename="../src/clipboardmonitor.cpp" line="120"/>
+        <source>This image cannot be shown.</source>
+        <translation>Dieses Bild kann nicht angezeigt werden.</translation>
     </message>
 </context>
 <context>
@@ -1685,6 +1725,16 @@ Unter Debian oder Ubuntu: sudo apt install tesseract-ocr</translation>
     </message>
     <message>
         <location filename="../src/trayicon.cpp" line="38"/>
+        <source>Clipboard monitor</source>
+        <translation>Zwischenablage-Monitor</translation>
+    </message>
+    <message>
+        <location filename="../src/trayicon.cpp" line="39"/>
+        <source>What&apos;s new</source>
+        <translation>Neuigkeiten</translation>
+    </message>
+    <message>
+        <location filename="../src/trayicon.cpp" line="41"/>
         <source>Quit</source>
         <translation>Beenden</translation>
     </message>

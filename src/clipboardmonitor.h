@@ -2,10 +2,17 @@
 
 #include <QWidget>
 
+class QLabel;
+class QMimeData;
+class QPlainTextEdit;
+class QStackedWidget;
 class QTreeWidget;
+class QTreeWidgetItem;
 
-// A diagnostic window listing the formats on the clipboard and their sizes, kept up to date
-// while it is open.
+// A diagnostic window for "why was this not recorded?": the formats on the clipboard with
+// their sizes and a preview of the chosen one (text, HTML source, image), the application the
+// content came from, and the marks that decide whether Velmorin records it. It follows every
+// clipboard change while it is open.
 class ClipboardMonitor final : public QWidget
 {
     Q_OBJECT
@@ -20,6 +27,14 @@ protected:
 
 private:
     void onClipboardChanged();
+    void showPreview(const QTreeWidgetItem *row);
+    static QString marksText(const QMimeData &data);
 
     QTreeWidget *m_formats;
+    QStackedWidget *m_preview;
+    QPlainTextEdit *m_text;
+    QLabel *m_image;
+    QLabel *m_source;
+    QLabel *m_marks;
+    QString m_application;
 };

@@ -164,6 +164,13 @@ int main(int argc, char *argv[])
         mainWindow.prepareToQuit();
     });
     connectTrayIcon(tray, mainWindow);
+    QObject::connect(&tray, &TrayIcon::monitorRequested, &clipboardMonitor, [&clipboardMonitor] {
+        clipboardMonitor.show();
+        clipboardMonitor.raise();
+        clipboardMonitor.activateWindow();
+    });
+    QObject::connect(&tray, &TrayIcon::releaseNotesRequested, &mainWindow,
+                     &MainWindow::openReleaseNotes);
     showReleaseNotesOnce(mainWindow);
 
     return QApplication::exec();

@@ -35,6 +35,9 @@ void TrayIcon::showContextMenu()
     connect(actions, &RunActionMenu::actionChosen, this, &TrayIcon::runActionRequested);
     menu.addMenu(actions);
     menu.addSeparator();
+    const QAction *monitor = menu.addAction(tr("Clipboard monitor"));
+    const QAction *notes = menu.addAction(tr("What's new"));
+    menu.addSeparator();
     const QAction *quit = menu.addAction(tr("Quit"));
 
     const QRect area = geometry();
@@ -43,6 +46,10 @@ void TrayIcon::showContextMenu()
         emit showRequested();
     else if (chosen == settings)
         emit settingsRequested();
+    else if (chosen == monitor)
+        emit monitorRequested();
+    else if (chosen == notes)
+        emit releaseNotesRequested();
     else if (chosen == quit)
         emit quitRequested();
 }

@@ -18,6 +18,8 @@ signals:
     void toggleRequested();
     void showRequested();
     void settingsRequested();
+    void monitorRequested();
+    void releaseNotesRequested();
     void quitRequested();
     void runActionRequested(const QString &path, const QString &title);
 
