@@ -432,6 +432,18 @@
     </message>
 </context>
 <context>
+    <name>CrashReports</name>
+    <message>
+        <location filename="../src/crashreports.cpp" line="63"/>
+        <source>Velmorin closed unexpectedly last time. A report of what happened was written to %1.
+
+Do you want to open the folder?</source>
+        <translation>Velmorin wurde beim letzten Mal unerwartet beendet. Ein Bericht darüber wurde in %1 gespeichert.
+
+Möchten Sie den Ordner öffnen?</translation>
+    </message>
+</context>
+<context>
     <name>DelayDialog</name>
     <message>
         <location filename="../src/delaydialog.cpp" line="13"/>
@@ -666,7 +678,7 @@
 <context>
     <name>QObject</name>
     <message>
-        <location filename="../src/main.cpp" line="151"/>
+        <location filename="../src/main.cpp" line="153"/>
         <source>Velmorin is already running!</source>
         <translation>Velmorin läuft bereits!</translation>
     </message>

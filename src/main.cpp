@@ -3,6 +3,7 @@
 #include "clipboardmonitor.h"
 #include "consoleengine.h"
 #include "crashhandler.h"
+#include "crashreports.h"
 #include "fileengine.h"
 #include "historyitemmodel.h"
 #include "logger.h"
@@ -23,6 +24,7 @@
 #include <QSslSocket>
 #include <QStandardPaths>
 #include <QThread>
+#include <QTimer>
 #include <QTranslator>
 
 #include <chrono>
@@ -172,6 +174,18 @@ int main(int argc, char *argv[])
     QObject::connect(&tray, &TrayIcon::releaseNotesRequested, &mainWindow,
                      &MainWindow::openReleaseNotes);
     showReleaseNotesOnce(mainWindow);
+
+    // Reports of an earlier crash: sent where the build says (while SendDumps is on), and
+    // the user told once, after the window is up.
+    CrashReports crashReports(CrashHandler::reportFolder(QStandardPaths::writableLocation(
+                                  QStandardPaths::AppDataLocation)),
+                              CrashReports::configuredUploadUrl());
+    if (!modes.demo && !modes.perfTest) {
+        QTimer::singleShot(0, &crashReports, [&crashReports] {
+            crashReports.upload(crashReports.unseen());
+            crashReports.tellUser(nullptr);
+        });
+    }
 
     return QApplication::exec();
 }
