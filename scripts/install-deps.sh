@@ -17,6 +17,8 @@ packages=(
     xvfb xauth jwm x11-utils xdotool dbus
     # the Windows build path: cross compiler and Wine to run its tests
     g++-mingw-w64-x86-64-posix wine wine64
+    # the package and its metadata checks
+    dpkg-dev appstream desktop-file-utils file
     # reading text in image clippings
     tesseract-ocr tesseract-ocr-eng
     # the secure websocket test makes its own certificate
