@@ -678,7 +678,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>QObject</name>
     <message>
-        <location filename="../src/main.cpp" line="153"/>
+        <location filename="../src/main.cpp" line="154"/>
         <source>Velmorin is already running!</source>
         <translation>Velmorin läuft bereits!</translation>
     </message>
@@ -1749,6 +1749,30 @@ Unter Debian oder Ubuntu: sudo apt install tesseract-ocr</translation>
         <location filename="../src/trayicon.cpp" line="41"/>
         <source>Quit</source>
         <translation>Beenden</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateChecker</name>
+    <message>
+        <location filename="../src/updatechecker.cpp" line="18"/>
+        <source>The maintenance tool did not answer in time.</source>
+        <translation>Das Wartungsprogramm hat nicht rechtzeitig geantwortet.</translation>
+    </message>
+    <message>
+        <location filename="../src/updatechecker.cpp" line="96"/>
+        <source>The maintenance tool could not check for updates.</source>
+        <translation>Das Wartungsprogramm konnte nicht nach Aktualisierungen suchen.</translation>
+    </message>
+    <message>
+        <location filename="../src/updatechecker.cpp" line="110"/>
+        <source>A new version is available:
+%1
+
+Do you want to update now?</source>
+        <translation>Eine neue Version ist verfügbar:
+%1
+
+Möchten Sie jetzt aktualisieren?</translation>
     </message>
 </context>
 </TS>

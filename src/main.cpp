@@ -13,6 +13,7 @@
 #include "settingsevents.h"
 #include "theme.h"
 #include "trayicon.h"
+#include "updatechecker.h"
 
 #include <QDate>
 #include <QDebug>
@@ -185,6 +186,18 @@ int main(int argc, char *argv[])
             crashReports.upload(crashReports.unseen());
             crashReports.tellUser(nullptr);
         });
+    }
+
+    // On Windows the installer's maintenance tool knows of newer versions; elsewhere the
+    // system's packages update the program.
+    UpdateChecker updates(UpdateChecker::toolForThisProgram());
+    if (updates.isAvailable() && !modes.anyOn()) {
+        QObject::connect(&updates, &UpdateChecker::updatesAvailable, &mainWindow,
+                         [&updates](const QList<UpdateChecker::Update> &available) {
+                             if (UpdateChecker::offer(nullptr, available))
+                                 updates.startUpdater();
+                         });
+        QTimer::singleShot(std::chrono::seconds(10), &updates, &UpdateChecker::check);
     }
 
     return QApplication::exec();
