@@ -282,6 +282,100 @@
     </message>
 </context>
 <context>
+    <name>AnnotationCanvas</name>
+    <message>
+        <location filename="../src/annotationcanvas.cpp" line="19"/>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <location filename="../src/annotationcanvas.cpp" line="19"/>
+        <source>Text of the box:</source>
+        <translation>Text des Felds:</translation>
+    </message>
+</context>
+<context>
+    <name>AnnotationEditor</name>
+    <message>
+        <location filename="../src/addannotationcommand.cpp" line="12"/>
+        <location filename="../src/annotationeditor.cpp" line="50"/>
+        <source>Arrow</source>
+        <translation>Pfeil</translation>
+    </message>
+    <message>
+        <location filename="../src/addannotationcommand.cpp" line="13"/>
+        <location filename="../src/annotationeditor.cpp" line="51"/>
+        <source>Rectangle</source>
+        <translation>Rechteck</translation>
+    </message>
+    <message>
+        <location filename="../src/addannotationcommand.cpp" line="14"/>
+        <location filename="../src/annotationeditor.cpp" line="52"/>
+        <source>Marker</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <location filename="../src/addannotationcommand.cpp" line="15"/>
+        <location filename="../src/annotationeditor.cpp" line="53"/>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <location filename="../src/addannotationcommand.cpp" line="16"/>
+        <location filename="../src/annotationeditor.cpp" line="54"/>
+        <source>Highlight</source>
+        <translation>Hervorhebung</translation>
+    </message>
+    <message>
+        <location filename="../src/annotationeditor.cpp" line="26"/>
+        <source>Annotate image</source>
+        <translation>Bild beschriften</translation>
+    </message>
+    <message>
+        <location filename="../src/annotationeditor.cpp" line="55"/>
+        <location filename="../src/cropcommand.cpp" line="10"/>
+        <source>Crop</source>
+        <translation>Zuschneiden</translation>
+    </message>
+    <message>
+        <location filename="../src/annotationeditor.cpp" line="67"/>
+        <location filename="../src/annotationeditor.cpp" line="104"/>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <location filename="../src/annotationeditor.cpp" line="74"/>
+        <location filename="../src/annotationeditor.cpp" line="75"/>
+        <source>Line width</source>
+        <translation>Linienbreite</translation>
+    </message>
+    <message>
+        <location filename="../src/annotationeditor.cpp" line="80"/>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <location filename="../src/annotationeditor.cpp" line="82"/>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <location filename="../src/annotationeditor.cpp" line="96"/>
+        <source>Zoom to fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <location filename="../src/annotationeditor.cpp" line="98"/>
+        <source>Actual size</source>
+        <translation>Originalgröße</translation>
+    </message>
+    <message>
+        <location filename="../src/annotationeditor.cpp" line="143"/>
+        <source>Discard the changes to the image?</source>
+        <translation>Die Änderungen am Bild verwerfen?</translation>
+    </message>
+</context>
+<context>
     <name>ApplicationsList</name>
     <message>
         <location filename="../src/applicationslist.cpp" line="117"/>
@@ -477,29 +571,34 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>HistoryItemView</name>
     <message>
-        <location filename="../src/historyitemview.cpp" line="52"/>
+        <location filename="../src/historyitemview.cpp" line="53"/>
         <source>Clipboard history</source>
         <translation>Zwischenablage-Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="100"/>
+        <location filename="../src/historyitemview.cpp" line="101"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
 %2</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="130"/>
+        <location filename="../src/historyitemview.cpp" line="131"/>
         <source>No text was found in the image.</source>
         <translation>Im Bild wurde kein Text gefunden.</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="222"/>
+        <location filename="../src/historyitemview.cpp" line="151"/>
+        <source>The image of this clipping cannot be read.</source>
+        <translation>Das Bild dieses Eintrags kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="246"/>
         <source>&amp;Paste</source>
         <translation>&amp;Einfügen</translation>
     </message>
     <message numerus="yes">
-        <location filename="../src/historyitemview.cpp" line="222"/>
+        <location filename="../src/historyitemview.cpp" line="246"/>
         <source>&amp;Paste %n items joined</source>
         <translation>
             <numerusform>%n Eintrag &amp;verbunden einfügen</numerusform>
@@ -507,77 +606,82 @@ Möchten Sie den Ordner öffnen?</translation>
         </translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="226"/>
+        <location filename="../src/historyitemview.cpp" line="250"/>
         <source>Paste as &amp;image</source>
         <translation>Als &amp;Bild einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="228"/>
+        <location filename="../src/historyitemview.cpp" line="252"/>
         <source>Paste as &amp;file</source>
         <translation>Als &amp;Datei einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="230"/>
+        <location filename="../src/historyitemview.cpp" line="254"/>
+        <source>&amp;Annotate...</source>
+        <translation>&amp;Beschriften...</translation>
+    </message>
+    <message>
+        <location filename="../src/historyitemview.cpp" line="258"/>
         <source>E&amp;xtract text</source>
         <translation>Te&amp;xt erkennen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="233"/>
+        <location filename="../src/historyitemview.cpp" line="261"/>
         <source>Paste as &amp;plain text</source>
         <translation>Als &amp;reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="237"/>
+        <location filename="../src/historyitemview.cpp" line="265"/>
         <source>&amp;Type text</source>
         <translation>Text &amp;tippen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="249"/>
+        <location filename="../src/historyitemview.cpp" line="277"/>
         <source>&amp;Edit text...</source>
         <translation>Text &amp;bearbeiten...</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="251"/>
+        <location filename="../src/historyitemview.cpp" line="279"/>
         <source>&amp;Join into a new clipping</source>
         <translation>Zu neuem Eintrag &amp;zusammenfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="252"/>
+        <location filename="../src/historyitemview.cpp" line="280"/>
         <source>Re&amp;verse the order</source>
         <translation>Reihenfolge &amp;umkehren</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="258"/>
+        <location filename="../src/historyitemview.cpp" line="286"/>
         <source>Clear st&amp;yle</source>
         <translation>Formatierung &amp;entfernen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="261"/>
+        <location filename="../src/historyitemview.cpp" line="289"/>
         <source>P&amp;in to the top</source>
         <translation>Oben an&amp;heften</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="265"/>
+        <location filename="../src/historyitemview.cpp" line="293"/>
         <source>&amp;Keep forever</source>
         <translation>&amp;Für immer behalten</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="282"/>
+        <location filename="../src/historyitemview.cpp" line="310"/>
         <source>&amp;Remove</source>
         <translation>&amp;Entfernen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="288"/>
+        <location filename="../src/historyitemview.cpp" line="316"/>
         <source>Add to &amp;snippets</source>
         <translation>Zu &amp;Textbausteinen hinzufügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="300"/>
+        <location filename="../src/historyitemview.cpp" line="328"/>
         <source>New group</source>
         <translation>Neue Gruppe</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="301"/>
+        <location filename="../src/historyitemview.cpp" line="329"/>
         <source>Clippings</source>
         <translation>Einträge</translation>
     </message>

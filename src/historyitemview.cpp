@@ -1,6 +1,7 @@
 #include "historyitemview.h"
 
 #include "actionapi.h"
+#include "annotationeditor.h"
 #include "clipboardops.h"
 #include "clipping.h"
 #include "historyitemdelegate.h"
@@ -138,6 +139,29 @@ TextExtractor *HistoryItemView::textExtractor()
     return m_extractor;
 }
 
+AnnotationEditor *HistoryItemView::annotate(const QModelIndex &clipping)
+{
+    if (!clipping.isValid() || isText(clipping))
+        return nullptr;
+    const QString path = Clipping::imageFolder(clipping.data(IdRole).toUuid()) + QLatin1Char('/') +
+                         clipping.data(FilenameRole).toString();
+    const QImage image(path);
+    if (image.isNull()) {
+        QMessageBox::information(this, QStringLiteral("Velmorin"),
+                                 tr("The image of this clipping cannot be read."));
+        return nullptr;
+    }
+    auto *editor = new AnnotationEditor(image, this);
+    editor->setAttribute(Qt::WA_DeleteOnClose);
+    const QString application = clipping.data(ApplicationRole).toString();
+    connect(editor, &AnnotationEditor::saved, this, [this, application](const QImage &edited) {
+        if (m_history)
+            m_history->addImage(QUrl(), edited, QPixmap(), application,
+                                QDateTime::currentDateTime());
+    });
+    return editor;
+}
+
 void HistoryItemView::extractText(const QModelIndex &clipping)
 {
     if (!clipping.isValid() || isText(clipping))
@@ -227,6 +251,10 @@ void HistoryItemView::addPasteActions(QMenu *menu, const QModelIndexList &clippi
                         [this, kept] { emit pasteImageRequested(kept.first(), false); });
         menu->addAction(tr("Paste as &file"), this,
                         [this, kept] { emit pasteImageRequested(kept.first(), true); });
+        menu->addAction(tr("&Annotate..."), this, [this, kept] {
+            if (AnnotationEditor *editor = annotate(kept.first()))
+                editor->show();
+        });
         menu->addAction(tr("E&xtract text"), this, [this, kept] { extractText(kept.first()); });
         return;
     }

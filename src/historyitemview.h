@@ -2,6 +2,7 @@
 
 #include <QListView>
 
+class AnnotationEditor;
 class HistoryItemDelegate;
 class HistoryItemModel;
 class QMenu;
@@ -39,6 +40,9 @@ public:
     void toggleLocked(const QModelIndex &clipping);
     void clearStyle(const QModelIndexList &clippings);
     void addToSnippets(const QModelIndex &clipping, const QModelIndex &group);
+    // Opens the image clipping in the annotation editor; what is saved there becomes a new
+    // clipping. Null for a clipping without an image.
+    AnnotationEditor *annotate(const QModelIndex &clipping);
     // Reads the text in an image clipping (Tesseract) and adds it as a new clipping.
     void extractText(const QModelIndex &clipping);
     TextExtractor *textExtractor();
