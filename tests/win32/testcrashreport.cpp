@@ -72,9 +72,13 @@ void testChildCrashWritesReport(const wchar_t *self)
         folder + L"\\crash-" + std::to_wstring(process.dwProcessId) + L".txt";
     const std::string text = readFile(report);
     CHECK(text.find("Exception code: 0xC0000005") != std::string::npos);
+    // A minidump beside it, starting with its signature.
+    const std::wstring dump = folder + L"\\crash-" + std::to_wstring(process.dwProcessId) + L".dmp";
+    CHECK(readFile(dump).compare(0, 4, "MDMP") == 0);
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
     DeleteFileW(report.c_str());
+    DeleteFileW(dump.c_str());
     RemoveDirectoryW(folder.c_str());
 }
 

@@ -1,8 +1,11 @@
 #include "crashreport.h"
 
+#include <dbghelp.h>
+
 namespace {
 
 wchar_t g_reportPath[MAX_PATH * 2] = {};
+wchar_t g_dumpPath[MAX_PATH * 2] = {};
 
 int appendText(char *buffer, int at, int size, const char *text)
 {
@@ -29,11 +32,15 @@ bool CrashReport::install(const std::wstring &folder)
 {
     if (!CreateDirectoryW(folder.c_str(), nullptr) && GetLastError() != ERROR_ALREADY_EXISTS)
         return false;
-    const std::wstring path =
-        folder + L"\\crash-" + std::to_wstring(GetCurrentProcessId()) + L".txt";
-    if (path.size() >= sizeof g_reportPath / sizeof g_reportPath[0])
+    const std::wstring base = folder + L"\\crash-" + std::to_wstring(GetCurrentProcessId());
+    const std::wstring path = base + L".txt";
+    const std::wstring dump = base + L".dmp";
+    if (dump.size() >= sizeof g_dumpPath / sizeof g_dumpPath[0])
         return false;
     lstrcpynW(g_reportPath, path.c_str(), int(path.size() + 1));
+    lstrcpynW(g_dumpPath, dump.c_str(), int(dump.size() + 1));
+    // dbghelp is loaded now rather than in the broken process.
+    LoadLibraryW(L"dbghelp.dll");
     SetUnhandledExceptionFilter(&CrashReport::filter);
     return true;
 }
@@ -41,6 +48,11 @@ bool CrashReport::install(const std::wstring &folder)
 std::wstring CrashReport::reportPath()
 {
     return g_reportPath;
+}
+
+std::wstring CrashReport::dumpPath()
+{
+    return g_dumpPath;
 }
 
 int CrashReport::formatReport(DWORD code, const void *address, char *buffer, int size)
@@ -65,6 +77,17 @@ LONG WINAPI CrashReport::filter(EXCEPTION_POINTERS *pointers)
         WriteFile(file, text, DWORD(length), &written, nullptr);
         FlushFileBuffers(file);
         CloseHandle(file);
+    }
+    const HANDLE dump = CreateFileW(g_dumpPath, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (dump != INVALID_HANDLE_VALUE) {
+        MINIDUMP_EXCEPTION_INFORMATION exception = {};
+        exception.ThreadId = GetCurrentThreadId();
+        exception.ExceptionPointers = pointers;
+        exception.ClientPointers = FALSE;
+        MiniDumpWriteDump(GetCurrentProcess(), GetCurrentProcessId(), dump, MiniDumpNormal,
+                          &exception, nullptr, nullptr);
+        CloseHandle(dump);
     }
     // End the process here: the report is written, and a debugger popping up helps no user.
     return EXCEPTION_EXECUTE_HANDLER;
