@@ -21,6 +21,13 @@ using namespace Clipping;
 
 namespace {
 
+// Where an image clipping's picture is kept in the cache.
+QString imageFile(const QModelIndex &clipping)
+{
+    return Clipping::imageFolder(clipping.data(IdRole).toUuid()) + QLatin1Char('/') +
+           clipping.data(FilenameRole).toString();
+}
+
 bool isText(const QModelIndex &clipping)
 {
     return !isImage(clipping.data(TypeRole).toInt());
@@ -143,9 +150,7 @@ AnnotationEditor *HistoryItemView::annotate(const QModelIndex &clipping)
 {
     if (!clipping.isValid() || isText(clipping))
         return nullptr;
-    const QString path = Clipping::imageFolder(clipping.data(IdRole).toUuid()) + QLatin1Char('/') +
-                         clipping.data(FilenameRole).toString();
-    const QImage image(path);
+    const QImage image(imageFile(clipping));
     if (image.isNull()) {
         QMessageBox::information(this, QStringLiteral("Velmorin"),
                                  tr("The image of this clipping cannot be read."));
@@ -166,9 +171,7 @@ void HistoryItemView::extractText(const QModelIndex &clipping)
 {
     if (!clipping.isValid() || isText(clipping))
         return;
-    const QUuid id = clipping.data(IdRole).toUuid();
-    textExtractor()->extract(Clipping::imageFolder(id) + QLatin1Char('/') +
-                             clipping.data(FilenameRole).toString());
+    textExtractor()->extract(imageFile(clipping));
 }
 
 void HistoryItemView::reverse(const QModelIndexList &clippings)
