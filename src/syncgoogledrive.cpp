@@ -435,21 +435,18 @@ void SyncGoogleDrive::fail(const QByteArray &data)
         emit listFailed();
         break;
     case Call::Download:
-        qDebug() << "download Finished"
-                 << "failed";
+        qDebug() << "download Finished failed";
         emit downloadFailed(m_kind, entry);
         break;
     case Call::Upload:
     case Call::ResumableStart:
     case Call::ResumableChunk:
     case Call::ResumableQuery:
-        qDebug() << "upload Finished"
-                 << "failed";
+        qDebug() << "upload Finished failed";
         emit uploadFailed(m_kind, entry);
         break;
     case Call::Remove:
-        qDebug() << "delete finished"
-                 << "failed";
+        qDebug() << "delete finished failed";
         emit removeFailed(entry);
         break;
     case Call::None:

@@ -90,6 +90,14 @@ QString section(const QString &state, const QString &name)
     return pattern.match(state).captured(1);
 }
 
+// The history's text clippings, without the image clippings ("name 40 x 30").
+QStringList textClippings(const QString &state)
+{
+    QStringList texts = section(state, QStringLiteral("history")).split(QLatin1Char('|'));
+    texts.removeIf([](const QString &text) { return text.contains(QLatin1String(" x ")); });
+    return texts;
+}
+
 } // namespace
 
 class TestSyncPeers final : public QObject
@@ -160,8 +168,7 @@ void TestSyncPeers::interleavedChangesConverge()
     const QString state = settle(a, b);
     QVERIFY2(!state.isEmpty(), qPrintable(a.ask(QStringLiteral("state")) + QLatin1Char('\n') +
                                           b.ask(QStringLiteral("state"))));
-    QStringList texts = section(state, QStringLiteral("history")).split(QLatin1Char('|'));
-    texts.removeIf([](const QString &text) { return text.contains(QLatin1String(" x ")); });
+    const QStringList texts = textClippings(state);
     QCOMPARE(texts, QStringList({QStringLiteral("gamma"), QStringLiteral("alpha")}));
     const QStringList images = section(state, QStringLiteral("images")).split(QLatin1Char('|'));
     QCOMPARE(images.size(), 2);
@@ -320,8 +327,7 @@ void TestSyncPeers::throughGoogleDriveWithEncryptionAndNotifications()
     const QString state = settle(a, b);
     QVERIFY2(!state.isEmpty(), qPrintable(a.ask(QStringLiteral("state")) + QLatin1Char('\n') +
                                           b.ask(QStringLiteral("state"))));
-    QStringList texts = section(state, QStringLiteral("history")).split(QLatin1Char('|'));
-    texts.removeIf([](const QString &text) { return text.contains(QLatin1String(" x ")); });
+    const QStringList texts = textClippings(state);
     QCOMPARE(texts, QStringList({QStringLiteral("beta"), QStringLiteral("alpha")}));
     QCOMPARE(section(state, QStringLiteral("images")).split(QLatin1Char('|')).size(), 2);
     QVERIFY2(!state.contains(QStringLiteral("(missing)")), qPrintable(state));
