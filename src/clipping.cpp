@@ -1,5 +1,6 @@
 #include "clipping.h"
 
+#include <QDebug>
 #include <QDir>
 #include <QImage>
 #include <QStandardItem>
@@ -27,6 +28,31 @@ QString briefOf(const QString &text)
 QString shortText(const QString &text)
 {
     return text.left(50).remove(QLatin1Char('\n'));
+}
+
+void removeImageFolder(const QUuid &id)
+{
+    const QString folder = imageFolder(id);
+    if (QDir(folder).exists() && !QDir(folder).removeRecursively())
+        qWarning() << "Unable to remove the image folder" << folder;
+}
+
+bool isCleared(const QStandardItem *item)
+{
+    return item->data(RemovedRole).toBool() && item->data(TextRole).toString().isEmpty();
+}
+
+void clearContent(QStandardItem *item)
+{
+    if (isImage(item->data(TypeRole).toInt())) {
+        removeImageFolder(item->data(IdRole).toUuid());
+        setOptionalText(item, FilenameRole, QString());
+    }
+    item->setText(QString());
+    item->setData(QString(), TextRole);
+    setOptionalText(item, HtmlRole, QString());
+    item->setData(QString(), ToolTipRole);
+    item->setData(QVariant(), ThumbnailRole);
 }
 
 void setOptionalText(QStandardItem *item, int role, const QString &value)

@@ -37,6 +37,12 @@ inline bool isImage(int type)
     return type == ImageType || type == OldImageType;
 }
 
+// A clipping cleared from the history: only its id, time and removal mark are left, so that
+// the clearing reaches other computers while none of its content stays on disk.
+bool isCleared(const QStandardItem *item);
+// Empties the clipping down to that mark; an image's folder is deleted.
+void clearContent(QStandardItem *item);
+
 // One line: the text's non-blank lines, trimmed, joined by a blank; tabs become blanks.
 QString briefOf(const QString &text);
 // The text as it appears in log lines: at most 50 characters, line feeds removed.
@@ -58,5 +64,7 @@ QStandardItem *newImageItem(const QUrl &source, const QImage &image, const QPixm
 QString imagesRoot();
 QString imageFolder(const QUuid &id);
 QString idFolderName(const QUuid &id);
+// Deletes a clipping's image folder; a failure is logged.
+void removeImageFolder(const QUuid &id);
 
 } // namespace Clipping

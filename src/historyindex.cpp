@@ -40,11 +40,12 @@ int HistoryIndex::firstRowWithId(const QUuid &id) const
     return firstRowOf(m_byId.values(id));
 }
 
-int HistoryIndex::insertionRow(bool pinned, const QDateTime &time)
+int HistoryIndex::insertionRow(bool pinned, const QDateTime &time, bool aboveEqual)
 {
     if (m_order == Order::Unknown)
         m_order = rowsAreInOrder() ? Order::Sorted : Order::Unsorted;
-    return m_order == Order::Sorted ? search(pinned, time) : walk(pinned, time);
+    return m_order == Order::Sorted ? search(pinned, time, aboveEqual)
+                                    : walk(pinned, time, aboveEqual);
 }
 
 bool HistoryIndex::isConsistent() const
@@ -132,13 +133,14 @@ int HistoryIndex::firstRowOf(const QList<QStandardItem *> &items) const
     return first;
 }
 
-bool HistoryIndex::goesAbove(bool pinned, const QDateTime &time, int row) const
+bool HistoryIndex::goesAbove(bool pinned, const QDateTime &time, int row, bool aboveEqual) const
 {
     const QStandardItem *item = m_model->item(row);
     const bool rowPinned = item->data(PinnedRole).toBool();
     if (pinned && !rowPinned)
         return true;
-    return rowPinned == pinned && item->data(TimeRole).toDateTime() < time;
+    const QDateTime rowTime = item->data(TimeRole).toDateTime();
+    return rowPinned == pinned && (rowTime < time || (aboveEqual && rowTime == time));
 }
 
 bool HistoryIndex::comesBefore(int row, int other) const
@@ -152,30 +154,30 @@ bool HistoryIndex::comesBefore(int row, int other) const
     return a->data(TimeRole).toDateTime() > b->data(TimeRole).toDateTime();
 }
 
-int HistoryIndex::walk(bool pinned, const QDateTime &time) const
+int HistoryIndex::walk(bool pinned, const QDateTime &time, bool aboveEqual) const
 {
     const int rows = m_model->rowCount();
     for (int row = 0; row < rows; ++row) {
-        if (goesAbove(pinned, time, row))
+        if (goesAbove(pinned, time, row, aboveEqual))
             return row;
     }
     return rows;
 }
 
-int HistoryIndex::search(bool pinned, const QDateTime &time) const
+int HistoryIndex::search(bool pinned, const QDateTime &time, bool aboveEqual) const
 {
     // In ordered rows goesAbove() is false up to some row and true from there on. The two
     // common answers come first: a new copy goes to the top, a file read in order goes last.
     const int rows = m_model->rowCount();
-    if (rows == 0 || goesAbove(pinned, time, 0))
+    if (rows == 0 || goesAbove(pinned, time, 0, aboveEqual))
         return 0;
-    if (!goesAbove(pinned, time, rows - 1))
+    if (!goesAbove(pinned, time, rows - 1, aboveEqual))
         return rows;
     int low = 1;
     int high = rows - 1;
     while (low < high) {
         const int middle = low + (high - low) / 2;
-        if (goesAbove(pinned, time, middle))
+        if (goesAbove(pinned, time, middle, aboveEqual))
             high = middle;
         else
             low = middle + 1;

@@ -30,8 +30,8 @@ public:
     // First row whose id equals id, or -1.
     int firstRowWithId(const QUuid &id) const;
     // First row that a clipping with this pinned state and time goes above; rowCount() when
-    // it belongs at the end.
-    int insertionRow(bool pinned, const QDateTime &time);
+    // it belongs at the end. It goes above rows of an equal time only when aboveEqual is set.
+    int insertionRow(bool pinned, const QDateTime &time, bool aboveEqual = false);
 
     // Tells the index that the next insertion is at the row insertionRow() answered, which
     // keeps rows that are in order in order.
@@ -55,10 +55,10 @@ private:
     void onRowsAboutToBeRemoved(int first, int last);
     void onDataChanged(int first, int last, const QList<int> &roles);
     int firstRowOf(const QList<QStandardItem *> &items) const;
-    bool goesAbove(bool pinned, const QDateTime &time, int row) const;
+    bool goesAbove(bool pinned, const QDateTime &time, int row, bool aboveEqual) const;
     bool comesBefore(int row, int other) const;
-    int walk(bool pinned, const QDateTime &time) const;
-    int search(bool pinned, const QDateTime &time) const;
+    int walk(bool pinned, const QDateTime &time, bool aboveEqual) const;
+    int search(bool pinned, const QDateTime &time, bool aboveEqual) const;
     bool rowsAreInOrder() const;
 
     QStandardItemModel *m_model;

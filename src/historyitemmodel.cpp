@@ -10,6 +10,7 @@
 #include "settings.h"
 #include "settingsevents.h"
 #include "synclog.h"
+#include "unreadablefile.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -98,8 +99,8 @@ bool HistoryItemModel::addText(const QString &text, const QString &html, const Q
                                const QString &application)
 {
     recordApplication(application, icon);
-    QStandardItem *item = newTextItem(text, html, icon, application, copyTime());
-    if (!merge(item)) {
+    QStandardItem *item = newTextItem(text, html, icon, application, now());
+    if (!mergeItem(item, true)) {
         delete item;
         return false;
     }
@@ -114,7 +115,7 @@ bool HistoryItemModel::addImage(const QUrl &source, const QImage &image, const Q
     recordApplication(application, icon);
     QStandardItem *item = newImageItem(source, image, icon, application, time);
     // Merged before its file is written, so a refused image leaves nothing in the cache.
-    if (!merge(item)) {
+    if (!mergeItem(item, true)) {
         delete item;
         return false;
     }
@@ -137,7 +138,7 @@ void HistoryItemModel::addMimeData(QMimeData *data, const QPixmap &icon, const Q
         const QByteArray png = data->data(QStringLiteral("image/png"));
         // Stored as they came when they really are PNG; anything else is encoded again.
         const bool isPng = png.startsWith("\x89PNG\r\n\x1a\n");
-        addImage(urls.isEmpty() ? QUrl() : urls.first(), image, icon, application, copyTime(),
+        addImage(urls.isEmpty() ? QUrl() : urls.first(), image, icon, application, now(),
                  isPng ? png : QByteArray());
     } else if (data->hasText()) {
         addText(data->text(), data->html(), icon, application);
@@ -163,7 +164,7 @@ bool HistoryItemModel::addUrls(const QList<QUrl> &urls, const QPixmap &icon,
     const QString fileName = url.fileName();
     for (const QString &suffix : imageSuffixes) {
         if (fileName.endsWith(suffix, Qt::CaseInsensitive)) {
-            addImage(url, QImage(), icon, application, copyTime());
+            addImage(url, QImage(), icon, application, now());
             return false;
         }
     }
@@ -183,6 +184,8 @@ bool HistoryItemModel::accepts(const QStandardItem *item, const QString &shortTe
         }
     }
     const int type = item->data(TypeRole).toInt();
+    if (isCleared(item))
+        return true; // a mark, not content
     if (isImage(type) && !m_limits.includeImages) {
         mergeLog(QStringLiteral("Adding images '%1' to history is disabled.").arg(shortText));
         return false;
@@ -210,7 +213,8 @@ bool HistoryItemModel::accepts(const QStandardItem *item, const QString &shortTe
 
 int HistoryItemModel::duplicateRow(const QStandardItem *item) const
 {
-    if (item->data(TypeRole).toInt() == TextType)
+    // A cleared text has no brief left: it ends the clipping of its id.
+    if (item->data(TypeRole).toInt() == TextType && !isCleared(item))
         return m_index->firstRowWithBrief(item->data(BriefRole).toString());
     return m_index->firstRowWithId(item->data(IdRole).toUuid());
 }
@@ -220,18 +224,21 @@ QDateTime HistoryItemModel::now() const
     return wholeSeconds(m_clock());
 }
 
-QDateTime HistoryItemModel::copyTime()
+QDateTime HistoryItemModel::laterThan(const QStandardItem *clipping) const
 {
-    // Times are whole seconds; copies made within one second get seconds of their own, so that
-    // each new copy still goes to the top, here and on every computer it reaches.
-    QDateTime time = now();
-    if (m_lastCopyTime.isValid() && time <= m_lastCopyTime)
-        time = m_lastCopyTime.addSecs(1);
-    m_lastCopyTime = time;
-    return time;
+    // A removal or clearing must be newer than the copy it ends, or another computer that has
+    // the copy would keep it; within the second of the copy that takes the next second.
+    const QDateTime copied = clipping->data(TimeRole).toDateTime();
+    const QDateTime time = now();
+    return time > copied ? time : copied.addSecs(1);
 }
 
 bool HistoryItemModel::merge(QStandardItem *item)
+{
+    return mergeItem(item, false);
+}
+
+bool HistoryItemModel::mergeItem(QStandardItem *item, bool freshCopy)
 {
     item->setData(wholeSeconds(item->data(TimeRole).toDateTime()), TimeRole);
     // A newer copy of a clipping replaces the older one and is merged again from the start.
@@ -241,7 +248,7 @@ bool HistoryItemModel::merge(QStandardItem *item)
             return false;
         const int row = duplicateRow(item);
         if (row < 0) {
-            insertClipping(item, shortText);
+            insertClipping(item, shortText, freshCopy);
             return true;
         }
         mergeLog(QStringLiteral("The item '%1' is already in the history (pos %2)")
@@ -250,27 +257,39 @@ bool HistoryItemModel::merge(QStandardItem *item)
         const QStandardItem *existing = this->item(row);
         const QDateTime oldTime = existing->data(TimeRole).toDateTime();
         const QDateTime newTime = item->data(TimeRole).toDateTime();
-        if (!(oldTime < newTime))
+        // Copied here again within the same second, it is still the newest copy.
+        if (!(oldTime < newTime || (freshCopy && oldTime == newTime)))
             return false;
         mergeLog(QStringLiteral("The added item '%1' is newer so adding it again to the model "
                                 "(%2 vs %3)")
                      .arg(shortText, newTime.toString(), oldTime.toString()));
         item->setData(existing->data(IconRole), IconRole);
-        const QString html = existing->data(HtmlRole).toString();
-        setOptionalText(item, HtmlRole, html);
-        item->setData(html.isEmpty() ? item->data(TextRole) : QVariant(html), ToolTipRole);
         item->setData(existing->data(ApplicationRole), ApplicationRole);
-        if (!item->data(PinnedRole).toBool())
-            item->setData(existing->data(PinnedRole).toBool(), PinnedRole);
+        if (!isCleared(item))
+            carryOver(existing, item);
         removeRow(row);
     }
 }
 
-void HistoryItemModel::insertClipping(QStandardItem *item, const QString &shortText)
+void HistoryItemModel::carryOver(const QStandardItem *existing, QStandardItem *item)
+{
+    const QString html = existing->data(HtmlRole).toString();
+    setOptionalText(item, HtmlRole, html);
+    item->setData(html.isEmpty() ? item->data(TextRole) : QVariant(html), ToolTipRole);
+    if (!item->data(PinnedRole).toBool())
+        item->setData(existing->data(PinnedRole).toBool(), PinnedRole);
+    // A locked clipping pasted (and so copied) again stays protected.
+    if (!item->data(LockedRole).toBool())
+        item->setData(existing->data(LockedRole).toBool(), LockedRole);
+}
+
+void HistoryItemModel::insertClipping(QStandardItem *item, const QString &shortText, bool freshCopy)
 {
     trim();
-    const int row =
-        m_index->insertionRow(item->data(PinnedRole).toBool(), item->data(TimeRole).toDateTime());
+    // A copy made here goes above the rows of its own second too: the newest copy is on top
+    // by its row, whatever the clock's resolution.
+    const int row = m_index->insertionRow(item->data(PinnedRole).toBool(),
+                                          item->data(TimeRole).toDateTime(), freshCopy);
     mergeLog(QStringLiteral("Item '%1' added at position %2").arg(shortText).arg(row));
     m_index->expectOrderedInsert();
     insertRow(row, item);
@@ -295,11 +314,8 @@ void HistoryItemModel::removeClipping(int row)
     const QStandardItem *clipping = item(row);
     if (!clipping)
         return;
-    if (isImage(clipping->data(TypeRole).toInt())) {
-        const QString folder = imageFolder(clipping->data(IdRole).toUuid());
-        if (QDir(folder).exists() && !QDir(folder).removeRecursively())
-            qWarning() << "Unable to remove the image folder" << folder;
-    }
+    if (isImage(clipping->data(TypeRole).toInt()))
+        removeImageFolder(clipping->data(IdRole).toUuid());
     mergeLog(QStringLiteral("Removing '%1' from the history")
                  .arg(shortText(clipping->data(TextRole).toString())));
     removeRow(row);
@@ -307,15 +323,15 @@ void HistoryItemModel::removeClipping(int row)
 
 void HistoryItemModel::clearHistory()
 {
-    const QDateTime time = now();
     for (int row = 0; row < rowCount(); ++row) {
         QStandardItem *clipping = item(row);
         if (clipping->data(LockedRole).toBool())
             continue;
+        clipping->setData(laterThan(clipping), TimeRole);
         clipping->setData(true, RemovedRole);
-        clipping->setData(time, TimeRole);
         clipping->setData(false, LockedRole);
         clipping->setData(false, PinnedRole);
+        clearContent(clipping);
     }
 }
 
@@ -383,8 +399,6 @@ void HistoryItemModel::reverseOrder(QList<int> rows)
 
 void HistoryItemModel::markRemoved(QList<int> rows)
 {
-    // Later than any copy made here, so the removal wins wherever it arrives.
-    const QDateTime time = copyTime();
     QList<QStandardItem *> removed;
     for (int row : std::as_const(rows)) {
         QStandardItem *clipping = item(row);
@@ -393,7 +407,7 @@ void HistoryItemModel::markRemoved(QList<int> rows)
         mergeLog(QStringLiteral("Item '%1' removed by the user")
                      .arg(shortText(clipping->data(TextRole).toString())));
         clipping->setData(true, RemovedRole);
-        clipping->setData(time, TimeRole);
+        clipping->setData(laterThan(clipping), TimeRole);
         clipping->setData(false, PinnedRole);
         clipping->setData(false, LockedRole);
         removed.append(clipping);
@@ -552,19 +566,10 @@ void HistoryItemModel::load()
     const int count = deserialize(bytes);
     qDebug().noquote() << "Read " << count << " history items from " << m_path;
     if (count < 0) {
-        keepUnreadableFile();
-        emit warning(tr("Failed to parse the clippings file: ") + m_path);
+        // The next save replaces the file; the copy keeps what the user had.
+        emit warning(UnreadableFile::keepAndDescribe(
+            m_path, tr("Failed to parse the clippings file: ") + m_path));
     }
-}
-
-void HistoryItemModel::keepUnreadableFile() const
-{
-    // The next save replaces the file; a copy keeps what the user had for a newer version of
-    // the program, or for repair by hand.
-    const QString copy = m_path + QStringLiteral(".unreadable-") +
-                         QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmmss"));
-    if (QFile::copy(m_path, copy))
-        qWarning().noquote() << "Kept a copy of the unreadable history file as" << copy;
 }
 
 void HistoryItemModel::save(bool tellSync, const QByteArray &prepared)

@@ -42,8 +42,8 @@ public:
     // To the second, as the history file keeps times: a clipping reads back exactly as it was,
     // and two computers order and hash the same history alike.
     QDateTime now() const;
-    // The time of a new copy made here: now, or a second after the last copy.
-    QDateTime copyTime();
+    // The time that ends a clipping (a removal, a clearing): now, and newer than its copy.
+    QDateTime laterThan(const QStandardItem *clipping) const;
 
     // A copied text or image; false when the merge refused it. Saved and handed to sync when
     // kept. pngBytes, when the clipboard offered them, are stored instead of encoding again.
@@ -126,7 +126,11 @@ private:
     bool addUrls(const QList<QUrl> &urls, const QPixmap &icon, const QString &application);
     bool accepts(const QStandardItem *item, const QString &shortText) const;
     int duplicateRow(const QStandardItem *item) const;
-    void insertClipping(QStandardItem *item, const QString &shortText);
+    // freshCopy: copied here just now; it goes on top of the copies of its own second.
+    bool mergeItem(QStandardItem *item, bool freshCopy);
+    // What a newer copy takes over from the row it replaces: html, pinned and locked.
+    static void carryOver(const QStandardItem *existing, QStandardItem *item);
+    void insertClipping(QStandardItem *item, const QString &shortText, bool freshCopy);
     int mergeDocument(const HistoryFile::Document &document, bool makeThumbnails);
     QStandardItem *itemFrom(const HistoryFile::Record &record,
                             const QHash<QString, QPixmap> &icons) const;
@@ -142,11 +146,9 @@ private:
     // Inserts above the first row it goes above: pinned first, newest first.
     void insertOrdered(QStandardItem *clipping);
     QList<QStandardItem *> takeRows(QList<int> rows);
-    void keepUnreadableFile() const;
     void onSaveFinished(const QString &path, int result, bool tellSync);
 
     QString m_path;
-    QDateTime m_lastCopyTime;
     QSortFilterProxyModel *m_proxy;
     HistoryIndex *m_index;
     HistoryWriter *m_writer;

@@ -3,6 +3,7 @@
 #include "snippet.h"
 #include "snippetfile.h"
 #include "synclog.h"
+#include "unreadablefile.h"
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
@@ -114,7 +115,8 @@ void SnippetItemModel::setClock(std::function<QDateTime()> clock)
 
 SnippetItemModel::LoadResult SnippetItemModel::load(bool demoMode)
 {
-    if (!demoMode && !QFileInfo::exists(m_path) && rowCount() == 0) {
+    const bool exists = QFileInfo::exists(m_path);
+    if (!demoMode && !exists && rowCount() == 0) {
         loadExamples();
         // Written at once, so that the next start reads the file and not the examples again.
         save();
@@ -123,16 +125,31 @@ SnippetItemModel::LoadResult SnippetItemModel::load(bool demoMode)
     QFile file(m_path);
     if (!file.open(QIODevice::ReadOnly)) {
         qWarning().noquote() << m_path + QStringLiteral(" cannot be opened for reading.");
+        if (exists)
+            keepUnreadableFile(tr("The snippets file cannot be read: ") + m_path);
         return LoadResult::Unreadable;
     }
     const int count = deserialize(file.readAll(), false);
     qDebug().noquote() << "Read" << count << "snippets from" << m_path;
     if (count < 0) {
-        emit warning(tr("Failed to parse the snippets file: ") + m_path);
+        keepUnreadableFile(tr("Failed to parse the snippets file: ") + m_path);
         return LoadResult::Rejected;
     }
     emit contentChanged();
     return LoadResult::Loaded;
+}
+
+void SnippetItemModel::keepUnreadableFile(const QString &failure)
+{
+    m_fileUnreadable = true;
+    emit warning(UnreadableFile::keepAndDescribe(m_path, failure));
+}
+
+bool SnippetItemModel::mayReplaceFile() const
+{
+    // An empty tree written over a file that could not be read would pass for the user's
+    // snippets, here and, through sync, on every other computer.
+    return !m_fileUnreadable || itemCount() > 0;
 }
 
 void SnippetItemModel::loadExamples()
@@ -382,6 +399,11 @@ int SnippetItemModel::importFrom(const QString &path)
 bool SnippetItemModel::save(const QByteArray &backup)
 {
     m_saveTimer->stop();
+    if (!mayReplaceFile()) {
+        qWarning().noquote() << "Not writing an empty snippet tree over the unreadable file"
+                             << m_path;
+        return false;
+    }
     const QByteArray bytes = serialize(true);
     QDir().mkpath(QFileInfo(m_path).path());
     if (!SnippetFile::write(m_path, bytes)) {
@@ -389,6 +411,7 @@ bool SnippetItemModel::save(const QByteArray &backup)
         return false;
     }
     qDebug().noquote() << "Wrote snippets to " + m_path;
+    m_fileUnreadable = false;
     SnippetFile::writeBackup(backup.isEmpty() ? bytes : backup, now().date());
     return true;
 }
@@ -415,8 +438,14 @@ bool SnippetItemModel::merge(const QByteArray &downloaded, QByteArray &output,
 {
     const QByteArray before = serialize();
     output = before;
-    if (downloaded.isEmpty())
+    if (downloaded.isEmpty()) {
+        if (!mayReplaceFile()) {
+            SyncLog::write(QStringLiteral("Merge snippets: The snippets file could not be read; "
+                                          "an empty tree is not uploaded in its place."));
+            output.clear();
+        }
         return false;
+    }
     const int itemsBefore = itemCount();
     if (direction == SyncDirection::FromServer) {
         // Only for a document that will be read: a rejected one must not cost the local tree.

@@ -33,7 +33,8 @@ public:
     QHash<QUuid, QDateTime> removedItems() const { return m_removed; }
 
     // Reads the file; on a first start (no file, no rows, not a demonstration) the example
-    // snippets instead.
+    // snippets instead. A file that cannot be read is kept under a name of its own, and no
+    // empty tree is saved or uploaded in its place.
     LoadResult load(bool demoMode);
     void loadExamples();
     // One example file as a group item with its snippets; name is the group's untranslated name.
@@ -89,9 +90,13 @@ private:
     void markEdited(QStandardItem *item);
     void recordRemoval(QStandardItem *item);
     int itemCount() const;
+    void keepUnreadableFile(const QString &failure);
+    bool mayReplaceFile() const;
 
     QString m_path;
     QHash<QUuid, QDateTime> m_removed;
+    // The file could not be read at load; kept until the first save of a tree with content.
+    bool m_fileUnreadable = false;
     QTimer *m_saveTimer;
     std::function<QDateTime()> m_clock;
 };

@@ -291,6 +291,8 @@ void Sync::enqueue(const SyncEntry &entry)
         // happened to be queued first.
         if (entry.direction != SyncDirection::Both)
             queued.direction = entry.direction;
+        // A burst of changes runs once, after its last change.
+        m_queueTimer->start(QueueDelayMs);
         return;
     }
     m_queue.append(entry);
@@ -373,8 +375,15 @@ void Sync::dispatch(SyncEntry entry)
         resyncAll();
         break;
     case ResyncDownload:
-        startDownload(Resync, entry);
-        return;
+        if (isNewestOrNoModel(entry.file)) {
+            startDownload(Resync, entry);
+            return;
+        }
+        // This run put a newer version online, encoded as it is now; written again, the
+        // older one would pass for the newest.
+        log(QStringLiteral("Sync: Resync skipped for ") + entry.file +
+            QStringLiteral(": a newer version is online"));
+        break;
     default:
         log(QStringLiteral("Unknown operation %1").arg(entry.operation));
         break;
@@ -395,11 +404,8 @@ void Sync::endRun(bool success, const QString &failure)
             emit syncStatus(SyncStatus::Success, tr("Synchronization successful."));
         });
     } else {
-        // The run is over: what was still queued goes with the next one, which a change here,
-        // news from another computer or the user starts. Kept, it would wait for a new entry
-        // to start the queue's timer again, and a duplicate of it never does.
-        m_queue.clear();
-        m_queueTimer->stop();
+        // What is still queued stays for the next run, which a change here (queued anew or
+        // not), news from another computer or the user starts.
         QSettings().setValue(SettingsKey::SyncStatus, int(SyncStatus::Failure));
         emit syncStatus(SyncStatus::Failure, failure);
     }
@@ -451,15 +457,25 @@ QString Sync::newestOnlineFile(const QString &localName) const
     QList<OnlineFile> versions = onlineVersions(localName);
     // A version found unreadable is passed over for good, even when its time says it is the
     // newest (a computer whose clock runs ahead wrote it).
-    versions.removeIf([this](const OnlineFile &file) { return m_unreadable.contains(file.name); });
+    versions.removeIf([this](const OnlineFile &file) {
+        return m_unreadable.contains(file.name) || m_undecryptable.contains(file.name);
+    });
     if (versions.isEmpty())
         return {};
     qDebug() << "Selected" << versions.last().name << "(" << versions.last().created;
     return versions.last().name;
 }
 
+bool Sync::isNewestOrNoModel(const QString &onlineName) const
+{
+    if (onlineName.startsWith(ActionPrefix) || onlineName.startsWith(ImagePrefix))
+        return true;
+    return newestOnlineFile(localModelName(onlineName)) == onlineName;
+}
+
 void Sync::syncFile(const SyncEntry &entry)
 {
+    m_undecryptable.clear();
     const QString online = newestOnlineFile(entry.file);
     if (online.isEmpty() || entry.direction == SyncDirection::ToServer) {
         mergeAndUpload(entry, QByteArray());
@@ -687,11 +703,12 @@ void Sync::syncImages(const QStringList &imageNames, SyncDirection direction)
 
 void Sync::resyncAll()
 {
-    // Every kept version, not only the newest: turning encryption on must not leave readable
-    // copies of the history online.
+    // Only the newest version of each model file: rewriting an older one would make it the
+    // newest by its time, and every computer would go back to it.
     const auto queueVersions = [this](const QString &localName) {
-        for (const OnlineFile &file : onlineVersions(localName))
-            enqueue(entryFor(ResyncDownload, file.name));
+        const QString newest = newestOnlineFile(localName);
+        if (!newest.isEmpty())
+            enqueue(entryFor(ResyncDownload, newest));
     };
     if (setting(SettingsKey::SyncHistory))
         queueVersions(HistoryFile);
@@ -751,19 +768,64 @@ void Sync::onModelDownloaded(const SyncEntry &entry, const QByteArray &body)
 {
     SyncPayload::Result result;
     const QByteArray document = SyncPayload::decodeModel(body, keys(), &result);
-    if (result == SyncPayload::Result::DecryptionFailed) {
-        fail(tr("Decryption failed."));
+    switch (result) {
+    case SyncPayload::Result::Ok:
+        // Only a version that decrypted tells that the pass phrase is right. Newer encrypted
+        // versions above a plain one may carry a pass phrase this computer does not have.
+        if (body.startsWith(SyncPayload::EncryptedMarker))
+            passOverDamagedVersions();
+        if (m_undecryptable.isEmpty())
+            mergeAndUpload(entry, document);
+        else
+            failDecryption(entry.file);
         return;
-    }
-    if (result == SyncPayload::Result::Failed) {
+    case SyncPayload::Result::Failed:
+        // Unreadable with any pass phrase: passed over for good, even when its time says it is
+        // the newest (a computer whose clock runs ahead wrote it).
         log(QStringLiteral("Sync: Unreadable online file ") + entry.onlineName);
-        // The next run passes over it and merges with the version before, and its upload
-        // becomes the newest version; nothing local is touched by an unreadable file.
         m_unreadable.insert(entry.onlineName);
-        fail(tr("Synchronization failed."));
-        return;
+        break;
+    case SyncPayload::Result::DecryptionFailed:
+        // A wrong pass phrase, or a damaged file (a copy cut short): the versions before it
+        // tell which.
+        m_undecryptable.insert(entry.onlineName);
+        break;
     }
-    mergeAndUpload(entry, document);
+    tryVersionBefore(entry);
+}
+
+void Sync::tryVersionBefore(const SyncEntry &entry)
+{
+    const QString before = newestOnlineFile(entry.file);
+    if (!before.isEmpty()) {
+        log(QStringLiteral("Sync: Trying the version before it: ") + before);
+        SyncEntry download = entry;
+        download.onlineName = before;
+        startDownload(ModelDownload, download);
+    } else if (!m_undecryptable.isEmpty()) {
+        failDecryption(entry.file);
+    } else {
+        // Nothing online can be read: the local content becomes the newest version.
+        mergeAndUpload(entry, QByteArray());
+    }
+}
+
+void Sync::failDecryption(const QString &file)
+{
+    log(QStringLiteral("Sync: No online version of ") + file +
+        QStringLiteral(" decrypts with the pass phrase"));
+    fail(tr("Decryption failed."));
+}
+
+void Sync::passOverDamagedVersions()
+{
+    // An older version decrypted with the same keys, so the pass phrase is right and the newer
+    // ones are damaged.
+    for (const QString &name : std::as_const(m_undecryptable)) {
+        log(QStringLiteral("Sync: Damaged online file passed over: ") + name);
+        m_unreadable.insert(name);
+    }
+    m_undecryptable.clear();
 }
 
 void Sync::receiveFile(int kind, const SyncEntry &entry, const QByteArray &body)

@@ -111,6 +111,8 @@ private:
     void startUpload(int kind, const SyncEntry &entry, const QByteArray &bytes);
 
     QString newestOnlineFile(const QString &localName) const;
+    // False for a version of a model file that a newer one has replaced.
+    bool isNewestOrNoModel(const QString &onlineName) const;
     QList<OnlineFile> onlineVersions(const QString &localName) const;
     void syncFile(const SyncEntry &entry);
     void mergeAndUpload(const SyncEntry &entry, const QByteArray &downloaded);
@@ -127,6 +129,10 @@ private:
     void onRemoved(const SyncEntry &entry);
     void onDataUpdated(const QString &content);
     void onModelDownloaded(const SyncEntry &entry, const QByteArray &body);
+    void passOverDamagedVersions();
+    // The newest version that is left, or the local content alone when none is.
+    void tryVersionBefore(const SyncEntry &entry);
+    void failDecryption(const QString &file);
     // A downloaded action or image file, decrypted when it needs to be.
     void receiveFile(int kind, const SyncEntry &entry, const QByteArray &body);
     void writeAction(const QString &fileName, const QByteArray &bytes);
@@ -139,7 +145,10 @@ private:
 
     QList<SyncEntry> m_queue;
     QMap<QString, OnlineFile> m_online;
+    // Online versions passed over for good: unreadable, or damaged while an older one decrypts.
     QSet<QString> m_unreadable;
+    // Versions of the model file under way that did not decrypt.
+    QSet<QString> m_undecryptable;
     bool m_listRequested = false;
     // A call of the target is under way; its answer goes on with the queue.
     bool m_inFlight = false;

@@ -156,6 +156,7 @@ void SyncGoogleDrive::upload(int kind, const SyncEntry &entry, const QByteArray 
 {
     qDebug().noquote() << "Uploading" << entry.file << "to Google Drive";
     m_bytes = bytes;
+    m_replacing = m_ids.value(entry.file);
     begin(bytes.size() > ResumableThreshold ? Call::ResumableStart : Call::Upload, kind, entry);
 }
 
@@ -195,12 +196,28 @@ QNetworkRequest SyncGoogleDrive::request(const QUrl &url) const
 
 QByteArray SyncGoogleDrive::metadata(QJsonDocument::JsonFormat format) const
 {
-    const QJsonObject object{
-        {QStringLiteral("name"), m_entry.file},
-        {QStringLiteral("mimeType"), QStringLiteral("application/octet-stream")},
-        {QStringLiteral("description"), QStringLiteral("Velmorin snippets file")},
-        {QStringLiteral("parents"), QJsonArray{QStringLiteral("appDataFolder")}}};
+    QJsonObject object{{QStringLiteral("name"), m_entry.file},
+                       {QStringLiteral("mimeType"), QStringLiteral("application/octet-stream")},
+                       {QStringLiteral("description"), QStringLiteral("Velmorin snippets file")}};
+    // The service refuses parents in an update: the file stays where it is.
+    if (m_replacing.isEmpty())
+        object.insert(QStringLiteral("parents"), QJsonArray{QStringLiteral("appDataFolder")});
     return QJsonDocument(object).toJson(format);
+}
+
+QString SyncGoogleDrive::uploadPath(const char *type) const
+{
+    // A name that is online already is written again in place: a second file of the same name
+    // would be a new version, newer by its time than the ones after it.
+    const QString file = m_replacing.isEmpty() ? QString() : QLatin1Char('/') + m_replacing;
+    return QStringLiteral("/upload/drive/v3/files") + file + QStringLiteral("?uploadType=") +
+           QLatin1String(type);
+}
+
+int SyncGoogleDrive::sendUpload(const QNetworkRequest &request, const QByteArray &body)
+{
+    return m_replacing.isEmpty() ? m_requestor->post(request, body)
+                                 : m_requestor->patch(request, body);
 }
 
 QByteArray SyncGoogleDrive::multipartBody() const
@@ -242,20 +259,18 @@ void SyncGoogleDrive::send()
     }
     case Call::Upload: {
         qDebug().noquote() << "Metadata" << metadata(QJsonDocument::Compact);
-        QNetworkRequest upload =
-            request(apiUrl(QStringLiteral("/upload/drive/v3/files?uploadType=multipart")));
+        QNetworkRequest upload = request(apiUrl(uploadPath("multipart")));
         upload.setRawHeader("Content-Type", "multipart/related; boundary=" + Boundary);
-        m_requestId = m_requestor->post(upload, multipartBody());
+        m_requestId = sendUpload(upload, multipartBody());
         break;
     }
     case Call::ResumableStart: {
         qDebug().noquote() << "Metadata" << metadata(QJsonDocument::Compact);
-        QNetworkRequest start =
-            request(apiUrl(QStringLiteral("/upload/drive/v3/files?uploadType=resumable")));
+        QNetworkRequest start = request(apiUrl(uploadPath("resumable")));
         start.setRawHeader("Content-Type", "application/json; charset=UTF-8");
         start.setRawHeader("X-Upload-Content-Type", "application/octet-stream");
         start.setRawHeader("X-Upload-Content-Length", QByteArray::number(m_bytes.size()));
-        m_requestId = m_requestor->post(start, metadata(QJsonDocument::Compact));
+        m_requestId = sendUpload(start, metadata(QJsonDocument::Compact));
         break;
     }
     case Call::ResumableChunk:

@@ -73,6 +73,9 @@ private:
     QNetworkRequest request(const QUrl &url) const;
     QUrl apiUrl(const QString &path) const;
     QByteArray metadata(QJsonDocument::JsonFormat format) const;
+    // The upload address: a new file, or the one being replaced.
+    QString uploadPath(const char *type) const;
+    int sendUpload(const QNetworkRequest &request, const QByteArray &body);
     QByteArray multipartBody() const;
     void sendChunk();
     void onFinished(int id, QNetworkReply::NetworkError error, const QByteArray &data);
@@ -99,6 +102,8 @@ private:
     int m_attempt = 0;
     QList<OnlineFile> m_listed;
     QString m_pageToken;
+    // The id of the file that the upload under way replaces; empty for a new file.
+    QString m_replacing;
     QUrl m_session;
     qint64 m_sent = 0;
     int m_progressStep = -1;

@@ -2,10 +2,12 @@
 
 #include "settings.h"
 
+#include <QDateTime>
 #include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QSettings>
 #include <QTimer>
@@ -105,7 +107,9 @@ void SyncLocalFolder::upload(int kind, const SyncEntry &entry, const QByteArray 
 {
     // Replaced as a whole, so that a computer reading the folder meanwhile never sees half a
     // file under a name whose hash promises the whole.
-    QSaveFile file(pathOf(entry.file));
+    const QString path = pathOf(entry.file);
+    const QDateTime created = QFileInfo(path).lastModified();
+    QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
         qWarning() << "Unable to open file for writing" << file.fileName();
         return;
@@ -114,9 +118,21 @@ void SyncLocalFolder::upload(int kind, const SyncEntry &entry, const QByteArray 
         qWarning() << "Unable to write to file" << file.fileName();
         return;
     }
+    // The same name written again is the same version in another encoding: it keeps its time,
+    // which orders the versions.
+    if (created.isValid())
+        keepModificationTime(path, created);
     SyncEntry written = entry;
     written.onlineName = entry.file;
     answer([this, kind, written] { emit uploaded(kind, written); });
+}
+
+void SyncLocalFolder::keepModificationTime(const QString &path, const QDateTime &time)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite) ||
+        !file.setFileTime(time, QFileDevice::FileModificationTime))
+        qWarning() << "Unable to keep the time of" << path;
 }
 
 void SyncLocalFolder::remove(const SyncEntry &entry)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QDateTime>
+
 #include "isynctarget.h"
 
 #include <functional>
@@ -31,6 +33,7 @@ private:
     void readSetting();
     void askForFolder();
     QString pathOf(const QString &fileName) const;
+    static void keepModificationTime(const QString &path, const QDateTime &time);
     // Emits on the next turn of the event loop.
     void answer(std::function<void()> emitter);
 

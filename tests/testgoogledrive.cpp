@@ -136,17 +136,26 @@ void TestGoogleDrive::listsEveryPage()
 
     for (int i = 0; i < 4; ++i)
         QVERIFY(upload(drive.get(), QStringLiteral("image_%1_a.png").arg(i), "x"));
-    QVERIFY(upload(drive.get(), QStringLiteral("image_0_a.png"), "x")); // the same name again
-    m_google->setMaxPageSize(2);
+    // The same name again replaces the file in place, so it stays as old as it was.
+    const FakeGoogle::File original = m_google->files(QStringLiteral("user-1")).first();
+    m_google->clearRequests();
+    QVERIFY(upload(drive.get(), QStringLiteral("image_0_a.png"), "y"));
+    QCOMPARE(m_google->requests(),
+             QStringList{QStringLiteral("PATCH /upload/drive/v3/files/") + original.id});
+    const FakeGoogle::File replaced = m_google->files(QStringLiteral("user-1")).first();
+    QCOMPARE(replaced.content, QByteArray("y"));
+    QCOMPARE(replaced.created, original.created);
+    QCOMPARE(replaced.parents, QStringList{QStringLiteral("appDataFolder")});
+    m_google->setMaxPageSize(3);
     m_google->clearRequests();
     const QList<OnlineFile> files = list(drive.get());
-    QCOMPARE(m_google->requests().count(QStringLiteral("GET /drive/v3/files")), 3);
+    QCOMPARE(m_google->requests().count(QStringLiteral("GET /drive/v3/files")), 2);
     QCOMPARE(files.size(), 5); // four names and the empty entry
     const auto first = std::find_if(files.begin(), files.end(), [](const OnlineFile &f) {
         return f.name == QLatin1String("image_0_a.png");
     });
     QVERIFY(first != files.end());
-    QCOMPARE(first->id, m_google->files(QStringLiteral("user-1")).last().id);
+    QCOMPARE(first->id, original.id);
     QVERIFY(first->created.endsWith(QLatin1Char('Z')));
 }
 

@@ -321,16 +321,19 @@ void TestHistoryFile::refusedDocumentsLeaveTheFileAlone()
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Kept a copy")));
     model->load();
 
-    QCOMPARE(warnings.size(), 1);
-    QCOMPARE(warnings.at(0).at(0).toString(),
-             QStringLiteral("Failed to parse the clippings file: ") + m_path);
     QCOMPARE(model->rowCount(), 0);
     QCOMPARE(readFile(m_path), bytes);
-    // The next save replaces the file, so a copy keeps what the user had.
+    // The next save replaces the file, so a copy keeps what the user had, and the user is
+    // told where.
     const QStringList copies =
         QDir(QFileInfo(m_path).path()).entryList({QStringLiteral("History.json.unreadable-*")});
     QCOMPARE(copies.size(), 1);
-    QCOMPARE(readFile(QFileInfo(m_path).path() + QLatin1Char('/') + copies.at(0)), bytes);
+    const QString copy = QFileInfo(m_path).path() + QLatin1Char('/') + copies.at(0);
+    QCOMPARE(readFile(copy), bytes);
+    QCOMPARE(warnings.size(), 1);
+    const QString warning = warnings.at(0).at(0).toString();
+    QVERIFY(warning.startsWith(QStringLiteral("Failed to parse the clippings file: ") + m_path));
+    QVERIFY2(warning.contains(copy), qPrintable(warning));
 }
 
 void TestHistoryFile::hostileClippingsLoadWithoutHarm()

@@ -51,6 +51,7 @@ public:
             row.application = rows[match].application;
             if (!row.pinned)
                 row.pinned = rows[match].pinned;
+            row.locked = row.locked || rows[match].locked;
             rows.removeAt(match);
         }
         trim();
@@ -243,6 +244,15 @@ void TestHistoryItemModel::newerCopyMovesUpAndKeepsWhatTheOldRowHad()
                               .arg(kStart.addSecs(20).toString(), kStart.toString()));
     QCOMPARE(lines.at(2), QStringLiteral("Merge clippings: Item '  hello  world  ' added at "
                                          "position 0"));
+
+    // A locked clipping copied again (as pasting it does) stays locked, so no trim takes it.
+    m_model->setLocked(m_model->rowCount() - 1, true);
+    QVERIFY(m_model->merge(textItem(QStringLiteral("other text"), kStart.addSecs(30))));
+    QCOMPARE(m_model->item(2)->data(BriefRole).toString(), QStringLiteral("other text"));
+    QVERIFY(m_model->item(2)->data(LockedRole).toBool());
+    setLimits(1);
+    QVERIFY(m_model->merge(textItem(QStringLiteral("newest"), kStart.addSecs(40))));
+    QVERIFY(briefs(*m_model).contains(QStringLiteral("other text")));
 }
 
 void TestHistoryItemModel::olderOrEqualCopyIsRefused()
@@ -370,27 +380,55 @@ void TestHistoryItemModel::removingAnImageDeletesItsFolder()
 void TestHistoryItemModel::clearingMarksRowsAndTheProxyHidesThem()
 {
     QAbstractItemModelTester tester(m_model->proxy());
+    const QUuid imageId = QUuid::createUuid();
+    QVERIFY(QDir().mkpath(imageFolder(imageId)));
+    QVERIFY(m_model->merge(imageItem(imageId, QStringLiteral("shot.png"), kStart.addSecs(-1))));
     for (int i = 0; i < 4; ++i)
-        QVERIFY(m_model->merge(textItem(QStringLiteral("text %1").arg(i), kStart.addSecs(i))));
+        QVERIFY(m_model->merge(textItem(QStringLiteral("text %1").arg(i), kStart.addSecs(i), false,
+                                        QStringLiteral("editor.exe"),
+                                        QStringLiteral("<b>text %1</b>").arg(i))));
     m_model->item(0)->setData(true, PinnedRole);
     m_model->setLocked(2, true);
     m_model->finishSaves();
+    // Another computer that has these clippings through sync.
+    HistoryItemModel other(m_profile.path(QStringLiteral("other/History.json")));
+    QVERIFY(other.deserialize(m_model->serialize()) == 5);
     const QDateTime lockTime = m_now;
     m_now = kStart.addSecs(3600);
     m_model->clearHistory();
+    m_model->save(false);
+    m_model->finishSaves();
 
-    QCOMPARE(m_model->rowCount(), 4);
+    QCOMPARE(m_model->rowCount(), 5);
     QCOMPARE(m_model->proxy()->rowCount(), 1);
     const QModelIndex kept = m_model->proxy()->index(0, 0);
     QCOMPARE(kept.data(BriefRole).toString(), QStringLiteral("text 1"));
     QCOMPARE(kept.data(TimeRole).toDateTime(), lockTime);
-    for (int row : {0, 1, 3}) {
+    for (int row : {0, 1, 3, 4}) {
         const QStandardItem *cleared = m_model->item(row);
         QVERIFY(cleared->data(RemovedRole).toBool());
         QVERIFY(!cleared->data(PinnedRole).toBool());
         QCOMPARE(cleared->data(TimeRole).toDateTime(), m_now);
+        QVERIFY(!cleared->data(IdRole).toUuid().isNull());
+        for (int role : {int(BriefRole), int(TextRole), int(HtmlRole), int(FilenameRole)})
+            QVERIFY2(cleared->data(role).toString().isEmpty(), qPrintable(QString::number(role)));
     }
     QVERIFY(m_model->indexIsConsistent());
+    // Nothing of the cleared clippings is left on disk.
+    QVERIFY(!QDir(imageFolder(imageId)).exists());
+    QFile file(m_model->filePath());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray saved = file.readAll();
+    for (const char *gone : {"text 0", "text 2", "text 3", "shot.png"})
+        QVERIFY2(!saved.contains(gone), gone);
+    QVERIFY(saved.contains("text 1"));
+
+    // The clearing reaches the other computer, and reads back as it was written.
+    QVERIFY(other.deserialize(saved) >= 0);
+    QCOMPARE(briefs(*other.proxy()), QStringList{QStringLiteral("text 1")});
+    HistoryItemModel reread(m_profile.path(QStringLiteral("reread/History.json")));
+    QCOMPARE(reread.deserialize(saved), 5);
+    QCOMPARE(briefs(*reread.proxy()), QStringList{QStringLiteral("text 1")});
 }
 
 void TestHistoryItemModel::removedClippingsTakeTheirPlaceByTime()
@@ -409,12 +447,17 @@ void TestHistoryItemModel::removedClippingsTakeTheirPlaceByTime()
     QVERIFY(m_model->indexIsConsistent());
     QCOMPARE(m_model->proxy()->rowCount(), 1);
 
-    // Copies within one second get seconds of their own: each new one is on top.
-    for (const char *text : {"burst one", "burst two", "burst three"})
+    // Copies within one second keep the true time, and each new one is on top by its row,
+    // a copy made again included.
+    for (const char *text : {"burst one", "burst two", "burst three", "burst one"})
         QVERIFY(m_model->addText(QLatin1String(text), QString(), QPixmap(), QStringLiteral("app")));
-    QCOMPARE(m_model->item(0)->data(TextRole).toString(), QStringLiteral("burst three"));
-    QCOMPARE(m_model->item(2)->data(TextRole).toString(), QStringLiteral("burst one"));
-    QCOMPARE(m_model->item(0)->data(TimeRole).toDateTime(), kStart.addSecs(123));
+    QCOMPARE(briefs(*m_model->proxy()),
+             (QStringList{"burst one", "burst three", "burst two", "new one"}));
+    for (int row = 0; row < 3; ++row)
+        QCOMPARE(m_model->proxy()->index(row, 0).data(TimeRole).toDateTime(), kStart.addSecs(120));
+    // A removal within the copy's second still ends it on every computer: it is newer.
+    m_model->markRemoved({0});
+    QCOMPARE(m_model->item(0)->data(TimeRole).toDateTime(), kStart.addSecs(121));
 }
 
 void TestHistoryItemModel::thumbnailForAGoneClipping()
@@ -493,9 +536,11 @@ void TestHistoryItemModel::indexAgreesWithTheReferenceAfterRandomEdits()
         } else if (what < 94) {
             for (ReferenceHistory::Row &row : reference.rows) {
                 if (!row.locked) {
-                    row.time = m_now;
+                    // Newer than the copy it ends; nothing of the content is left.
+                    row.time = m_now > row.time ? m_now : row.time.addSecs(1);
                     row.pinned = row.locked = false;
                     row.removed = true;
+                    row.brief = row.text = row.html = row.filename = QString();
                 }
             }
             m_model->clearHistory();

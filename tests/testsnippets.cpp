@@ -89,6 +89,8 @@ private slots:
     void init();
     void fileRoundTripWritesEveryKey();
     void versionAndMagic();
+    void unreadableFileIsKeptAndNeverEmptied_data();
+    void unreadableFileIsKeptAndNeverEmptied();
     void mergeRules();
     void removalsWinAndOldRemovedListIsRewritten();
     void importIgnoresTheFilesRemovals();
@@ -187,6 +189,65 @@ void TestSnippets::versionAndMagic()
     QCOMPARE(warning.size(), 1);
     QVERIFY(warning.first().first().toString().startsWith("Failed to parse the snippets file: "));
     QCOMPARE(titles(model), QStringList{"G"});
+}
+
+void TestSnippets::unreadableFileIsKeptAndNeverEmptied_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const QByteArray whole =
+        documentJson({groupJson(kGroupId, "Mine", kNoon, {snippetJson(kSnippetId, "S", kNoon)})});
+    QTest::newRow("last brace missing") << whole.left(whole.lastIndexOf('}'));
+    QTest::newRow("not ours") << QByteArray("{\"magic\": 1, \"groups\": []}");
+}
+
+void TestSnippets::unreadableFileIsKeptAndNeverEmptied()
+{
+    QFETCH(QByteArray, bytes);
+    const auto readAll = [](const QString &path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const auto writeAll = [](const QString &path, const QByteArray &content) {
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    };
+    writeAll(snippetPath(), bytes);
+    // Today's backup from an earlier save must survive as well.
+    const QString backup = SnippetFile::backupFolder() + "/Snippets-2026-11-01.json";
+    writeAll(backup, "earlier today");
+
+    SnippetItemModel model(snippetPath());
+    model.setClock([] { return kNoon; });
+    QSignalSpy warning(&model, &SnippetItemModel::warning);
+    QCOMPARE(model.load(false), SnippetItemModel::LoadResult::Rejected);
+    const QStringList copies =
+        QFileInfo(snippetPath()).dir().entryList({QStringLiteral("Snippets.json.unreadable-*")});
+    QCOMPARE(copies.size(), 1);
+    const QString copy = QFileInfo(snippetPath()).dir().filePath(copies.first());
+    QCOMPARE(readAll(copy), bytes);
+    QCOMPARE(warning.size(), 1);
+    const QString message = warning.first().first().toString();
+    QVERIFY(message.startsWith("Failed to parse the snippets file: " + snippetPath()));
+    QVERIFY2(message.contains(copy), qPrintable(message));
+
+    // Neither a save nor an upload puts the empty tree in the file's place.
+    QVERIFY(!model.save());
+    QByteArray output;
+    QVERIFY(!model.merge(QByteArray(), output, SyncDirection::Both));
+    QVERIFY(output.isEmpty());
+    QCOMPARE(readAll(snippetPath()), bytes);
+    QCOMPARE(readAll(backup), QByteArray("earlier today"));
+
+    // Snippets that arrive through sync are saved; the copy stays.
+    const QString remote = QStringLiteral("{0b7f4a52-6666-4c1e-9a00-000000000006}");
+    QVERIFY(model.merge(documentJson({groupJson(remote, "Remote", kNoon, {})}), output,
+                        SyncDirection::Both));
+    SnippetItemModel reread(snippetPath());
+    QCOMPARE(reread.load(false), SnippetItemModel::LoadResult::Loaded);
+    QCOMPARE(titles(reread), QStringList{"Remote"});
+    QCOMPARE(readAll(copy), bytes);
 }
 
 void TestSnippets::mergeRules()

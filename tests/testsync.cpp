@@ -20,6 +20,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonObject>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -84,7 +85,8 @@ private slots:
     void actionsInOneWayRuns();
     void imagesFollowTheHistory();
     void encryptedFilesAndPassPhraseChanges();
-    void unreadableOnlineFilesFailWithoutTouchingLocalContent();
+    void damagedNewestVersionsArePassedOver_data();
+    void damagedNewestVersionsArePassedOver();
     void resyncWritesEverythingAgainEncrypted();
     void folderWatchReportsOtherComputersFiles();
     void settingsPageAsksAndKeepsTheOldPassPhrase();
@@ -218,7 +220,12 @@ void TestSync::queueTakesEachFileOnceAndWaitsForTheBurstToEnd()
     other.sync(Sync::Snippets, &m_snippets, SyncDirection::Both);
     QVERIFY(other.queuedFiles().isEmpty());
 
-    // The queue runs by itself once the burst is over.
+    // The queue runs by itself once the burst is over: a change that comes while it waits
+    // puts the run off, queued already or not.
+    QTest::qWait(Sync::QueueDelayMs * 3 / 5);
+    m_sync->sync(Sync::Snippets, &m_snippets, SyncDirection::Both);
+    QTest::qWait(Sync::QueueDelayMs * 3 / 5);
+    QVERIFY(online().isEmpty());
     QSignalSpy status(m_sync.get(), &Sync::syncStatus);
     QVERIFY(QTest::qWaitFor([&] { return online().size() == 2; }, Sync::QueueDelayMs + 3000));
     QVERIFY(QTest::qWaitFor([&] {
@@ -458,49 +465,91 @@ void TestSync::encryptedFilesAndPassPhraseChanges()
     QCOMPARE(status.last().at(1).toString(), QStringLiteral("Decryption failed."));
     QCOMPARE(stranger.content, QByteArray("q"));
     QCOMPARE(stranger.merges, 0);
+    // What the failed run did not reach stays queued for the next one.
+    QCOMPARE(m_sync->queuedFiles(), QStringList({Sync::SnippetsFile, QStringLiteral("actions")}));
 }
 
-void TestSync::unreadableOnlineFilesFailWithoutTouchingLocalContent()
+void TestSync::damagedNewestVersionsArePassedOver_data()
 {
-    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
-    const QDateTime later = QDateTime::currentDateTime().addSecs(60);
-    const QString garbage = QStringLiteral("History#garbage.json");
-    writeOnline(garbage, QByteArray("\x00\x00\x10\x00 not zlib", 14), later);
-    QSignalSpy status(m_sync.get(), &Sync::syncStatus);
-    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Failure));
-    QCOMPARE(status.last().at(1).toString(), QStringLiteral("Synchronization failed."));
-    QCOMPARE(m_history.content, QByteArray("a\nb"));
-    QCOMPARE(m_history.merges, 1);
+    QTest::addColumn<QString>("passphrase");
+    QTest::addColumn<bool>("cutShort"); // else garbage
+    QTest::newRow("plain, garbage") << QString() << false;
+    QTest::newRow("plain, cut short") << QString() << true;
+    QTest::newRow("encrypted, cut short") << QStringLiteral("right") << true;
+}
 
-    // The next run passes over it and the local content becomes the newest version again.
-    m_history.content += "\nc";
+// A newer version that cannot be read (a file-sharing client died while copying it, a
+// computer whose clock runs ahead wrote garbage) does not hold up uploads: the version before
+// it is merged, and the merged content becomes the newest.
+void TestSync::damagedNewestVersionsArePassedOver()
+{
+    QFETCH(QString, passphrase);
+    QFETCH(bool, cutShort);
+    // Enough lines that half the file is not the whole of it, in the order a merge keeps.
+    for (int line = 1000; line < 1500; ++line)
+        m_history.content += "\nline " + QByteArray::number(line);
+    const QByteArray content = m_history.content;
+    QVariantMap values = Sync::storedSettings();
+    values.insert(QLatin1String(SettingsKey::EncryptData), !passphrase.isEmpty());
+    values.insert(QLatin1String(SettingsKey::Passphrase), passphrase);
+    m_sync->setSettings(values);
     QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
-    QVERIFY(QFile::exists(QDir(m_folder).filePath(QStringLiteral("History#") + sha256("a\nb\nc") +
-                                                  QStringLiteral(".json"))));
+    QFile good(QDir(m_folder).filePath(online(QStringLiteral("History#*")).first()));
+    QVERIFY(good.open(QIODevice::ReadOnly));
+    const QByteArray whole = good.readAll();
+    const QByteArray damaged =
+        cutShort ? whole.left(whole.size() / 2) : QByteArray("\x00\x00\x10\x00 not zlib", 14);
+    const QString name = QStringLiteral("History#damaged.json");
+    writeOnline(name, damaged, QDateTime::currentDateTime().addSecs(60));
 
-    // A merge that fails ends the run the same way.
-    writeOnline(QStringLiteral("Snippets#x.json"), "", later.addSecs(60));
-    QCOMPARE(run(SyncDirection::FromServer), int(SyncStatus::Failure));
+    m_history.content += "\nzz";
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    QCOMPARE(m_history.content, content + "\nzz");
+    QVERIFY(logged(QStringLiteral("Trying the version before it: History#") + sha256(content)));
+    QVERIFY(QFile::exists(QDir(m_folder).filePath(
+        QStringLiteral("History#") + sha256(content + "\nzz") + QStringLiteral(".json"))));
+    // Passed over for good: the next run does not fetch it again.
+    SyncLog::instance().clear();
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    QVERIFY(!logged(QStringLiteral("Download finished for ") + name));
 }
 
 void TestSync::resyncWritesEverythingAgainEncrypted()
 {
     writeAction(QStringLiteral("Act.json"), QDateTime(QDate(2024, 1, 1), QTime(9, 0)));
+    // An older version of the history, from before the last run.
+    writeOnline(QStringLiteral("History#") + sha256("a") + QStringLiteral(".json"),
+                qCompress(QByteArray("a")), QDateTime::currentDateTime().addSecs(-60));
     QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
     QVariantMap values = Sync::storedSettings();
     values.insert(QLatin1String(SettingsKey::EncryptData), true);
     values.insert(QLatin1String(SettingsKey::Passphrase), QStringLiteral("secret"));
     m_sync->setSettings(values);
+    // Changed meanwhile: the run puts a new version online before the rewriting comes.
+    m_history.content += "\nc";
+    const QFileInfo snippets(QDir(m_folder).filePath(online(QStringLiteral("Snippets#*")).first()));
+    const QDateTime snippetsTime = snippets.lastModified();
     m_sync->queueResyncAll();
     QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
-    const QStringList files = online();
-    QCOMPARE(files.size(), 3);
-    for (const QString &name : files) {
+    const QStringList byTime = QDir(m_folder).entryList({"History#*"}, QDir::Files, QDir::Time);
+    QCOMPARE(byTime.first(), QStringLiteral("History#") + sha256("a\nb\nc") + ".json");
+    QStringList files = online();
+    QCOMPARE(files.size(), 5);
+    // Only the newest version of a model file is written again: rewritten, an older one would
+    // become the newest by its time.
+    for (const QString &version : byTime.mid(1)) {
+        QVERIFY(files.removeOne(version));
+        QVERIFY(!logged(QStringLiteral("Resync upload finished for ") + version));
+    }
+    for (const QString &name : std::as_const(files)) {
         QFile file(QDir(m_folder).filePath(name));
         QVERIFY(file.open(QIODevice::ReadOnly));
         QVERIFY2(file.readAll().startsWith(SyncPayload::EncryptedMarker), qPrintable(name));
     }
     QVERIFY(logged(QStringLiteral("Sync: Resync upload finished for action_")));
+    // Written again in place, a version keeps the time that orders it among the others.
+    QVERIFY(logged(QStringLiteral("Sync: Resync upload finished for ") + snippets.fileName()));
+    QCOMPARE(QFileInfo(snippets.filePath()).lastModified(), snippetsTime);
 }
 
 void TestSync::folderWatchReportsOtherComputersFiles()

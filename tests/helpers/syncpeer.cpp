@@ -6,6 +6,7 @@
 //   link                                        authorise Google Drive (through the stand-in)
 //   snippet TITLE TEXT | edit TITLE TEXT | drop TITLE    snippets, in the group "Peer"
 //   action FILE TITLE | unaction FILE           action files
+//   join FOLDER                                 start syncing through a shared folder
 //   sync | encrypt PASSPHRASE | state | uploads
 #include "actionfiles.h"
 #include "appmodes.h"
@@ -19,6 +20,7 @@
 #include "support/fakebrowser.h"
 #include "sync.h"
 #include "syncgoogledrive.h"
+#include "synclocalfolder.h"
 
 #include <QApplication>
 #include <QCryptographicHash>
@@ -60,6 +62,10 @@ public:
         connect(&m_sync, &Sync::contentUploaded, this, [this] { ++m_uploads; });
         connect(&m_sync, &Sync::syncStatus, this, &Peer::onStatus);
         connect(&m_sync, &Sync::syncInitialized, this, [this](bool success) {
+            if (m_joining) {
+                m_waiting = std::exchange(m_joining, 0);
+                m_sync.syncAll(SyncDirection::Both);
+            }
             if (m_linking)
                 reply(std::exchange(m_linking, 0),
                       success ? QStringLiteral("1") : QStringLiteral("0"));
@@ -102,6 +108,9 @@ public:
         } else if (command == QLatin1String("unaction")) {
             ActionFiles::markDeleted(QDir(ActionFiles::userFolder()).filePath(all));
             m_sync.syncActions();
+        } else if (command == QLatin1String("join")) {
+            join(all);
+            return;
         } else if (command == QLatin1String("sync")) {
             m_waiting = m_number;
             m_sync.syncAll(SyncDirection::Both);
@@ -209,6 +218,16 @@ private:
         m_sync.syncActions();
     }
 
+    // As the sync settings page does it when the user picks a folder: the first run starts
+    // once the target is ready.
+    void join(const QString &folder)
+    {
+        QSettings().setValue(SettingsKey::SyncTarget, ISyncTarget::LocalFolderSetting);
+        QSettings().setValue(SettingsKey::SyncFolder, folder);
+        m_joining = m_number;
+        m_sync.localFolder()->initialise(ISyncTarget::UseConfigured);
+    }
+
     // As the settings dialog does it: the old pass phrase is kept to read older files, and
     // everything online is written again.
     void encrypt(const QString &passphrase)
@@ -263,6 +282,7 @@ private:
     Sync m_sync;
     FakeBrowser m_browser;
     int m_linking = 0;
+    int m_joining = 0;
     int m_number = 0;
     int m_waiting = 0;
     int m_uploads = 0;

@@ -250,10 +250,15 @@ QHttpServerResponse FakeGoogle::drive(const QHttpServerRequest &request, const Q
     const auto method = request.method();
     if (path.startsWith(QLatin1String("/upload/"))) {
         const QString type = query.queryItemValue(QStringLiteral("uploadType"));
-        if (method == QHttpServerRequest::Method::Post && type == QLatin1String("multipart"))
-            return multipartUpload(request, user);
-        if (method == QHttpServerRequest::Method::Post && type == QLatin1String("resumable"))
-            return startResumable(request, user);
+        const QString replaces = path.section(QLatin1Char('/'), 5, 5);
+        const bool create = method == QHttpServerRequest::Method::Post && replaces.isEmpty();
+        const bool update = method == QHttpServerRequest::Method::Patch && !replaces.isEmpty();
+        if (update && !findFile(user, replaces))
+            return error(Status::NotFound, QStringLiteral("File not found: ") + replaces);
+        if ((create || update) && type == QLatin1String("multipart"))
+            return multipartUpload(request, user, replaces);
+        if ((create || update) && type == QLatin1String("resumable"))
+            return startResumable(request, user, replaces);
         if (method == QHttpServerRequest::Method::Put && type == QLatin1String("resumable"))
             return continueResumable(request);
         return error(Status::BadRequest, QStringLiteral("Unsupported upload"));
@@ -298,7 +303,7 @@ QHttpServerResponse FakeGoogle::list(const QHttpServerRequest &request, const QS
 }
 
 QHttpServerResponse FakeGoogle::multipartUpload(const QHttpServerRequest &request,
-                                                const QString &user)
+                                                const QString &user, const QString &replaces)
 {
     const QByteArray body = request.body();
     m_lastUploadBody = body;
@@ -323,16 +328,20 @@ QHttpServerResponse FakeGoogle::multipartUpload(const QHttpServerRequest &reques
     file.content = partBody(body.mid(secondStart, close - secondStart));
     if (file.name.isEmpty())
         return error(Status::BadRequest, QStringLiteral("No name in the metadata"));
-    const QString id = addFile(user, file);
+    if (!replaces.isEmpty() && !file.parents.isEmpty())
+        return error(Status::BadRequest, QStringLiteral("The parents field is not directly "
+                                                        "writable in update requests"));
+    const QString id = storeFile(user, file, replaces);
     return QHttpServerResponse(fileJson(*findFile(user, id)));
 }
 
 QHttpServerResponse FakeGoogle::startResumable(const QHttpServerRequest &request,
-                                               const QString &user)
+                                               const QString &user, const QString &replaces)
 {
     const QJsonObject metadata = QJsonDocument::fromJson(request.body()).object();
     Upload upload;
     upload.user = user;
+    upload.replaces = replaces;
     upload.file.name = metadata.value(QStringLiteral("name")).toString();
     upload.file.description = metadata.value(QStringLiteral("description")).toString();
     for (const QJsonValue &parent : metadata.value(QStringLiteral("parents")).toArray())
@@ -377,7 +386,7 @@ QHttpServerResponse FakeGoogle::continueResumable(const QHttpServerRequest &requ
         return response;
     }
     const Upload done = m_uploads.take(session);
-    const QString id = addFile(done.user, done.file);
+    const QString id = storeFile(done.user, done.file, done.replaces);
     return QHttpServerResponse(fileJson(*findFile(done.user, id)));
 }
 
@@ -391,6 +400,16 @@ FakeGoogle::File *FakeGoogle::findFile(const QString &user, const QString &id)
             return &file;
     }
     return nullptr;
+}
+
+QString FakeGoogle::storeFile(const QString &user, const File &file, const QString &replaces)
+{
+    File *existing = replaces.isEmpty() ? nullptr : findFile(user, replaces);
+    if (!existing)
+        return addFile(user, file);
+    existing->name = file.name;
+    existing->content = file.content;
+    return existing->id;
 }
 
 QString FakeGoogle::addFile(const QString &user, File file)

@@ -84,6 +84,8 @@ private:
         QString user;
         File file;
         qint64 total = 0;
+        // The file an update writes again; empty for a new file.
+        QString replaces;
     };
 
     QHttpServerResponse respond(const QHttpServerRequest &request);
@@ -91,13 +93,18 @@ private:
     QHttpServerResponse token(const QHttpServerRequest &request);
     QHttpServerResponse drive(const QHttpServerRequest &request, const QString &user);
     QHttpServerResponse list(const QHttpServerRequest &request, const QString &user);
-    QHttpServerResponse multipartUpload(const QHttpServerRequest &request, const QString &user);
-    QHttpServerResponse startResumable(const QHttpServerRequest &request, const QString &user);
+    QHttpServerResponse multipartUpload(const QHttpServerRequest &request, const QString &user,
+                                        const QString &replaces);
+    QHttpServerResponse startResumable(const QHttpServerRequest &request, const QString &user,
+                                       const QString &replaces);
     QHttpServerResponse continueResumable(const QHttpServerRequest &request);
     QHttpServerResponse issueTokens(const QString &user, bool withRefreshToken);
     QString userOfRequest(const QHttpServerRequest &request) const;
     File *findFile(const QString &user, const QString &id);
     QString addFile(const QString &user, File file);
+    // A new file, or the content of an existing one replaced in place (an update keeps the
+    // file's id, creation time and parents, as the service does): the file's id.
+    QString storeFile(const QString &user, const File &file, const QString &replaces);
 
     QString m_user = QStringLiteral("user-1");
     bool m_denyNext = false;
