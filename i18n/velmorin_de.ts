@@ -558,12 +558,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>HistoryItemModel</name>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="556"/>
+        <location filename="../src/historyitemmodel.cpp" line="571"/>
         <source>Failed to parse the clippings file: </source>
         <translation>Die Verlaufsdatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="588"/>
+        <location filename="../src/historyitemmodel.cpp" line="593"/>
         <source>Writing the clippings file failed: </source>
         <translation>Das Schreiben der Verlaufsdatei ist fehlgeschlagen: </translation>
     </message>
@@ -571,34 +571,34 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>HistoryItemView</name>
     <message>
-        <location filename="../src/historyitemview.cpp" line="53"/>
+        <location filename="../src/historyitemview.cpp" line="60"/>
         <source>Clipboard history</source>
         <translation>Zwischenablage-Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="101"/>
+        <location filename="../src/historyitemview.cpp" line="108"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
 %2</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="131"/>
+        <location filename="../src/historyitemview.cpp" line="138"/>
         <source>No text was found in the image.</source>
         <translation>Im Bild wurde kein Text gefunden.</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="151"/>
+        <location filename="../src/historyitemview.cpp" line="156"/>
         <source>The image of this clipping cannot be read.</source>
         <translation>Das Bild dieses Eintrags kann nicht gelesen werden.</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="246"/>
+        <location filename="../src/historyitemview.cpp" line="249"/>
         <source>&amp;Paste</source>
         <translation>&amp;Einfügen</translation>
     </message>
     <message numerus="yes">
-        <location filename="../src/historyitemview.cpp" line="246"/>
+        <location filename="../src/historyitemview.cpp" line="249"/>
         <source>&amp;Paste %n items joined</source>
         <translation>
             <numerusform>%n Eintrag &amp;verbunden einfügen</numerusform>
@@ -606,82 +606,82 @@ Möchten Sie den Ordner öffnen?</translation>
         </translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="250"/>
+        <location filename="../src/historyitemview.cpp" line="253"/>
         <source>Paste as &amp;image</source>
         <translation>Als &amp;Bild einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="252"/>
+        <location filename="../src/historyitemview.cpp" line="255"/>
         <source>Paste as &amp;file</source>
         <translation>Als &amp;Datei einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="254"/>
+        <location filename="../src/historyitemview.cpp" line="257"/>
         <source>&amp;Annotate...</source>
         <translation>&amp;Beschriften...</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="258"/>
+        <location filename="../src/historyitemview.cpp" line="261"/>
         <source>E&amp;xtract text</source>
         <translation>Te&amp;xt erkennen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="261"/>
+        <location filename="../src/historyitemview.cpp" line="264"/>
         <source>Paste as &amp;plain text</source>
         <translation>Als &amp;reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="265"/>
+        <location filename="../src/historyitemview.cpp" line="268"/>
         <source>&amp;Type text</source>
         <translation>Text &amp;tippen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="277"/>
+        <location filename="../src/historyitemview.cpp" line="280"/>
         <source>&amp;Edit text...</source>
         <translation>Text &amp;bearbeiten...</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="279"/>
+        <location filename="../src/historyitemview.cpp" line="282"/>
         <source>&amp;Join into a new clipping</source>
         <translation>Zu neuem Eintrag &amp;zusammenfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="280"/>
+        <location filename="../src/historyitemview.cpp" line="283"/>
         <source>Re&amp;verse the order</source>
         <translation>Reihenfolge &amp;umkehren</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="286"/>
+        <location filename="../src/historyitemview.cpp" line="289"/>
         <source>Clear st&amp;yle</source>
         <translation>Formatierung &amp;entfernen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="289"/>
+        <location filename="../src/historyitemview.cpp" line="292"/>
         <source>P&amp;in to the top</source>
         <translation>Oben an&amp;heften</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="293"/>
+        <location filename="../src/historyitemview.cpp" line="296"/>
         <source>&amp;Keep forever</source>
         <translation>&amp;Für immer behalten</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="310"/>
+        <location filename="../src/historyitemview.cpp" line="313"/>
         <source>&amp;Remove</source>
         <translation>&amp;Entfernen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="316"/>
+        <location filename="../src/historyitemview.cpp" line="319"/>
         <source>Add to &amp;snippets</source>
         <translation>Zu &amp;Textbausteinen hinzufügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="328"/>
+        <location filename="../src/historyitemview.cpp" line="331"/>
         <source>New group</source>
         <translation>Neue Gruppe</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="329"/>
+        <location filename="../src/historyitemview.cpp" line="332"/>
         <source>Clippings</source>
         <translation>Einträge</translation>
     </message>
@@ -782,7 +782,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>QObject</name>
     <message>
-        <location filename="../src/main.cpp" line="154"/>
+        <location filename="../src/main.cpp" line="149"/>
         <source>Velmorin is already running!</source>
         <translation>Velmorin läuft bereits!</translation>
     </message>
@@ -1213,127 +1213,132 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SnippetItemModel</name>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="27"/>
+        <location filename="../src/snippetitemmodel.cpp" line="28"/>
         <source>Info</source>
         <translation>Info</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="28"/>
+        <location filename="../src/snippetitemmodel.cpp" line="29"/>
         <source>Clipboard</source>
         <translation>Zwischenablage</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="29"/>
+        <location filename="../src/snippetitemmodel.cpp" line="30"/>
         <source>Keywords</source>
         <translation>Schlüsselwörter</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="30"/>
+        <location filename="../src/snippetitemmodel.cpp" line="31"/>
         <source>Email</source>
         <translation>E-Mail</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="31"/>
+        <location filename="../src/snippetitemmodel.cpp" line="32"/>
         <source>Get back</source>
         <translation>Rückmeldung</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="32"/>
+        <location filename="../src/snippetitemmodel.cpp" line="33"/>
         <source>Thanks</source>
         <translation>Dank</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="33"/>
+        <location filename="../src/snippetitemmodel.cpp" line="34"/>
         <source>Out of office</source>
         <translation>Abwesenheit</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="34"/>
+        <location filename="../src/snippetitemmodel.cpp" line="35"/>
         <source>Messaging</source>
         <translation>Nachrichten</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="35"/>
+        <location filename="../src/snippetitemmodel.cpp" line="36"/>
         <source>Be right back</source>
         <translation>Bin gleich zurück</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="36"/>
+        <location filename="../src/snippetitemmodel.cpp" line="37"/>
         <source>In a meeting</source>
         <translation>In einer Besprechung</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="37"/>
+        <location filename="../src/snippetitemmodel.cpp" line="38"/>
         <source>On my way</source>
         <translation>Bin unterwegs</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="38"/>
+        <location filename="../src/snippetitemmodel.cpp" line="39"/>
         <source>Sounds good</source>
         <translation>Klingt gut</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="39"/>
+        <location filename="../src/snippetitemmodel.cpp" line="40"/>
         <source>Templates</source>
         <translation>Vorlagen</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="40"/>
+        <location filename="../src/snippetitemmodel.cpp" line="41"/>
         <source>Markdown</source>
         <translation>Markdown</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="41"/>
+        <location filename="../src/snippetitemmodel.cpp" line="42"/>
         <source>Letter</source>
         <translation>Brief</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="42"/>
+        <location filename="../src/snippetitemmodel.cpp" line="43"/>
         <source>Bug report</source>
         <translation>Fehlerbericht</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="43"/>
+        <location filename="../src/snippetitemmodel.cpp" line="44"/>
         <source>Emoji</source>
         <translation>Emoji</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="44"/>
+        <location filename="../src/snippetitemmodel.cpp" line="45"/>
         <source>Pleading Face</source>
         <translation>Bittendes Gesicht</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="45"/>
+        <location filename="../src/snippetitemmodel.cpp" line="46"/>
         <source>Red Heart</source>
         <translation>Rotes Herz</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="46"/>
+        <location filename="../src/snippetitemmodel.cpp" line="47"/>
         <source>Sparkles</source>
         <translation>Funkeln</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="47"/>
+        <location filename="../src/snippetitemmodel.cpp" line="48"/>
         <source>Face with Tears of Joy</source>
         <translation>Gesicht mit Freudentränen</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="48"/>
+        <location filename="../src/snippetitemmodel.cpp" line="49"/>
         <source>Smiling Face with Heart-Eyes</source>
         <translation>Lächelndes Gesicht mit Herzaugen</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="49"/>
+        <location filename="../src/snippetitemmodel.cpp" line="50"/>
         <source>Thumbs Up</source>
         <translation>Daumen hoch</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="131"/>
+        <location filename="../src/snippetitemmodel.cpp" line="129"/>
+        <source>The snippets file cannot be read: </source>
+        <translation>Die Textbausteindatei kann nicht gelesen werden: </translation>
+    </message>
+    <message>
+        <location filename="../src/snippetitemmodel.cpp" line="135"/>
         <source>Failed to parse the snippets file: </source>
         <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="388"/>
+        <location filename="../src/snippetitemmodel.cpp" line="410"/>
         <source>Writing the snippets file failed: </source>
         <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
     </message>
@@ -1501,29 +1506,28 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>Sync</name>
     <message>
-        <location filename="../src/sync.cpp" line="118"/>
-        <location filename="../src/sync.cpp" line="126"/>
-        <location filename="../src/sync.cpp" line="133"/>
-        <location filename="../src/sync.cpp" line="138"/>
-        <location filename="../src/sync.cpp" line="501"/>
-        <location filename="../src/sync.cpp" line="559"/>
-        <location filename="../src/sync.cpp" line="763"/>
+        <location filename="../src/sync.cpp" line="119"/>
+        <location filename="../src/sync.cpp" line="127"/>
+        <location filename="../src/sync.cpp" line="134"/>
+        <location filename="../src/sync.cpp" line="139"/>
+        <location filename="../src/sync.cpp" line="518"/>
+        <location filename="../src/sync.cpp" line="576"/>
         <source>Synchronization failed.</source>
         <translation>Synchronisation fehlgeschlagen.</translation>
     </message>
     <message>
-        <location filename="../src/sync.cpp" line="337"/>
+        <location filename="../src/sync.cpp" line="340"/>
         <source>Synchronizing...</source>
         <translation>Wird synchronisiert...</translation>
     </message>
     <message>
-        <location filename="../src/sync.cpp" line="395"/>
+        <location filename="../src/sync.cpp" line="405"/>
         <source>Synchronization successful.</source>
         <translation>Synchronisation erfolgreich.</translation>
     </message>
     <message>
-        <location filename="../src/sync.cpp" line="755"/>
-        <location filename="../src/sync.cpp" line="774"/>
+        <location filename="../src/sync.cpp" line="818"/>
+        <location filename="../src/sync.cpp" line="837"/>
         <source>Decryption failed.</source>
         <translation>Entschlüsselung fehlgeschlagen.</translation>
     </message>
@@ -1539,12 +1543,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SyncLocalFolder</name>
     <message>
-        <location filename="../src/synclocalfolder.cpp" line="17"/>
+        <location filename="../src/synclocalfolder.cpp" line="19"/>
         <source>Select sync target folder</source>
         <translation>Ordner für die Synchronisation wählen</translation>
     </message>
     <message>
-        <location filename="../src/synclocalfolder.h" line="27"/>
+        <location filename="../src/synclocalfolder.h" line="29"/>
         <source>Local folder</source>
         <translation>Lokaler Ordner</translation>
     </message>
@@ -1853,6 +1857,14 @@ Unter Debian oder Ubuntu: sudo apt install tesseract-ocr</translation>
         <location filename="../src/trayicon.cpp" line="41"/>
         <source>Quit</source>
         <translation>Beenden</translation>
+    </message>
+</context>
+<context>
+    <name>UnreadableFile</name>
+    <message>
+        <location filename="../src/unreadablefile.cpp" line="24"/>
+        <source>The file was kept unchanged as %1</source>
+        <translation>Die Datei wurde unverändert aufbewahrt als %1</translation>
     </message>
 </context>
 <context>

@@ -1,5 +1,7 @@
 #include "appmodes.h"
 
+#include "settings.h"
+
 #include <QStandardPaths>
 
 namespace {
@@ -14,6 +16,15 @@ AppModes AppModes::fromArguments(const QStringList &arguments, bool writeDebugLo
     modes.perfTest = first == QLatin1String("--perf-test");
     modes.demo = first == QLatin1String("--demo");
     return modes;
+}
+
+QVariantMap AppModes::settingsOverrides() const
+{
+    if (!perfTest)
+        return {};
+    return {{QLatin1String(SettingsKey::KeepItems), QStringLiteral("1000")},
+            {QLatin1String(SettingsKey::IncludeImages), true},
+            {QLatin1String(SettingsKey::SyncHistory), false}};
 }
 
 const AppModes &AppModes::current()

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVariantMap>
 
 // The process-wide run modes, fixed once at start from the first command-line argument.
 class AppModes final
@@ -24,4 +25,7 @@ public:
     bool anyOn() const { return debug || perfTest || demo; }
     // Crash reports are collected unless a debug log is written or the run is a demonstration.
     bool wantsCrashReports() const { return !debug && !demo; }
+    // Settings that the mode replaces for its run: a performance test keeps a large history,
+    // images included, that stays on this computer.
+    QVariantMap settingsOverrides() const;
 };

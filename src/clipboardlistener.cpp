@@ -111,11 +111,15 @@ void ClipboardListener::check()
     const QMimeData *current = clipboard()->mimeData(QClipboard::Clipboard);
     if (!current || current->formats().isEmpty())
         return;
+    QString application = ClipboardMarks::owner(*current);
+    // Only the program's own write uses up a swallow: a genuine copy is never lost to it.
+    const bool swallow = m_lastSignature == swallowValue && !application.isNull();
+    if (swallow)
+        m_lastSignature = m_signatureBeforeSwallow;
     if (ClipboardMarks::isPrivate(*current)) {
         qDebug() << "Skipped clipboard content that its owner marked as private";
         return;
     }
-    QString application = ClipboardMarks::owner(*current);
     QString foreground;
     if (application.isNull()) {
         foreground = Platform::foregroundApplicationName();
@@ -134,10 +138,7 @@ void ClipboardListener::check()
     capture.application = application;
     capture.icon = iconFor(application, foreground);
     capture.serial = m_nextSerial++;
-    if (m_lastSignature == swallowValue) {
-        capture.swallow = true;
-        m_lastSignature = m_signatureBeforeSwallow;
-    }
+    capture.swallow = swallow;
     decode(capture);
     m_pending.push_back(std::move(capture));
     deliverReady();

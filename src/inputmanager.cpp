@@ -13,6 +13,7 @@
 
 #include <QCoreApplication>
 #include <QDebug>
+#include <QFileInfo>
 #include <QTimer>
 
 InputManager *InputManager::instance()
@@ -83,8 +84,10 @@ void InputManager::loadSettings()
 {
     const QStringList noExpand = Settings::value(SettingsKey::NoExpandApplications).toStringList();
     m_noExpandApplications = QSet<QString>(noExpand.cbegin(), noExpand.cend());
-    // Keywords never expand inside the program's own windows.
-    m_noExpandApplications << QStringLiteral("Velmorin.exe") << QStringLiteral("Velmorin");
+    // Keywords never expand inside the program's own windows, whatever the executable is
+    // called where it is installed: a keyword must be typeable into the snippet editor.
+    m_noExpandApplications << QStringLiteral("Velmorin.exe") << QStringLiteral("Velmorin")
+                           << QFileInfo(QCoreApplication::applicationFilePath()).fileName();
     m_delayedApplications = Settings::value(SettingsKey::DelayedApplications).toMap();
     m_requireSpace = Settings::value(SettingsKey::RequireSpace).toBool();
 }

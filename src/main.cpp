@@ -139,12 +139,7 @@ int main(int argc, char *argv[])
     const AppModes modes = AppModes::fromArguments(
         app.arguments(), settings.value(SettingsKey::WriteDebugLog).toBool());
     AppModes::setCurrent(modes);
-    if (modes.perfTest) {
-        // A large history that stays on this computer, for this run only.
-        Settings::setRunOverrides({{SettingsKey::KeepItems, QStringLiteral("1000")},
-                                   {SettingsKey::IncludeImages, true},
-                                   {SettingsKey::SyncHistory, false}});
-    }
+    Settings::setRunOverrides(modes.settingsOverrides());
     setUpLogging(modes);
     logBanner(modes);
 

@@ -35,10 +35,11 @@ const QString ActionPrefix = QStringLiteral("action_");
 const QString ImagePrefix = QStringLiteral("image_");
 const QString TimestampFormat = QStringLiteral("yyyyMMdd'T'hhmmss");
 
-// A demonstration or a performance test never touches what the user keeps online.
+// A demonstration never touches what the user keeps online. (A performance test syncs all but
+// its generated history, which its settings leave out.)
 bool isOff()
 {
-    return AppModes::current().demo || AppModes::current().perfTest;
+    return AppModes::current().demo;
 }
 
 void log(const QString &line)

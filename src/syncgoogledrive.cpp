@@ -45,8 +45,9 @@ bool isRateLimit(const QByteArray &data)
 
 O0SettingsStore *tokenStore()
 {
+    // Versions before 1.9 kept the tokens in a group.
+    O0SettingsStore::moveFromGroup(QStringLiteral("GoogleDrive"));
     return new O0SettingsStore(
-        QStringLiteral("GoogleDrive"),
         [](const QString &text) { return Cipher(Cipher::settingsKey()).encryptText(text); },
         [](const QByteArray &bytes) { return Cipher(Cipher::settingsKey()).decryptText(bytes); });
 }

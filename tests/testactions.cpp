@@ -222,6 +222,13 @@ void TestActions::builtIns_data()
         << QVariantMap()
         << QStringList{"Read the guide (https://example.org/a?b=1).\n\none\ntwo & three\n"
                        "Line\nbreak <ok>"};
+    QTest::newRow("HTML links of every quoting keep their targets")
+        << builtIn("04-stripthtml.json")
+        << "<a href='https://a.example/'>single</a>, <a href=https://b.example/x>bare</a>, "
+           "<A HREF=\"mailto:c@example.org\" target=\"_blank\">mail</A>"
+        << QVariantMap()
+        << QStringList{"single (https://a.example/), bare (https://b.example/x), mail "
+                       "(mailto:c@example.org)"};
     QTest::newRow("hex dump of multibyte UTF-8")
         << builtIn("07-hexdump.json") << QStringLiteral("aé€\U0001F600 line one\n") << QVariantMap()
         << QStringList{
@@ -248,12 +255,20 @@ void TestActions::builtIns_data()
         << builtIn("11-wordwrap.json") << "The quick brown fox\njumps over the lazy dog"
         << QVariantMap{{"length", "10"}}
         << QStringList{"The quick\nbrown fox\njumps over\nthe lazy\ndog"};
+    QTest::newRow("word wrap keeps what it does not wrap")
+        << builtIn("11-wordwrap.json")
+        << QStringLiteral("    indented\u00a0line\n\tcode();\nwrap these words")
+        << QVariantMap{{"length", "12"}}
+        << QStringList{QStringLiteral("    indented\u00a0line\n\tcode();\nwrap these\nwords")};
     QTest::newRow("word wrap of a word longer than the line")
         << builtIn("11-wordwrap.json") << "a abcdefghijkl b" << QVariantMap{{"length", "5"}}
         << QStringList{"a\nabcdefghijkl\nb"};
     QTest::newRow("split lines by the separator with most pieces")
         << builtIn("12-splitlines.json") << "a/b, c,d;e , f" << QVariantMap()
-        << QStringList{"a/b", "c", "d;e", "f"};
+        << QStringList{"a/b", " c", "d;e ", " f"};
+    QTest::newRow("split lines keeps empty pieces")
+        << builtIn("12-splitlines.json") << "a,,b," << QVariantMap()
+        << QStringList{"a", "", "b", ""};
     QTest::newRow("split lines by tab") << builtIn("12-splitlines.json") << "x\ty\tz.w"
                                         << QVariantMap() << QStringList{"x", "y", "z.w"};
     QTest::newRow("split lines by the parameter's characters")
@@ -335,6 +350,8 @@ void TestActions::dateAndValueRoundTrip_data()
     QTest::newRow("C") << "C";
     QTest::newRow("en_US") << "en_US";
     QTest::newRow("de_DE") << "de_DE";
+    QTest::newRow("en_GB") << "en_GB";
+    QTest::newRow("fr_FR") << "fr_FR";
 }
 
 void TestActions::dateAndValueRoundTrip()
@@ -342,7 +359,8 @@ void TestActions::dateAndValueRoundTrip()
     QFETCH(QString, locale);
     const QLocale before;
     QLocale::setDefault(QLocale(locale));
-    const qint64 value = QDateTime(QDate(2023, 11, 5), QTime(17, 4, 0)).toMSecsSinceEpoch();
+    // A day that could be read as a month, and seconds and milliseconds that must survive.
+    const qint64 value = QDateTime(QDate(2023, 11, 5), QTime(17, 4, 9, 250)).toMSecsSinceEpoch();
     const QStringList date = run(builtIn("09-valuetodate.json"), QString::number(value));
     const QStringList back = run(builtIn("08-datetovalue.json"), date.value(0));
     QLocale::setDefault(before);

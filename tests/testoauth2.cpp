@@ -57,7 +57,6 @@ void TestOAuth2::init()
 std::unique_ptr<O2Google> TestOAuth2::makeFlow()
 {
     auto *store = new O0SettingsStore(
-        QStringLiteral("GoogleDrive"),
         [](const QString &text) { return Cipher(Cipher::settingsKey()).encryptText(text); },
         [](const QByteArray &bytes) { return Cipher(Cipher::settingsKey()).decryptText(bytes); });
     auto flow = std::make_unique<O2Google>(nullptr, nullptr, store, m_google->url());
@@ -94,12 +93,18 @@ void TestOAuth2::linksThroughTheBrowser()
     QCOMPARE(flow->extraTokens().value(QStringLiteral("id_token")).toString(),
              FakeGoogle::idToken(QStringLiteral("user-1")));
 
-    // The settings file holds the tokens enciphered, and a new run reads them back linked.
+    // The settings file holds the tokens enciphered at its top level, and a new run reads them
+    // back linked; so does one whose tokens an earlier version kept in a group.
     QSettings settings;
-    const QByteArray stored =
-        settings.value(QStringLiteral("GoogleDrive/token.") + FakeGoogle::ClientId).toByteArray();
+    const QString tokenKey = QStringLiteral("token.") + FakeGoogle::ClientId;
+    const QByteArray stored = settings.value(tokenKey).toByteArray();
     QVERIFY(!stored.isEmpty());
     QVERIFY(!stored.contains(flow->token().toLatin1()));
+    settings.remove(tokenKey);
+    settings.setValue(QStringLiteral("GoogleDrive/") + tokenKey, stored);
+    O0SettingsStore::moveFromGroup(QStringLiteral("GoogleDrive"));
+    QCOMPARE(settings.value(tokenKey).toByteArray(), stored);
+    QVERIFY(!settings.childGroups().contains(QStringLiteral("GoogleDrive")));
     auto again = makeFlow();
     QVERIFY(again->linked());
     QCOMPARE(again->token(), flow->token());

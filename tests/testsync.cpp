@@ -211,6 +211,19 @@ void TestSync::queueTakesEachFileOnceAndWaitsForTheBurstToEnd()
     AppModes::setCurrent(AppModes());
     QVERIFY(shown.queuedFiles().isEmpty());
     QVERIFY(!logged(QStringLiteral("Sync all")));
+    // A performance test keeps only its generated history to itself.
+    {
+        AppModes perf;
+        perf.perfTest = true;
+        AppModes::setCurrent(perf);
+        Settings::setRunOverrides(perf.settingsOverrides());
+        Sync measured;
+        measured.sync(Sync::History, &m_history, SyncDirection::Both);
+        measured.sync(Sync::Snippets, &m_snippets, SyncDirection::Both);
+        Settings::setRunOverrides({});
+        AppModes::setCurrent(AppModes());
+        QCOMPARE(measured.queuedFiles(), QStringList{Sync::SnippetsFile});
+    }
 
     // A kind the user does not sync is not queued at all.
     QVariantMap values = Sync::storedSettings();

@@ -11,6 +11,7 @@
 #include <QClipboard>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QLineEdit>
 #include <QSettings>
 #include <QTest>
 
@@ -42,6 +43,7 @@ private slots:
     void caretMarkersLeaveASelection();
     void clippingPlaceholderAndTheClipboardComesBack();
     void noExpandAndDelayedApplications();
+    void neverInsideItsOwnWindows();
 
 private:
     void useSettings(bool requireSpace, const QStringList &noExpand = {},
@@ -173,6 +175,24 @@ void TestExpansion::noExpandAndDelayedApplications()
     QVERIFY(type(QStringLiteral(" sig")));
     QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("sign Best, Ann"), 5000);
     QTest::qWait(600);
+}
+
+void TestExpansion::neverInsideItsOwnWindows()
+{
+    // A window of this process, found as the foreground by the desktop's own lookup.
+    QLineEdit keywordField;
+    keywordField.setWindowTitle(QStringLiteral("Keyword"));
+    keywordField.show();
+    keywordField.activateWindow();
+    QVERIFY(TargetWindow::xdotool({QStringLiteral("search"), QStringLiteral("--sync"),
+                                   QStringLiteral("--name"), QStringLiteral("^Keyword$"),
+                                   QStringLiteral("windowactivate"), QStringLiteral("--sync")}));
+    QTRY_VERIFY(keywordField.hasFocus());
+    QTRY_COMPARE(Platform::foregroundApplicationName(),
+                 QFileInfo(QCoreApplication::applicationFilePath()).fileName());
+    QVERIFY(type(QStringLiteral("::brb")));
+    QTest::qWait(400);
+    QCOMPARE(keywordField.text(), QStringLiteral("::brb"));
 }
 
 QTEST_MAIN(TestExpansion)
