@@ -97,9 +97,12 @@ QWidget *SettingsDialog::createShortcutsPage()
     m_shortcutPlainText->setAccessibleName(tr("Paste as plain text"));
     m_shortcutPasteNext->setAccessibleName(tr("Paste the next item"));
     auto *layout = new QFormLayout(page);
-    layout->addRow(tr("Open the paste window:"), createShortcutRow(m_shortcut));
-    layout->addRow(tr("Paste as plain text:"), createShortcutRow(m_shortcutPlainText));
-    layout->addRow(tr("Paste the next item:"), createShortcutRow(m_shortcutPasteNext));
+    layout->addRow(tr("Open the paste window:"),
+                   CustomKeySequenceEdit::withClearButton(m_shortcut));
+    layout->addRow(tr("Paste as plain text:"),
+                   CustomKeySequenceEdit::withClearButton(m_shortcutPlainText));
+    layout->addRow(tr("Paste the next item:"),
+                   CustomKeySequenceEdit::withClearButton(m_shortcutPasteNext));
     auto *hint =
         new QLabel(tr("Snippets and actions get their own shortcuts on their pages."), page);
     hint->setEnabled(false);
@@ -186,21 +189,6 @@ void SettingsDialog::importSnippets()
         QMessageBox::warning(this, QStringLiteral("Velmorin"),
                              tr("Failed to parse the snippets file: ") + path);
     }
-}
-
-QWidget *SettingsDialog::createShortcutRow(CustomKeySequenceEdit *edit)
-{
-    auto *row = new QWidget(edit->parentWidget());
-    auto *clear = new QToolButton(row);
-    clear->setText(tr("Clear"));
-    clear->setToolTip(tr("No shortcut"));
-    connect(clear, &QToolButton::clicked, edit, &QKeySequenceEdit::clear);
-    edit->setParent(row);
-    auto *layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(edit, 1);
-    layout->addWidget(clear);
-    return row;
 }
 
 QWidget *SettingsDialog::createHistoryPage()

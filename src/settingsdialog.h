@@ -49,7 +49,6 @@ private:
 
     SnippetItemModel *m_snippets;
     QTabWidget *m_pages;
-    QWidget *createShortcutRow(CustomKeySequenceEdit *edit);
     QWidget *createSnippetsPage();
     QWidget *createSnippetsRow(QWidget *page);
     void exportSnippets();

@@ -40,15 +40,11 @@ void SnippetItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
     const QColor muted = ItemPainting::mutedTextColor(option);
     const bool snippet = index.parent().isValid();
     if (snippet) {
-        QStringList keys;
-        const QString keyword = index.data(Snippet::ExpanderRole).toString();
-        if (!keyword.isEmpty())
-            keys << keyword;
-        const QString hotkey = index.data(Snippet::HotkeyRole).toString();
-        if (!hotkey.isEmpty())
-            keys << QKeySequence::fromString(hotkey).toString(QKeySequence::NativeText);
-        const QString trailer = keys.join(QLatin1String("  "));
-        const int width = qMin(option.fontMetrics.horizontalAdvance(trailer), area.width() / 2);
+        // The title gives way first: a keyword is what the user has to type, letter for letter.
+        const int room =
+            area.width() - option.fontMetrics.horizontalAdvance(QStringLiteral("Mmm…")) - Margin;
+        const QString trailer = keysText(index, option.fontMetrics, room);
+        const int width = qMax(qMin(option.fontMetrics.horizontalAdvance(trailer), room), 0);
         painter->setPen(muted);
         painter->drawText(QRect(area.right() - width, area.top(), width, area.height()),
                           Qt::AlignRight | Qt::AlignVCenter,
@@ -63,6 +59,23 @@ void SnippetItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
                       QFontMetrics(font).elidedText(index.data(Qt::DisplayRole).toString(),
                                                     Qt::ElideRight, area.width()));
     painter->restore();
+}
+
+QString SnippetItemDelegate::keysText(const QModelIndex &snippet, const QFontMetrics &metrics,
+                                      int room)
+{
+    const QString keyword = snippet.data(Snippet::ExpanderRole).toString();
+    const QString hotkey = QKeySequence::fromString(snippet.data(Snippet::HotkeyRole).toString())
+                               .toString(QKeySequence::NativeText);
+    QStringList keys;
+    if (!keyword.isEmpty())
+        keys << keyword;
+    if (!hotkey.isEmpty())
+        keys << hotkey;
+    const QString both = keys.join(QLatin1String("  "));
+    if (metrics.horizontalAdvance(both) <= room || keyword.isEmpty())
+        return both;
+    return keyword; // the shortcut is in the editor
 }
 
 void SnippetItemDelegate::paintBadge(QPainter *painter, const QRect &rect,

@@ -18,6 +18,9 @@ public:
 
     // The badge colour of a group, the same on every start.
     static QColor groupColor(const QModelIndex &group);
+    // What a snippet's row shows on its right in room pixels: the keyword and the shortcut, or
+    // the keyword alone, always in full, when both do not fit.
+    static QString keysText(const QModelIndex &snippet, const QFontMetrics &metrics, int room);
 
 private:
     void paintBadge(QPainter *painter, const QRect &rect, const QModelIndex &index) const;

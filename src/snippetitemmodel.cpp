@@ -581,6 +581,24 @@ QMap<QString, QString> SnippetItemModel::keywords() const
     return keywords;
 }
 
+QModelIndex SnippetItemModel::keywordPrefixClash(const QString &keyword,
+                                                 const QModelIndex &except) const
+{
+    if (keyword.isEmpty())
+        return {};
+    for (int row = 0; row < rowCount(); ++row) {
+        const QStandardItem *group = item(row);
+        for (int child = 0; child < group->rowCount(); ++child) {
+            const QStandardItem *snippet = group->child(child);
+            const QString other = snippet->data(ExpanderRole).toString();
+            if (snippet->index() != except && !other.isEmpty() && other != keyword &&
+                (keyword.startsWith(other) || other.startsWith(keyword)))
+                return snippet->index();
+        }
+    }
+    return {};
+}
+
 QString SnippetItemModel::keywordOwner(const QString &keyword, const QModelIndex &except) const
 {
     if (keyword.isEmpty())

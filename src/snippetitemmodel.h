@@ -71,6 +71,11 @@ public:
     QMap<QString, QString> keywords() const;
     // The title of another snippet with this keyword, or an empty string.
     QString keywordOwner(const QString &keyword, const QModelIndex &except = QModelIndex()) const;
+    // Another snippet whose keyword begins this one or is begun by it: typed without a space
+    // after it, the shorter one expands first and the longer one never can. Its index, or an
+    // invalid one.
+    QModelIndex keywordPrefixClash(const QString &keyword,
+                                   const QModelIndex &except = QModelIndex()) const;
     QStandardItem *snippetById(const QUuid &id) const;
 
     QString hash() override;

@@ -1,6 +1,7 @@
 #include "snippetseditor.h"
 
 #include "customkeysequenceedit.h"
+#include "settings.h"
 #include "snippet.h"
 #include "snippetclipdialog.h"
 #include "snippetitemmodel.h"
@@ -140,7 +141,7 @@ void SnippetsEditor::createWidgets()
     fields->addRow(tr("Title:"), m_title);
     fields->addRow(tr("Keyword:"), m_keyword);
     fields->addRow(QString(), m_keywordWarning);
-    fields->addRow(tr("Shortcut:"), m_hotkey);
+    fields->addRow(tr("Shortcut:"), CustomKeySequenceEdit::withClearButton(m_hotkey));
     fields->addRow(QString(), m_hide);
     auto *right = new QWidget(this);
     auto *rightLayout = new QVBoxLayout(right);
@@ -196,13 +197,26 @@ void SnippetsEditor::applyText()
 
 void SnippetsEditor::updateKeywordWarning()
 {
-    const QString owner = m_model->keywordOwner(m_keyword->text(), m_current);
-    m_keywordWarning->setText(
-        owner.isEmpty() ? QString()
-                        : tr("\"%1\" already has this keyword; typing it pastes the first of "
-                             "the two in the list.")
-                              .arg(owner));
-    m_keywordWarning->setVisible(!owner.isEmpty());
+    const QString keyword = m_keyword->text();
+    QString warning;
+    const QString owner = m_model->keywordOwner(keyword, m_current);
+    const QModelIndex clash = m_model->keywordPrefixClash(keyword, m_current);
+    if (!owner.isEmpty()) {
+        warning = tr("\"%1\" already has this keyword; typing it pastes the first of the two "
+                     "in the list.")
+                      .arg(owner);
+    } else if (clash.isValid() && !Settings::value(SettingsKey::RequireSpace).toBool()) {
+        const QString other = clash.data(Snippet::ExpanderRole).toString();
+        warning = keyword.startsWith(other)
+                      ? tr("\"%1\" has the keyword \"%2\", which begins this one: it expands "
+                           "first, and this keyword can never be typed.")
+                            .arg(clash.data().toString(), other)
+                      : tr("This keyword begins \"%2\" of \"%1\", which can then never be "
+                           "typed.")
+                            .arg(clash.data().toString(), other);
+    }
+    m_keywordWarning->setText(warning);
+    m_keywordWarning->setVisible(!warning.isEmpty());
 }
 
 void SnippetsEditor::addGroup()

@@ -1,6 +1,9 @@
 // The snippets editor: what its fields and commands do to the snippet tree.
+#include "customkeysequenceedit.h"
+#include "settings.h"
 #include "snippet.h"
 #include "snippetclipdialog.h"
+#include "snippetitemdelegate.h"
 #include "snippetitemmodel.h"
 #include "snippetseditor.h"
 #include "support/modalanswer.h"
@@ -13,6 +16,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSettings>
 #include <QStandardItem>
 #include <QTest>
 #include <QToolButton>
@@ -27,6 +31,10 @@ private slots:
     void cleanup();
     void fieldsEditTheSelectedSnippet();
     void duplicateKeywordIsPointedOut();
+    void keywordBeginningAnotherIsPointedOut();
+    void shortcutFieldTakesOnlyShortcuts_data();
+    void shortcutFieldTakesOnlyShortcuts();
+    void listsShowKeywordsInFull();
     void cursorMarkersAndPlaceholders();
     void newMoveAndDelete();
 
@@ -92,8 +100,79 @@ void TestSnippetsEditor::duplicateKeywordIsPointedOut()
     QTest::keyClicks(child<QLineEdit>("keyword"), QStringLiteral("kw"));
     QVERIFY(!warning->isHidden());
     QVERIFY(warning->text().contains(QLatin1String("\"First\"")));
+    child<QLineEdit>("keyword")->selectAll();
     QTest::keyClick(child<QLineEdit>("keyword"), Qt::Key_Backspace);
     QVERIFY(warning->isHidden());
+}
+
+void TestSnippetsEditor::keywordBeginningAnotherIsPointedOut()
+{
+    m_editor->select(m_second);
+    auto *warning = child<QLabel>("keywordWarning");
+    // "kw" (First) would expand before "kw2" is complete, and the other way round.
+    for (const char *keyword : {"kw2", "k"}) {
+        child<QLineEdit>("keyword")->clear();
+        QTest::keyClicks(child<QLineEdit>("keyword"), QLatin1String(keyword));
+        QVERIFY2(!warning->isHidden(), keyword);
+        QVERIFY(warning->text().contains(QLatin1String("\"First\"")));
+        QVERIFY(warning->text().contains(QLatin1String("\"kw\"")));
+    }
+    // With a space needed after a keyword, neither stands in the other's way.
+    QSettings().setValue(SettingsKey::RequireSpace, true);
+    QTest::keyClick(child<QLineEdit>("keyword"), Qt::Key_2);
+    QVERIFY(warning->isHidden());
+    QSettings().remove(SettingsKey::RequireSpace);
+}
+
+void TestSnippetsEditor::shortcutFieldTakesOnlyShortcuts_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<QString>("expected"); // the field afterwards; it held Ctrl+J
+    QTest::newRow("plain letter") << int(Qt::Key_X) << int(Qt::NoModifier) << "Ctrl+J";
+    QTest::newRow("shifted letter") << int(Qt::Key_X) << int(Qt::ShiftModifier) << "Ctrl+J";
+    QTest::newRow("control letter") << int(Qt::Key_X) << int(Qt::ControlModifier) << "Ctrl+X";
+    QTest::newRow("alt shift letter")
+        << int(Qt::Key_X) << int(Qt::AltModifier | Qt::ShiftModifier) << "Alt+Shift+X";
+    QTest::newRow("function key") << int(Qt::Key_F7) << int(Qt::NoModifier) << "F7";
+    QTest::newRow("backspace clears") << int(Qt::Key_Backspace) << int(Qt::NoModifier) << "";
+    QTest::newRow("delete clears") << int(Qt::Key_Delete) << int(Qt::NoModifier) << "";
+    QTest::newRow("enter") << int(Qt::Key_Return) << int(Qt::NoModifier) << "Ctrl+J";
+}
+
+void TestSnippetsEditor::shortcutFieldTakesOnlyShortcuts()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(QString, expected);
+    m_editor->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_editor));
+    m_editor->select(m_second);
+    auto *hotkey = child<CustomKeySequenceEdit>("hotkey");
+    hotkey->setKeySequence(QKeySequence(QStringLiteral("Ctrl+J")));
+    hotkey->setFocus();
+    QTest::keyClick(hotkey, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    QTRY_COMPARE(hotkey->keySequence().toString(), expected);
+    QTRY_COMPARE(m_second.data(Snippet::HotkeyRole).toString(), expected);
+
+    // Tab moves on, as in any field; the Clear button empties it.
+    QTest::keyClick(hotkey, Qt::Key_Tab);
+    QVERIFY(!hotkey->hasFocus());
+    QCOMPARE(hotkey->keySequence().toString(), expected);
+    child<QToolButton>("hotkeyClear")->click();
+    QTRY_COMPARE(m_second.data(Snippet::HotkeyRole).toString(), QString());
+}
+
+void TestSnippetsEditor::listsShowKeywordsInFull()
+{
+    m_model->setSnippetData(m_first, Snippet::HotkeyRole, QStringLiteral("Ctrl+Alt+Shift+F12"));
+    const QFontMetrics metrics(QApplication::font());
+    const int keyword = metrics.horizontalAdvance(QStringLiteral("kw"));
+    QCOMPARE(
+        SnippetItemDelegate::keysText(m_first, metrics, 1000),
+        QStringLiteral("kw  ") +
+            QKeySequence(QStringLiteral("Ctrl+Alt+Shift+F12")).toString(QKeySequence::NativeText));
+    QCOMPARE(SnippetItemDelegate::keysText(m_first, metrics, keyword + 5), QStringLiteral("kw"));
 }
 
 void TestSnippetsEditor::cursorMarkersAndPlaceholders()
