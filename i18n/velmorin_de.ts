@@ -538,6 +538,19 @@ Möchten Sie den Ordner öffnen?</translation>
     </message>
 </context>
 <context>
+    <name>CustomKeySequenceEdit</name>
+    <message>
+        <location filename="../src/customkeysequenceedit.cpp" line="55"/>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <location filename="../src/customkeysequenceedit.cpp" line="56"/>
+        <source>No shortcut</source>
+        <translation>Kein Tastenkürzel</translation>
+    </message>
+</context>
+<context>
     <name>DelayDialog</name>
     <message>
         <location filename="../src/delaydialog.cpp" line="13"/>
@@ -558,12 +571,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>HistoryItemModel</name>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="571"/>
+        <location filename="../src/historyitemmodel.cpp" line="592"/>
         <source>Failed to parse the clippings file: </source>
         <translation>Die Verlaufsdatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="593"/>
+        <location filename="../src/historyitemmodel.cpp" line="614"/>
         <source>Writing the clippings file failed: </source>
         <translation>Das Schreiben der Verlaufsdatei ist fehlgeschlagen: </translation>
     </message>
@@ -729,12 +742,12 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Kopierte Einträge erscheinen hier.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="413"/>
+        <location filename="../src/mainwindow.cpp" line="411"/>
         <source>Current clipboard content is not text. Unable to run the action.</source>
         <translation>Die Zwischenablage enthält keinen Text. Die Aktion kann nicht ausgeführt werden.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="422"/>
+        <location filename="../src/mainwindow.cpp" line="420"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
@@ -935,7 +948,7 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Mit dem System starten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="133"/>
+        <location filename="../src/settingsdialog.cpp" line="136"/>
         <source>Only expand keyword after space is pressed</source>
         <translation>Schlüsselwort erst nach einem Leerzeichen ersetzen</translation>
     </message>
@@ -1005,105 +1018,95 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Nächsten Eintrag einfügen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="101"/>
+        <location filename="../src/settingsdialog.cpp" line="102"/>
         <source>Paste as plain text:</source>
         <translation>Als reinen Text einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="102"/>
+        <location filename="../src/settingsdialog.cpp" line="104"/>
         <source>Paste the next item:</source>
         <translation>Nächsten Eintrag einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="104"/>
+        <location filename="../src/settingsdialog.cpp" line="107"/>
         <source>Snippets and actions get their own shortcuts on their pages.</source>
         <translation>Textbausteine und Aktionen erhalten ihre eigenen Tastenkürzel auf ihren Seiten.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="114"/>
+        <location filename="../src/settingsdialog.cpp" line="117"/>
         <source>Browse...</source>
         <translation>Durchsuchen...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="117"/>
+        <location filename="../src/settingsdialog.cpp" line="120"/>
         <source>JSON files (*.json)</source>
         <translation>JSON-Dateien (*.json)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="135"/>
-        <location filename="../src/settingsdialog.cpp" line="137"/>
+        <location filename="../src/settingsdialog.cpp" line="138"/>
+        <location filename="../src/settingsdialog.cpp" line="140"/>
         <source>Snippet file</source>
         <translation>Textbaustein-Datei</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="137"/>
+        <location filename="../src/settingsdialog.cpp" line="140"/>
         <source>Snippet file:</source>
         <translation>Textbaustein-Datei:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="138"/>
-        <location filename="../src/settingsdialog.cpp" line="220"/>
+        <location filename="../src/settingsdialog.cpp" line="141"/>
+        <location filename="../src/settingsdialog.cpp" line="208"/>
         <source>A new file place applies from the next start.</source>
         <translation>Ein neuer Speicherort gilt ab dem nächsten Start.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="153"/>
+        <location filename="../src/settingsdialog.cpp" line="156"/>
         <source>Export snippets...</source>
         <translation>Textbausteine exportieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="155"/>
+        <location filename="../src/settingsdialog.cpp" line="158"/>
         <source>Import snippets...</source>
         <translation>Textbausteine importieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="173"/>
+        <location filename="../src/settingsdialog.cpp" line="176"/>
         <source>Save snippets</source>
         <translation>Textbausteine speichern</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="174"/>
-        <location filename="../src/settingsdialog.cpp" line="184"/>
+        <location filename="../src/settingsdialog.cpp" line="177"/>
+        <location filename="../src/settingsdialog.cpp" line="187"/>
         <source>JSON files (*.json);;All files (*.*);</source>
         <translation>JSON-Dateien (*.json);;Alle Dateien (*.*);</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="177"/>
+        <location filename="../src/settingsdialog.cpp" line="180"/>
         <source>Writing the snippets file failed: </source>
         <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="183"/>
+        <location filename="../src/settingsdialog.cpp" line="186"/>
         <source>Load snippets</source>
         <translation>Textbausteine laden</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="187"/>
+        <location filename="../src/settingsdialog.cpp" line="190"/>
         <source>Failed to parse the snippets file: </source>
         <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="195"/>
-        <source>Clear</source>
-        <translation>Leeren</translation>
-    </message>
-    <message>
-        <location filename="../src/settingsdialog.cpp" line="196"/>
-        <source>No shortcut</source>
-        <translation>Kein Tastenkürzel</translation>
-    </message>
-    <message>
-        <location filename="../src/settingsdialog.cpp" line="213"/>
+        <location filename="../src/settingsdialog.cpp" line="201"/>
         <source> characters</source>
         <translation> Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="216"/>
+        <location filename="../src/settingsdialog.cpp" line="204"/>
         <source> × 1024 characters</source>
         <translation> × 1024 Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="217"/>
+        <location filename="../src/settingsdialog.cpp" line="205"/>
         <source>Keep copied images</source>
         <translation>Kopierte Bilder behalten</translation>
     </message>
@@ -1113,48 +1116,48 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Verlauf beim Beenden leeren (gesperrte Elemente bleiben)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="219"/>
-        <location filename="../src/settingsdialog.cpp" line="228"/>
+        <location filename="../src/settingsdialog.cpp" line="207"/>
+        <location filename="../src/settingsdialog.cpp" line="216"/>
         <source>History file</source>
         <translation>Verlaufsdatei</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="224"/>
+        <location filename="../src/settingsdialog.cpp" line="212"/>
         <source>Clippings to keep:</source>
         <translation>Anzahl der Einträge:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="225"/>
+        <location filename="../src/settingsdialog.cpp" line="213"/>
         <source>Ignore texts shorter than:</source>
         <translation>Texte ignorieren, kürzer als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="226"/>
+        <location filename="../src/settingsdialog.cpp" line="214"/>
         <source>Ignore texts longer than:</source>
         <translation>Texte ignorieren, länger als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="228"/>
+        <location filename="../src/settingsdialog.cpp" line="216"/>
         <source>History file:</source>
         <translation>Verlaufsdatei:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="237"/>
+        <location filename="../src/settingsdialog.cpp" line="225"/>
         <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated.</source>
         <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="242"/>
+        <location filename="../src/settingsdialog.cpp" line="230"/>
         <source>Rules</source>
         <translation>Regeln</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="257"/>
+        <location filename="../src/settingsdialog.cpp" line="245"/>
         <source>Actions change a clipping&apos;s text with a small script. Run them from a clipping&apos;s menu or give them a shortcut. Changes here apply at once.</source>
         <translation>Aktionen ändern den Text eines Eintrags mit einem kleinen Skript. Führen Sie sie aus dem Menü eines Eintrags aus oder geben Sie ihnen ein Tastenkürzel. Änderungen hier gelten sofort.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="264"/>
+        <location filename="../src/settingsdialog.cpp" line="252"/>
         <source>New action</source>
         <translation>Neue Aktion</translation>
     </message>
@@ -1401,104 +1404,114 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SnippetsEditor</name>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="64"/>
-        <location filename="../src/snippetseditor.cpp" line="210"/>
+        <location filename="../src/snippetseditor.cpp" line="65"/>
+        <location filename="../src/snippetseditor.cpp" line="224"/>
         <source>New group</source>
         <translation>Neue Gruppe</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="65"/>
-        <location filename="../src/snippetseditor.cpp" line="221"/>
+        <location filename="../src/snippetseditor.cpp" line="66"/>
+        <location filename="../src/snippetseditor.cpp" line="235"/>
         <source>New snippet</source>
         <translation>Neuer Textbaustein</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="66"/>
+        <location filename="../src/snippetseditor.cpp" line="67"/>
         <source>Delete</source>
         <translation>Löschen</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="67"/>
+        <location filename="../src/snippetseditor.cpp" line="68"/>
         <source>Up</source>
         <translation>Nach oben</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="68"/>
+        <location filename="../src/snippetseditor.cpp" line="69"/>
         <source>Down</source>
         <translation>Nach unten</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="69"/>
+        <location filename="../src/snippetseditor.cpp" line="70"/>
         <source>Move to</source>
         <translation>Verschieben nach</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="84"/>
+        <location filename="../src/snippetseditor.cpp" line="85"/>
         <source>Typed anywhere, replaced by the text</source>
         <translation>Überall getippt, durch den Text ersetzt</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="91"/>
+        <location filename="../src/snippetseditor.cpp" line="92"/>
         <source>Hide the text in the lists</source>
         <translation>Text in den Listen verbergen</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="95"/>
+        <location filename="../src/snippetseditor.cpp" line="96"/>
         <source>Cursor</source>
         <translation>Cursor</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="96"/>
+        <location filename="../src/snippetseditor.cpp" line="97"/>
         <source>Where the caret goes after pasting; around a selection, what is selected</source>
         <translation>Wohin der Cursor nach dem Einfügen geht; um eine Auswahl herum, was ausgewählt wird</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="98"/>
+        <location filename="../src/snippetseditor.cpp" line="99"/>
         <source>Clipping...</source>
         <translation>Eintrag...</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="99"/>
+        <location filename="../src/snippetseditor.cpp" line="100"/>
         <source>Inserts a text from the clipboard history when pasted</source>
         <translation>Fügt beim Einfügen einen Text aus dem Verlauf ein</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="136"/>
+        <location filename="../src/snippetseditor.cpp" line="137"/>
         <source>Text:</source>
         <translation>Text:</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="140"/>
+        <location filename="../src/snippetseditor.cpp" line="141"/>
         <source>Title:</source>
         <translation>Titel:</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="141"/>
+        <location filename="../src/snippetseditor.cpp" line="142"/>
         <source>Keyword:</source>
         <translation>Schlüsselwort:</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="143"/>
+        <location filename="../src/snippetseditor.cpp" line="144"/>
         <source>Shortcut:</source>
         <translation>Tastenkürzel:</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="202"/>
+        <location filename="../src/snippetseditor.cpp" line="205"/>
         <source>&quot;%1&quot; already has this keyword; typing it pastes the first of the two in the list.</source>
         <translation>„%1“ hat dieses Schlüsselwort schon; beim Tippen wird der erste der beiden in der Liste eingefügt.</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="220"/>
+        <location filename="../src/snippetseditor.cpp" line="211"/>
+        <source>&quot;%1&quot; has the keyword &quot;%2&quot;, which begins this one: it expands first, and this keyword can never be typed.</source>
+        <translation>&quot;%1&quot; hat das Schlüsselwort &quot;%2&quot;, mit dem dieses beginnt: Es wird zuerst ersetzt, und dieses Schlüsselwort lässt sich nie eintippen.</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="214"/>
+        <source>This keyword begins &quot;%2&quot; of &quot;%1&quot;, which can then never be typed.</source>
+        <translation>Mit diesem Schlüsselwort beginnt &quot;%2&quot; von &quot;%1&quot;, das sich dann nie eintippen lässt.</translation>
+    </message>
+    <message>
+        <location filename="../src/snippetseditor.cpp" line="234"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="231"/>
+        <location filename="../src/snippetseditor.cpp" line="245"/>
         <source>Delete the snippet &apos;%1&apos;?</source>
         <translation>Den Textbaustein &apos;%1&apos; löschen?</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="232"/>
+        <location filename="../src/snippetseditor.cpp" line="246"/>
         <source>Delete the group &apos;%1&apos; with all its snippets?</source>
         <translation>Die Gruppe &apos;%1&apos; mit allen Textbausteinen löschen?</translation>
     </message>

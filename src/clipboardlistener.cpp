@@ -20,9 +20,6 @@
 
 namespace {
 
-// Stored as the last signature to let the next change pass unreported.
-const QString swallowValue = QStringLiteral("*");
-
 QClipboard *clipboard()
 {
     return QGuiApplication::clipboard();
@@ -91,13 +88,6 @@ QString ClipboardListener::signature(const QMimeData &data)
     return QString();
 }
 
-void ClipboardListener::swallowNextChange()
-{
-    if (m_lastSignature != swallowValue)
-        m_signatureBeforeSwallow = m_lastSignature;
-    m_lastSignature = swallowValue;
-}
-
 void ClipboardListener::changedSlot(QClipboard::Mode mode)
 {
     // The X11 selection follows every text the user selects; only copies count.
@@ -111,25 +101,26 @@ void ClipboardListener::check()
     const QMimeData *current = clipboard()->mimeData(QClipboard::Clipboard);
     if (!current || current->formats().isEmpty())
         return;
-    QString application = ClipboardMarks::owner(*current);
-    // Only the program's own write uses up a swallow: a genuine copy is never lost to it.
-    const bool swallow = m_lastSignature == swallowValue && !application.isNull();
-    if (swallow)
-        m_lastSignature = m_signatureBeforeSwallow;
     if (ClipboardMarks::isPrivate(*current)) {
         qDebug() << "Skipped clipboard content that its owner marked as private";
         return;
     }
-    QString foreground;
-    if (application.isNull()) {
-        foreground = Platform::foregroundApplicationName();
-        application = foreground;
-        if (rewrite(*current, application))
-            return;
+    if (!ClipboardMarks::owner(*current).isNull()) {
+        // The program's own write (a clipping pasted, an expansion, a rule's rewrite) is no
+        // new copy: recorded again, a pasted image would come back under a new id and push
+        // older clippings out. The last signature stays, so that the user's content put back
+        // after a paste is no new copy either.
+        qDebug() << "Skipped the program's own clipboard content";
+        return;
     }
-
+    const QString foreground = Platform::foregroundApplicationName();
+    const QString application = foreground;
     Capture capture;
-    capture.data.reset(ClipboardOps::copyOfClipboard(ClipboardOps::EncodedImageOnly));
+    // A rule's rewrite is recorded as it goes onto the clipboard.
+    if (rewrite(*current, application))
+        capture.data.reset(ClipboardOps::copyOf(*m_rewrite));
+    else
+        capture.data.reset(ClipboardOps::copyOfClipboard(ClipboardOps::EncodedImageOnly));
     if (Platform::clipboardChangeCount() != changeCount) {
         // Parts of two contents would make one clipping; the newer one reports itself next.
         qDebug() << "The clipboard changed while it was read; waiting for its next change";
@@ -138,7 +129,6 @@ void ClipboardListener::check()
     capture.application = application;
     capture.icon = iconFor(application, foreground);
     capture.serial = m_nextSerial++;
-    capture.swallow = swallow;
     decode(capture);
     m_pending.push_back(std::move(capture));
     deliverReady();
@@ -233,10 +223,6 @@ void ClipboardListener::deliverReady()
 void ClipboardListener::deliver(Capture &capture)
 {
     const QString signature = ClipboardListener::signature(*capture.data);
-    if (capture.swallow) {
-        m_lastSignature = signature;
-        return;
-    }
     if (signature == m_lastSignature)
         return;
     m_lastSignature = signature;

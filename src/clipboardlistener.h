@@ -26,9 +26,6 @@ public:
     // What tells one content from the next: its text, else its file paths, else the image's
     // size and centre pixel.
     static QString signature(const QMimeData &data);
-    // The next clipboard change is taken as seen and not reported; for the program's own
-    // writes that are not new copies.
-    void swallowNextChange();
 
 public slots:
     void changedSlot(QClipboard::Mode mode);
@@ -47,7 +44,6 @@ private:
         QPixmap icon;
         QString application;
         quint64 serial = 0;
-        bool swallow = false;
         bool decoding = false;
     };
 
@@ -64,7 +60,6 @@ private:
     QSet<QString> m_formattingOnly;
     QSet<QString> m_noImages;
     QString m_lastSignature;
-    QString m_signatureBeforeSwallow;
     QHash<QString, QPixmap> m_icons;
     std::unique_ptr<QMimeData> m_rewrite;
     std::deque<Capture> m_pending;

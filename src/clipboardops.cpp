@@ -2,7 +2,6 @@
 
 #include "clipboardmarks.h"
 #include "clipping.h"
-#include "htmlcleanup.h"
 #include "keysender.h"
 #include "platform.h"
 #include "platform/idesktop.h"
@@ -139,6 +138,16 @@ QMimeData *copyOfClipboard(ImageCopy imageCopy)
     return copy;
 }
 
+QMimeData *copyOf(const QMimeData &data)
+{
+    auto *copy = new QMimeData;
+    for (const QString &format : data.formats())
+        copy->setData(format, data.data(format));
+    if (data.hasImage())
+        copy->setImageData(data.imageData());
+    return copy;
+}
+
 void setClipboardText(const QString &text)
 {
     auto *data = new QMimeData;
@@ -215,8 +224,9 @@ void putClippingText(const QModelIndex &clipping, int mode)
     data->setText(clipping.data(Clipping::TextRole).toString());
     const QString html = clipping.data(Clipping::HtmlRole).toString();
     // An empty HTML part would win over the text in rich editors and paste nothing.
+    // As it was copied: "Clear style" is there for a clipping that should lose its styling.
     if (mode != PlainText && !html.isEmpty())
-        data->setHtml(HtmlCleanup::clean(html));
+        data->setHtml(html);
     clipboard()->setMimeData(data, QClipboard::Clipboard);
 }
 

@@ -20,6 +20,8 @@ enum ImageCopy { DecodedImage, EncodedImageOnly };
 // several encodings only one is copied (PNG when offered), and decoded into the copy's image
 // unless the caller decodes it later.
 QMimeData *copyOfClipboard(ImageCopy imageCopy = DecodedImage);
+// Every format of data, in a new object owned by the caller.
+QMimeData *copyOf(const QMimeData &data);
 // Text the program puts on the clipboard for one paste (an expansion, a plain-text paste):
 // marked as ours and as private, so that no clipboard history records it.
 void setClipboardText(const QString &text);

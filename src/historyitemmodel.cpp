@@ -22,6 +22,7 @@
 #include <QMimeData>
 #include <QScopeGuard>
 #include <QSortFilterProxyModel>
+#include <QTextDocumentFragment>
 #include <QThreadPool>
 
 using namespace Clipping;
@@ -142,6 +143,10 @@ void HistoryItemModel::addMimeData(QMimeData *data, const QPixmap &icon, const Q
                  isPng ? png : QByteArray());
     } else if (data->hasText()) {
         addText(data->text(), data->html(), icon, application);
+    } else if (data->hasHtml()) {
+        // Offered as HTML alone (some browsers and mail programs do): its text is read from it.
+        const QString html = data->html();
+        addText(QTextDocumentFragment::fromHtml(html).toPlainText(), html, icon, application);
     } else {
         qDebug() << "Unknown clipboard content:" << data->formats();
     }
@@ -352,6 +357,22 @@ void HistoryItemModel::setPinned(int row, bool pinned)
         return;
     clipping->setData(pinned, PinnedRole);
     moveToOrderedRow(row);
+    save(true);
+}
+
+void HistoryItemModel::moveToTop(int row)
+{
+    QStandardItem *clipping = item(row);
+    if (!clipping)
+        return;
+    const QDateTime time = now();
+    if (clipping->data(TimeRole).toDateTime() < time)
+        clipping->setData(time, TimeRole);
+    QStandardItem *taken = takeRow(row).first();
+    const int target = m_index->insertionRow(taken->data(PinnedRole).toBool(),
+                                             taken->data(TimeRole).toDateTime(), true);
+    m_index->expectOrderedInsert();
+    insertRow(target, taken);
     save(true);
 }
 

@@ -63,6 +63,9 @@ public:
     void setLocked(int row, bool locked);
     // Moves the clipping to where clippings of its new pinned state and time belong.
     void setPinned(int row, bool pinned);
+    // Pasted from the history: the newest copy now, at the top of its group, its id and image
+    // kept.
+    void moveToTop(int row);
     // The clippings swap times so that their order turns round; other rows stay put.
     void reverseOrder(QList<int> rows);
     // Removed by the user: hidden, and kept as a deletion mark that reaches other computers.

@@ -159,7 +159,6 @@ void InputManager::expandKeyword(int backspaces, const QString &snippetText,
     QMimeData *saved = ClipboardOps::saveClipboard();
     const ClipboardOps::CursorSteps steps = Snippet::caretSteps(text);
     text.remove(Snippet::cursorMarker);
-    emit ownClipboardWrite();
     ClipboardOps::setClipboardText(text);
     ClipboardOps::paste();
     QTimer::singleShot(100, this, [steps] { ClipboardOps::moveCursor(steps); });

@@ -42,8 +42,6 @@ signals:
     void keywordBreakerTyped();
     void backspaceTyped();
     void characterTyped(QChar character);
-    // The program is about to put text of its own on the clipboard: no new copy.
-    void ownClipboardWrite();
     // An action named in a snippet failed; message is for the user.
     void actionFailed(const QString &message);
 

@@ -343,8 +343,6 @@ void MainWindow::loadSnippets()
     };
     connect(m_snippets, &SnippetItemModel::warning, this, showWarning);
     InputManager *input = InputManager::instance();
-    connect(input, &InputManager::ownClipboardWrite, m_clipboardListener,
-            &ClipboardListener::swallowNextChange);
     connect(input, &InputManager::actionFailed, this, showWarning);
     m_snippetShortcuts = new SnippetShortcuts(m_snippets, this);
     connect(m_snippetShortcuts, &SnippetShortcuts::actionFailed, this, showWarning);
@@ -556,6 +554,7 @@ void MainWindow::pasteClippings(const QModelIndexList &proxyIndexes, int mode)
         if (!clipping.isValid())
             return;
         putOnClipboard(clipping, mode);
+        m_history->moveToTop(clipping.row());
         finishPaste();
         return;
     }
@@ -575,6 +574,7 @@ void MainWindow::pasteImage(const QModelIndex &proxyIndex, bool asFile)
     if (!clipping.isValid())
         return;
     ClipboardOps::putClippingImage(clipping, asFile);
+    m_history->moveToTop(clipping.row());
     finishPaste();
 }
 
@@ -609,8 +609,8 @@ void MainWindow::pasteNext()
         return;
     m_pasteNextRow = m_pasteNextRow % (proxy->rowCount() - 1) + 1;
     const QModelIndex clipping = m_history->proxy()->mapToSource(proxy->index(m_pasteNextRow, 0));
-    // Not a new copy: moved to the top, it would be the next one to paste again.
-    m_clipboardListener->swallowNextChange();
+    // It stays where it is (the program's own write is no new copy), so the one after it is
+    // next.
     putOnClipboard(clipping, ClipboardOps::WithFormatting);
     ClipboardOps::paste();
 }

@@ -29,7 +29,7 @@ private slots:
     void moveCursorSelectsBackwards();
     void pastePlainTextRestoresTheClipboard();
     void copyOfClipboardKeepsEveryFormat();
-    void clippingTextWithCleanedHtml();
+    void clippingTextAsItWasCopied();
     void clippingImageAsImageOrFile();
     void htmlCleanup_data();
     void htmlCleanup();
@@ -150,16 +150,19 @@ void TestClipboardOps::copyOfClipboardKeepsEveryFormat()
     QCOMPARE(qvariant_cast<QImage>(copy->imageData()).size(), QSize(8, 4));
 }
 
-void TestClipboardOps::clippingTextWithCleanedHtml()
+void TestClipboardOps::clippingTextAsItWasCopied()
 {
+    // Pasted as it was copied: bold, italic, colour and underline as a rich editor writes them.
+    const QString html = QStringLiteral(
+        "<h1 id=\"t\">Title</h1><p><span style=\"font-weight:bold; color:#c00000\">bold red</span> "
+        "<i>italic</i> <u>underlined</u> <a href=\"https://example.org/\">link</a></p>");
     auto *item =
-        Clipping::newTextItem(QStringLiteral("Title body"),
-                              QStringLiteral("<h1 id=\"t\">Title</h1><p style=\"x\">body</p>"), {},
+        Clipping::newTextItem(QStringLiteral("Title bold red italic underlined link"), html, {},
                               QStringLiteral("app"), QDateTime::currentDateTime());
     m_model.appendRow(item);
     ClipboardOps::putClippingText(item->index(), ClipboardOps::WithFormatting);
-    QCOMPARE(clipboard()->text(), QStringLiteral("Title body"));
-    QCOMPARE(clipboard()->mimeData()->html(), QStringLiteral("Title<p>body</p>"));
+    QCOMPARE(clipboard()->text(), QStringLiteral("Title bold red italic underlined link"));
+    QCOMPARE(clipboard()->mimeData()->html(), html);
     // Marked with the clipping's application, which the history keeps when it comes back.
     QCOMPARE(ClipboardMarks::owner(*clipboard()->mimeData()), QStringLiteral("app"));
 

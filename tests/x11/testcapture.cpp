@@ -103,7 +103,8 @@ QList<HistoryFile::Record> TestCapture::clippings() const
 
 bool TestCapture::waitForClippings(int count)
 {
-    return QTest::qWaitFor([&] { return clippings().size() == count; }, 10000);
+    // Generous: an 8192 x 8192 image crosses the X server and is decoded on a busy machine.
+    return QTest::qWaitFor([&] { return clippings().size() == count; }, 30000);
 }
 
 HistoryFile::Record TestCapture::newest() const

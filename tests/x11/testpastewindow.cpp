@@ -7,10 +7,12 @@
 #include "support/testprofile.h"
 
 #include <QClipboard>
+#include <QDir>
 #include <QGuiApplication>
 #include <QJsonObject>
 #include <QMimeData>
 #include <QTest>
+#include <QUuid>
 
 namespace {
 
@@ -48,12 +50,14 @@ private slots:
     void shiftEnterPastesPlainText();
     void snippetLandsWithItsCaret();
     void typeTextTypesIntoTheEditor();
+    void pastedImageIsNotRecordedAgain();
 
 private:
     // Opens the window over the editor with its shortcut; the visible window's id.
     QString open();
     bool isOpen();
     QStringList historyTexts() const;
+    QList<QUuid> historyIds() const;
     void copy(const QString &text);
 
     TestProfile m_profile;
@@ -108,6 +112,18 @@ QStringList TestPasteWindow::historyTexts() const
             texts << record.text;
     }
     return texts;
+}
+
+QList<QUuid> TestPasteWindow::historyIds() const
+{
+    QFile file(m_historyPath);
+    HistoryFile::Document document;
+    QList<QUuid> ids;
+    if (file.open(QIODevice::ReadOnly) && HistoryFile::decode(file.readAll(), &document)) {
+        for (const HistoryFile::Record &record : std::as_const(document.records))
+            ids << record.id;
+    }
+    return ids;
 }
 
 void TestPasteWindow::copy(const QString &text)
@@ -200,6 +216,30 @@ void TestPasteWindow::typeTextTypesIntoTheEditor()
     QVERIFY(!open().isEmpty());
     QVERIFY(press({QStringLiteral("Right"), QStringLiteral("t")}));
     QTRY_COMPARE_WITH_TIMEOUT(m_editor.text(), QStringLiteral("typed by keys"), 10000);
+}
+
+void TestPasteWindow::pastedImageIsNotRecordedAgain()
+{
+    QVERIFY(m_editor.copy("copy-image 40 30"));
+    QVERIFY(QTest::qWaitFor([&] { return historyTexts().value(0) == "40 x 30"; }, 10000));
+    const QUuid image = historyIds().value(0);
+    const QDir images(m_profile.path(QStringLiteral("data/Velmorin/Velmorin/images")));
+    QTRY_COMPARE(images.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1);
+    // Pasted after other copies: no new id, no new image folder, nothing pushed out.
+    for (const QString &text : {QStringLiteral("copied after it"), QStringLiteral("and again")}) {
+        copy(text);
+        const int count = int(historyIds().size());
+        QVERIFY(m_editor.activate());
+        QVERIFY(!open().isEmpty());
+        QVERIFY(press({QStringLiteral("Down"), QStringLiteral("Return")}));
+        QTRY_VERIFY(!isOpen());
+        // Moved to the top as it is; a new copy would have been recorded by now.
+        QTRY_COMPARE(historyIds().value(0), image);
+        QTest::qWait(1500);
+        QCOMPARE(historyIds().size(), count);
+        QCOMPARE(historyIds().value(0), image);
+    }
+    QCOMPARE(images.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1);
 }
 
 QTEST_MAIN(TestPasteWindow)
