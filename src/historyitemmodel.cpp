@@ -283,7 +283,7 @@ void HistoryItemModel::carryOver(const QStandardItem *existing, QStandardItem *i
     item->setData(html.isEmpty() ? item->data(TextRole) : QVariant(html), ToolTipRole);
     if (!item->data(PinnedRole).toBool())
         item->setData(existing->data(PinnedRole).toBool(), PinnedRole);
-    // A locked clipping pasted (and so copied) again stays protected.
+    // A locked clipping copied again stays protected.
     if (!item->data(LockedRole).toBool())
         item->setData(existing->data(LockedRole).toBool(), LockedRole);
 }
@@ -368,11 +368,7 @@ void HistoryItemModel::moveToTop(int row)
     const QDateTime time = now();
     if (clipping->data(TimeRole).toDateTime() < time)
         clipping->setData(time, TimeRole);
-    QStandardItem *taken = takeRow(row).first();
-    const int target = m_index->insertionRow(taken->data(PinnedRole).toBool(),
-                                             taken->data(TimeRole).toDateTime(), true);
-    m_index->expectOrderedInsert();
-    insertRow(target, taken);
+    insertOrdered(takeRow(row).first(), true);
     save(true);
 }
 
@@ -381,10 +377,10 @@ void HistoryItemModel::moveToOrderedRow(int row)
     insertOrdered(takeRow(row).first());
 }
 
-void HistoryItemModel::insertOrdered(QStandardItem *clipping)
+void HistoryItemModel::insertOrdered(QStandardItem *clipping, bool aboveEqual)
 {
     const int target = m_index->insertionRow(clipping->data(PinnedRole).toBool(),
-                                             clipping->data(TimeRole).toDateTime());
+                                             clipping->data(TimeRole).toDateTime(), aboveEqual);
     m_index->expectOrderedInsert();
     insertRow(target, clipping);
 }

@@ -147,7 +147,7 @@ private:
     void makeThumbnail(const QUuid &id, const QString &fileName);
     void moveToOrderedRow(int row);
     // Inserts above the first row it goes above: pinned first, newest first.
-    void insertOrdered(QStandardItem *clipping);
+    void insertOrdered(QStandardItem *clipping, bool aboveEqual = false);
     QList<QStandardItem *> takeRows(QList<int> rows);
     void onSaveFinished(const QString &path, int result, bool tellSync);
 

@@ -581,35 +581,37 @@ QMap<QString, QString> SnippetItemModel::keywords() const
     return keywords;
 }
 
-QModelIndex SnippetItemModel::keywordPrefixClash(const QString &keyword,
-                                                 const QModelIndex &except) const
+QModelIndex
+SnippetItemModel::firstOtherKeyword(const QModelIndex &except,
+                                    const std::function<bool(const QString &)> &matches) const
 {
-    if (keyword.isEmpty())
-        return {};
     for (int row = 0; row < rowCount(); ++row) {
         const QStandardItem *group = item(row);
         for (int child = 0; child < group->rowCount(); ++child) {
             const QStandardItem *snippet = group->child(child);
-            const QString other = snippet->data(ExpanderRole).toString();
-            if (snippet->index() != except && !other.isEmpty() && other != keyword &&
-                (keyword.startsWith(other) || other.startsWith(keyword)))
+            const QString keyword = snippet->data(ExpanderRole).toString();
+            if (snippet->index() != except && !keyword.isEmpty() && matches(keyword))
                 return snippet->index();
         }
     }
     return {};
 }
 
+QModelIndex SnippetItemModel::keywordPrefixClash(const QString &keyword,
+                                                 const QModelIndex &except) const
+{
+    if (keyword.isEmpty())
+        return {};
+    return firstOtherKeyword(except, [&keyword](const QString &other) {
+        return other != keyword && (keyword.startsWith(other) || other.startsWith(keyword));
+    });
+}
+
 QString SnippetItemModel::keywordOwner(const QString &keyword, const QModelIndex &except) const
 {
     if (keyword.isEmpty())
         return {};
-    for (int row = 0; row < rowCount(); ++row) {
-        const QStandardItem *group = item(row);
-        for (int child = 0; child < group->rowCount(); ++child) {
-            const QStandardItem *snippet = group->child(child);
-            if (snippet->index() != except && snippet->data(ExpanderRole).toString() == keyword)
-                return snippet->text();
-        }
-    }
-    return {};
+    return firstOtherKeyword(except, [&keyword](const QString &other) { return other == keyword; })
+        .data()
+        .toString();
 }

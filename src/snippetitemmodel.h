@@ -95,6 +95,9 @@ private:
     void markEdited(QStandardItem *item);
     void recordRemoval(QStandardItem *item);
     int itemCount() const;
+    // The first snippet, other than except, whose keyword matches.
+    QModelIndex firstOtherKeyword(const QModelIndex &except,
+                                  const std::function<bool(const QString &)> &matches) const;
     void keepUnreadableFile(const QString &failure);
     bool mayReplaceFile() const;
 
