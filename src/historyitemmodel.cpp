@@ -584,8 +584,8 @@ void HistoryItemModel::load()
     qDebug().noquote() << "Read " << count << " history items from " << m_path;
     if (count < 0) {
         // The next save replaces the file; the copy keeps what the user had.
-        emit warning(UnreadableFile::keepAndDescribe(
-            m_path, tr("Failed to parse the clippings file: ") + m_path));
+        emit warning(
+            UnreadableFile::keep(m_path, tr("Failed to parse the clippings file: ") + m_path));
     }
 }
 

@@ -42,8 +42,6 @@ public:
     // To the second, as the history file keeps times: a clipping reads back exactly as it was,
     // and two computers order and hash the same history alike.
     QDateTime now() const;
-    // The time that ends a clipping (a removal, a clearing): now, and newer than its copy.
-    QDateTime laterThan(const QStandardItem *clipping) const;
 
     // A copied text or image; false when the merge refused it. Saved and handed to sync when
     // kept. pngBytes, when the clipboard offered them, are stored instead of encoding again.
@@ -129,6 +127,8 @@ private:
     bool addUrls(const QList<QUrl> &urls, const QPixmap &icon, const QString &application);
     bool accepts(const QStandardItem *item, const QString &shortText) const;
     int duplicateRow(const QStandardItem *item) const;
+    // The time that ends a clipping (a removal, a clearing): now, and newer than its copy.
+    QDateTime laterThan(const QStandardItem *clipping) const;
     // freshCopy: copied here just now; it goes on top of the copies of its own second.
     bool mergeItem(QStandardItem *item, bool freshCopy);
     // What a newer copy takes over from the row it replaces: html, pinned and locked.

@@ -142,7 +142,7 @@ SnippetItemModel::LoadResult SnippetItemModel::load(bool demoMode)
 void SnippetItemModel::keepUnreadableFile(const QString &failure)
 {
     m_fileUnreadable = true;
-    emit warning(UnreadableFile::keepAndDescribe(m_path, failure));
+    emit warning(UnreadableFile::keep(m_path, failure));
 }
 
 bool SnippetItemModel::mayReplaceFile() const

@@ -10,9 +10,7 @@ class UnreadableFile final
     Q_DECLARE_TR_FUNCTIONS(UnreadableFile)
 
 public:
-    // Copies path to "<path>.unreadable-yyyyMMdd-hhmmss" and returns the copy's path, or an
-    // empty string when no copy could be made.
-    static QString keep(const QString &path);
-    // What the user is told: failure, and where the file was kept when it was.
-    static QString keepAndDescribe(const QString &path, const QString &failure);
+    // Copies path to "<path>.unreadable-yyyyMMdd-hhmmss". Returns what the user is told: the
+    // failure, and where the file was kept when a copy could be made.
+    static QString keep(const QString &path, const QString &failure);
 };
