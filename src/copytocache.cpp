@@ -7,15 +7,29 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImageWriter>
+#include <QSaveFile>
 #include <QStandardPaths>
 
 namespace {
 
 // The format the file name's suffix names; PNG when it names none, as web addresses may.
-const char *formatFor(const QString &path)
+QByteArray formatFor(const QString &path)
 {
     const QByteArray suffix = QFileInfo(path).suffix().toLower().toLatin1();
-    return QImageWriter::supportedImageFormats().contains(suffix) ? nullptr : "PNG";
+    return QImageWriter::supportedImageFormats().contains(suffix) ? suffix : "PNG";
+}
+
+bool copyInto(QIODevice *target, const QString &sourcePath)
+{
+    QFile source(sourcePath);
+    if (!source.open(QIODevice::ReadOnly))
+        return false;
+    while (!source.atEnd()) {
+        const QByteArray chunk = source.read(1 << 20);
+        if (chunk.isEmpty() || target->write(chunk) != chunk.size())
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -41,21 +55,27 @@ QString CopyToCache::targetPath() const
     return folder + QDir::separator() + m_fileName;
 }
 
+bool CopyToCache::writeInto(QIODevice *file, const QString &target) const
+{
+    // An image copied in a browser comes with its web address: the image is what there is.
+    if (m_source.isLocalFile())
+        return copyInto(file, m_source.toLocalFile());
+    if (!m_bytes.isEmpty())
+        return file->write(m_bytes) == m_bytes.size();
+    return m_image.save(file, formatFor(target).constData());
+}
+
 void CopyToCache::run()
 {
     const QString target = targetPath();
-    // An image copied in a browser comes with its web address: the image is what there is.
-    if (m_source.isLocalFile()) {
-        if (!QFile::copy(m_source.toLocalFile(), target))
+    // The file appears under its name only when complete: the thumbnailer, the editor and sync
+    // read it as soon as it exists.
+    QSaveFile file(target);
+    if (!(file.open(QIODevice::WriteOnly) && writeInto(&file, target) && file.commit())) {
+        if (m_source.isLocalFile())
             qWarning() << "Failed to copy" << m_source.toLocalFile() << "to" << target;
-    } else if (!m_bytes.isEmpty()) {
-        QFile file(target);
-        if (file.open(QIODevice::WriteOnly))
-            file.write(m_bytes);
         else
-            qWarning() << "Failed to create" << target;
-    } else if (!m_image.save(target, formatFor(target))) {
-        qWarning() << "Failed to save the file" << target;
+            qWarning() << "Failed to save the file" << target;
     }
     emit done();
 }

@@ -26,6 +26,7 @@ signals:
 
 private:
     QString targetPath() const;
+    bool writeInto(QIODevice *file, const QString &target) const;
 
     QImage m_image;
     QByteArray m_bytes;
