@@ -15,6 +15,8 @@ packages=(
     x11-xkb-utils
     # running without a display, and the desktop tests
     xvfb xauth jwm x11-utils xdotool dbus
+    # third-party terminals the paste and expansion tests type into
+    xterm xfce4-terminal
     # the Windows build path: cross compiler and Wine to run its tests
     g++-mingw-w64-x86-64-posix wine wine64
     # the package and its metadata checks

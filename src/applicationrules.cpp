@@ -39,20 +39,30 @@ QHash<QString, int> ApplicationRules::delays()
     return delays;
 }
 
+PasteKeys::Key ApplicationRules::pasteKey(const QString &application)
+{
+    const QVariantMap chosen = QSettings().value(SettingsKey::PasteKeyApplications).toMap();
+    return PasteKeys::fromName(chosen.value(application).toString());
+}
+
 QList<ApplicationRules::Application> ApplicationRules::load()
 {
     std::array<QSet<QString>, RuleCount> lists;
     for (int rule = 0; rule < RuleCount; ++rule)
         lists[rule] = names(Rule(rule));
     const QHash<QString, int> delayed = delays();
+    const QVariantMap pasteKeys = QSettings().value(SettingsKey::PasteKeyApplications).toMap();
 
     QList<Application> applications;
     const QVariantMap known = QSettings().value(SettingsKey::Applications).toMap();
     for (auto entry = known.constBegin(); entry != known.constEnd(); ++entry) {
-        Application application{entry.key(), entry.value().value<QPixmap>(), {}, 0};
+        Application application;
+        application.name = entry.key();
+        application.icon = entry.value().value<QPixmap>();
         for (int rule = 0; rule < RuleCount; ++rule)
             application.rules[rule] = lists[rule].contains(application.name);
         application.delay = delayed.value(application.name, 0);
+        application.pasteKey = PasteKeys::fromName(pasteKeys.value(application.name).toString());
         applications.append(application);
     }
     return applications;
@@ -70,13 +80,17 @@ QList<QPair<QString, QVariant>> ApplicationRules::entries(const QList<Applicatio
         entries.append({key(Rule(rule)), names});
     }
     QVariantMap delayed;
+    QVariantMap pasteKeys;
     QVariantMap known;
     for (const Application &application : applications) {
         if (application.delay >= 1)
             delayed.insert(application.name, application.delay);
+        if (application.pasteKey != PasteKeys::Automatic)
+            pasteKeys.insert(application.name, PasteKeys::name(application.pasteKey));
         known.insert(application.name, application.icon);
     }
     entries.append({QString::fromLatin1(SettingsKey::DelayedApplications), delayed});
+    entries.append({QString::fromLatin1(SettingsKey::PasteKeyApplications), pasteKeys});
     entries.append({QString::fromLatin1(SettingsKey::Applications), known});
     return entries;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pastekeys.h"
+
 #include <QHash>
 #include <QList>
 #include <QPair>
@@ -24,6 +26,7 @@ public:
         QPixmap icon;
         std::array<bool, RuleCount> rules{};
         int delay = 0; // milliseconds; 0 means no delay
+        PasteKeys::Key pasteKey = PasteKeys::Automatic;
     };
 
     // The settings key of a rule's list.
@@ -32,11 +35,14 @@ public:
     static QSet<QString> names(Rule rule);
     // Expansion delays of the applications that have one.
     static QHash<QString, int> delays();
+    // The keys the user chose to paste with in an application; Automatic when none.
+    static PasteKeys::Key pasteKey(const QString &application);
 
     // Every application seen as a clipboard source, with its rules.
     static QList<Application> load();
     // The keys that save() writes, in the order it writes them: the five lists, the delays,
-    // then the applications themselves (so one removed from the list loses its entry).
+    // the paste keys, then the applications themselves (so one removed from the list loses its
+    // entry).
     static QList<QPair<QString, QVariant>> entries(const QList<Application> &applications);
     static void save(const QList<Application> &applications);
 

@@ -2,14 +2,16 @@
 
 #include "delaydialog.h"
 
+#include <QActionGroup>
 #include <QContextMenuEvent>
 #include <QMenu>
 
 namespace {
 
-// Item data of a row: one flag per rule, then the delay.
+// Item data of a row: one flag per rule, then the delay and the paste keys.
 constexpr int RuleRole = Qt::UserRole;
 constexpr int DelayRole = Qt::UserRole + ApplicationRules::RuleCount;
+constexpr int PasteKeyRole = DelayRole + 1;
 // What the list proposes when a delay is set for the first time.
 constexpr int ProposedDelay = 100;
 
@@ -51,6 +53,7 @@ QListWidgetItem *ApplicationsList::addApplication(const ApplicationRules::Applic
     for (int rule = 0; rule < ApplicationRules::RuleCount; ++rule)
         row->setData(RuleRole + rule, application.rules[rule]);
     row->setData(DelayRole, application.delay);
+    row->setData(PasteKeyRole, application.pasteKey);
     return row;
 }
 
@@ -65,6 +68,7 @@ QList<ApplicationRules::Application> ApplicationsList::applications() const
         for (int rule = 0; rule < ApplicationRules::RuleCount; ++rule)
             application.rules[rule] = entry->data(RuleRole + rule).toBool();
         application.delay = entry->data(DelayRole).toInt();
+        application.pasteKey = pasteKey(row);
         applications.append(application);
     }
     return applications;
@@ -92,6 +96,17 @@ void ApplicationsList::setDelay(int row, int milliseconds)
         item(row)->setData(DelayRole, qMax(0, milliseconds));
 }
 
+PasteKeys::Key ApplicationsList::pasteKey(int row) const
+{
+    return item(row) ? PasteKeys::Key(item(row)->data(PasteKeyRole).toInt()) : PasteKeys::Automatic;
+}
+
+void ApplicationsList::setPasteKey(int row, PasteKeys::Key key)
+{
+    if (item(row))
+        item(row)->setData(PasteKeyRole, key);
+}
+
 void ApplicationsList::fillMenu(QMenu *menu, int row, const QStringList &texts)
 {
     for (int rule = 0; rule < ApplicationRules::RuleCount; ++rule) {
@@ -108,6 +123,30 @@ void ApplicationsList::fillMenu(QMenu *menu, int row, const QStringList &texts)
     delayAction->setChecked(delay(row) > 0);
     delayAction->setEnabled(row >= 0);
     connect(delayAction, &QAction::triggered, this, [this, row] { editDelay(row); });
+    addPasteKeyMenu(menu, row);
+}
+
+void ApplicationsList::addPasteKeyMenu(QMenu *menu, int row)
+{
+    // Terminals are known by their window class; a program the list of terminals misses, or
+    // one with keys of its own, gets its keys here.
+    QMenu *keys = menu->addMenu(tr("Paste with"));
+    keys->setEnabled(row >= 0);
+    auto *group = new QActionGroup(keys);
+    const QList<QPair<PasteKeys::Key, QString>> choices{
+        {PasteKeys::Automatic, tr("Automatic (Shift+Insert in terminals, else Ctrl+V)")},
+        {PasteKeys::ControlV, PasteKeys::name(PasteKeys::ControlV)},
+        {PasteKeys::ShiftInsert, PasteKeys::name(PasteKeys::ShiftInsert)},
+        {PasteKeys::ControlShiftV, PasteKeys::name(PasteKeys::ControlShiftV)},
+    };
+    for (const auto &[key, text] : choices) {
+        QAction *action = keys->addAction(text);
+        action->setCheckable(true);
+        action->setChecked(pasteKey(row) == key);
+        group->addAction(action);
+        connect(action, &QAction::triggered, this,
+                [this, row, key = key] { setPasteKey(row, key); });
+    }
 }
 
 QMenu *ApplicationsList::createContextMenu(int row, QWidget *parent)

@@ -23,6 +23,8 @@ public:
     void setRule(int row, ApplicationRules::Rule rule, bool on);
     int delay(int row) const;
     void setDelay(int row, int milliseconds);
+    PasteKeys::Key pasteKey(int row) const;
+    void setPasteKey(int row, PasteKeys::Key key);
 
     // The rule commands for the current row under the long texts of the row's own menu.
     QMenu *createContextMenu(int row, QWidget *parent);
@@ -39,6 +41,7 @@ protected:
 private:
     QListWidgetItem *addApplication(const ApplicationRules::Application &application);
     void fillMenu(QMenu *menu, int row, const QStringList &texts);
+    void addPasteKeyMenu(QMenu *menu, int row);
     void updateActionMenu();
 
     QMenu *m_actionMenu;

@@ -1,5 +1,6 @@
 #include "clipboardops.h"
 
+#include "applicationrules.h"
 #include "clipboardmarks.h"
 #include "clipping.h"
 #include "keysender.h"
@@ -93,6 +94,49 @@ QString programName()
     return QFileInfo(QCoreApplication::applicationFilePath()).fileName();
 }
 
+// The keys that paste in the window in front: the user's choice for its application, else
+// those of its kind.
+PasteKeys::Key pasteKeyHere()
+{
+    IDesktop *desktop = Platform::desktop();
+    return PasteKeys::resolve(ApplicationRules::pasteKey(desktop->foregroundApplicationName()),
+                              desktop->foregroundWindowClass());
+}
+
+// Shift+Insert inserts the primary selection in X11 terminals: it holds the clipboard's text
+// for the paste, and what the user had selected comes back afterwards for a middle click.
+void lendClipboardToSelection()
+{
+    if (!clipboard()->supportsSelection())
+        return;
+    const QString selected = clipboard()->text(QClipboard::Selection);
+    auto *data = new QMimeData;
+    data->setText(clipboard()->text());
+    ClipboardMarks::setOwner(data, programName());
+    ClipboardMarks::markPrivate(data);
+    clipboard()->setMimeData(data, QClipboard::Selection);
+    QTimer::singleShot(500, QCoreApplication::instance(), [selected] {
+        if (!selected.isEmpty())
+            clipboard()->setText(selected, QClipboard::Selection);
+    });
+}
+
+void tapPasteKey(PasteKeys::Key key)
+{
+    switch (key) {
+    case PasteKeys::ShiftInsert:
+        lendClipboardToSelection();
+        KeySender::tapKey(VirtualKey::Insert, KeyModifier::Shift);
+        break;
+    case PasteKeys::ControlShiftV:
+        KeySender::tapCharacter(QLatin1Char('v'), KeyModifier::Control | KeyModifier::Shift);
+        break;
+    default:
+        KeySender::tapCharacter(QLatin1Char('v'), KeyModifier::Control);
+        break;
+    }
+}
+
 } // namespace
 
 namespace ClipboardOps {
@@ -163,7 +207,7 @@ void paste()
     sendModifiers(held, false);
     // The user may still hold the global shortcut: give the keys back as they were.
     QTimer::singleShot(100, QCoreApplication::instance(), [held] { sendModifiers(held, true); });
-    KeySender::tapCharacter(QLatin1Char('v'), KeyModifier::Control);
+    tapPasteKey(pasteKeyHere());
 }
 
 void pastePlainText()

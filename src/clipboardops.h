@@ -30,7 +30,8 @@ void setClipboardText(const QString &text);
 QMimeData *saveClipboard();
 // Puts the saved content back after 500 ms, once the paste has been read.
 void restoreClipboardLater(QMimeData *saved);
-// Ctrl+V into the focused application. Modifiers the user still holds (from the global
+// The paste keys into the focused application: Ctrl+V, Shift+Insert in terminals, or what
+// the user chose for the application. Modifiers the user still holds (from the global
 // shortcut) are released first and pressed again 100 ms later.
 void paste();
 // Pastes the clipboard's text without formatting, then puts the clipboard back after 500 ms.

@@ -1,5 +1,8 @@
 #include "globalshortcuts.h"
 
+#include "pastekeys.h"
+#include "platform.h"
+#include "platform/idesktop.h"
 #include "qhotkey.h"
 #include "settings.h"
 #include "settingsevents.h"
@@ -14,6 +17,17 @@ GlobalShortcuts::GlobalShortcuts(QObject *parent)
     connect(m_plainText, &QHotkey::activated, this, &GlobalShortcuts::plainTextActivated);
     connect(m_pasteNext, &QHotkey::activated, this, &GlobalShortcuts::pasteNextActivated);
     connect(SettingsEvents::instance(), &SettingsEvents::changed, this, &GlobalShortcuts::apply);
+    connect(Platform::desktop(), &IDesktop::foregroundWindowChanged, this,
+            &GlobalShortcuts::followForeground);
+    apply();
+}
+
+void GlobalShortcuts::followForeground()
+{
+    const bool terminal = PasteKeys::isTerminal(Platform::desktop()->foregroundWindowClass());
+    if (terminal == m_terminalInFront)
+        return;
+    m_terminalInFront = terminal;
     apply();
 }
 
@@ -27,11 +41,13 @@ void GlobalShortcuts::apply()
 void GlobalShortcuts::applyOne(QHotkey *hotkey, const char *key)
 {
     const QString text = Settings::value(QLatin1String(key)).toString();
-    if (text.isEmpty()) {
+    const QKeySequence sequence = QKeySequence::fromString(text);
+    const bool terminalKeys =
+        m_terminalInFront && sequence == QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_V);
+    if (text.isEmpty() || terminalKeys) {
         hotkey->setRegistered(false);
         return;
     }
-    const QKeySequence sequence = QKeySequence::fromString(text);
     if (hotkey->isRegistered() && hotkey->shortcut() == sequence)
         return;
     if (hotkey->setShortcut(sequence, true))

@@ -6,6 +6,8 @@ class QHotkey;
 
 // The program's own system-wide shortcuts, as the settings name them: open the paste window,
 // paste as plain text, paste the next history item. Applied again whenever settings change.
+// Ctrl+Shift+V is how Linux terminals paste: while a terminal is in front, a shortcut on
+// those keys is left to it.
 class GlobalShortcuts final : public QObject
 {
     Q_OBJECT
@@ -25,9 +27,11 @@ signals:
     void pasteNextActivated();
 
 private:
-    static void applyOne(QHotkey *hotkey, const char *key);
+    void applyOne(QHotkey *hotkey, const char *key);
+    void followForeground();
 
     QHotkey *m_main;
     QHotkey *m_plainText;
     QHotkey *m_pasteNext;
+    bool m_terminalInFront = false;
 };

@@ -45,6 +45,7 @@ QList<QPair<QString, QVariant>> Settings::firstRunDefaults()
         {FormattingOnlyApplications, emptyList},
         {NoExpandApplications, emptyList},
         {DelayedApplications, emptyMap},
+        {PasteKeyApplications, emptyMap},
         {RequireSpace, false},
         {Shortcut, QStringLiteral("CTRL+SHIFT+V")},
         {ShortcutPlainText, none},

@@ -24,6 +24,8 @@ inline constexpr char TextOnlyApplications[] = "TextOnlyApplications";
 inline constexpr char FormattingOnlyApplications[] = "FormattingOnlyApplications";
 inline constexpr char NoExpandApplications[] = "NoExpandApplications";
 inline constexpr char DelayedApplications[] = "DelayedApplications";
+// Map of executable name to the keys that paste there ("Shift+Insert"); absent means automatic.
+inline constexpr char PasteKeyApplications[] = "PasteKeyApplications";
 inline constexpr char RequireSpace[] = "RequireSpace";
 inline constexpr char Shortcut[] = "Shortcut";
 inline constexpr char ShortcutPlainText[] = "ShortcutPlainText";

@@ -103,8 +103,11 @@ QWidget *SettingsDialog::createShortcutsPage()
                    CustomKeySequenceEdit::withClearButton(m_shortcutPlainText));
     layout->addRow(tr("Paste the next item:"),
                    CustomKeySequenceEdit::withClearButton(m_shortcutPasteNext));
-    auto *hint =
-        new QLabel(tr("Snippets and actions get their own shortcuts on their pages."), page);
+    auto *hint = new QLabel(tr("Snippets and actions get their own shortcuts on their pages. Linux "
+                               "terminals keep Ctrl+Shift+V for their own paste: to open the paste "
+                               "window there, choose other keys."),
+                            page);
+    hint->setWordWrap(true);
     hint->setEnabled(false);
     layout->addRow(hint);
     return page;

@@ -68,7 +68,8 @@ void TestApplicationRules::savedInOrderAndWithoutZeroDelays()
     ApplicationRules::Application notepad{QStringLiteral("notepad.exe"), icon(Qt::red), {}, 0};
     notepad.rules[ApplicationRules::Excluded] = true;
     notepad.rules[ApplicationRules::NoExpand] = true;
-    ApplicationRules::Application shouting{QStringLiteral("NOTEPAD.EXE"), icon(Qt::blue), {}, 250};
+    ApplicationRules::Application shouting{
+        QStringLiteral("NOTEPAD.EXE"), icon(Qt::blue), {}, 250, PasteKeys::ShiftInsert};
     shouting.rules[ApplicationRules::TextOnly] = true;
     shouting.rules[ApplicationRules::FormattingOnly] = true;
     const ApplicationRules::Application noDelay{QStringLiteral("term.exe"), icon(Qt::green), {}, 0};
@@ -83,7 +84,7 @@ void TestApplicationRules::savedInOrderAndWithoutZeroDelays()
                      QStringLiteral("TextOnlyApplications"),
                      QStringLiteral("FormattingOnlyApplications"),
                      QStringLiteral("NoExpandApplications"), QStringLiteral("DelayedApplications"),
-                     QStringLiteral("Applications")}));
+                     QStringLiteral("PasteKeyApplications"), QStringLiteral("Applications")}));
 
     ApplicationRules::save({notepad, shouting, noDelay});
     QSettings settings;
@@ -95,6 +96,10 @@ void TestApplicationRules::savedInOrderAndWithoutZeroDelays()
     const QVariantMap delays = settings.value(SettingsKey::DelayedApplications).toMap();
     QCOMPARE(delays.keys(), QStringList(QStringLiteral("NOTEPAD.EXE")));
     QCOMPARE(delays.value(QStringLiteral("NOTEPAD.EXE")).toInt(), 250);
+    QCOMPARE(settings.value(SettingsKey::PasteKeyApplications).toMap(),
+             (QVariantMap{{QStringLiteral("NOTEPAD.EXE"), QStringLiteral("Shift+Insert")}}));
+    QCOMPARE(ApplicationRules::pasteKey(QStringLiteral("NOTEPAD.EXE")), PasteKeys::ShiftInsert);
+    QCOMPARE(ApplicationRules::pasteKey(QStringLiteral("notepad.exe")), PasteKeys::Automatic);
     QCOMPARE(settings.value(SettingsKey::Applications).toMap().size(), 3);
     QCOMPARE(ApplicationRules::names(ApplicationRules::NoExpand),
              QSet<QString>{QStringLiteral("notepad.exe")});
@@ -117,26 +122,33 @@ void TestApplicationRules::listShowsAndChangesTheRules()
     QCOMPARE(list.delay(1), 300);
 
     QMenu *context = list.createContextMenu(1, &list);
-    QCOMPARE(actionTexts(context),
-             (QStringList{QStringLiteral("Don't add copied items to history"),
-                          QStringLiteral("Never copy images to clipboard"),
-                          QStringLiteral("Always copy as plain text only"),
-                          QStringLiteral("Clear style from text"),
-                          QStringLiteral("Do not expand keywords"),
-                          QStringLiteral("Delay text expansion for 300 ms")}));
+    QCOMPARE(actionTexts(context), (QStringList{QStringLiteral("Don't add copied items to history"),
+                                                QStringLiteral("Never copy images to clipboard"),
+                                                QStringLiteral("Always copy as plain text only"),
+                                                QStringLiteral("Clear style from text"),
+                                                QStringLiteral("Do not expand keywords"),
+                                                QStringLiteral("Delay text expansion for 300 ms"),
+                                                QStringLiteral("Paste with")}));
     QVERIFY(context->actions().at(5)->isChecked());
     QVERIFY(!context->actions().at(0)->isChecked());
     context->actions().at(0)->trigger(); // exclude paint.exe
     QVERIFY(list.hasRule(1, ApplicationRules::Excluded));
+    // One choice of keys at a time; automatic until one is made.
+    const QList<QAction *> keys = context->actions().at(6)->menu()->actions();
+    QCOMPARE(keys.size(), 4);
+    QVERIFY(keys.at(0)->isChecked());
+    keys.at(3)->trigger();
+    QVERIFY(keys.at(3)->isChecked() && !keys.at(0)->isChecked());
+    QCOMPARE(list.pasteKey(1), PasteKeys::ControlShiftV);
 
     list.setCurrentRow(0);
     emit list.actionMenu()->aboutToShow();
-    QCOMPARE(
-        actionTexts(list.actionMenu()),
-        (QStringList{QStringLiteral("Exclude from history"), QStringLiteral("Ignore images"),
-                     QStringLiteral("Plain text only"), QStringLiteral("Clear style"),
-                     QStringLiteral("Don't expand keywords"),
-                     QStringLiteral("Set text expansion delay..."), QStringLiteral("Remove")}));
+    QCOMPARE(actionTexts(list.actionMenu()),
+             (QStringList{QStringLiteral("Exclude from history"), QStringLiteral("Ignore images"),
+                          QStringLiteral("Plain text only"), QStringLiteral("Clear style"),
+                          QStringLiteral("Don't expand keywords"),
+                          QStringLiteral("Set text expansion delay..."),
+                          QStringLiteral("Paste with"), QStringLiteral("Remove")}));
     QVERIFY(list.actionMenu()->actions().at(1)->isChecked()); // mail.exe ignores images
     list.actionMenu()->actions().at(1)->trigger();
     QVERIFY(!list.hasRule(0, ApplicationRules::NoImages));
@@ -144,6 +156,9 @@ void TestApplicationRules::listShowsAndChangesTheRules()
     list.save();
     QCOMPARE(ApplicationRules::names(ApplicationRules::Excluded),
              QSet<QString>{QStringLiteral("paint.exe")});
+    QCOMPARE(ApplicationRules::pasteKey(QStringLiteral("paint.exe")), PasteKeys::ControlShiftV);
+    list.load();
+    QCOMPARE(list.pasteKey(1), PasteKeys::ControlShiftV);
     QVERIFY(ApplicationRules::names(ApplicationRules::NoImages).isEmpty());
 }
 

@@ -4,6 +4,7 @@
 #include "clipping.h"
 #include "htmlcleanup.h"
 #include "platform.h"
+#include "settings.h"
 #include "support/fakedesktop.h"
 #include "support/testprofile.h"
 
@@ -13,6 +14,7 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QMimeData>
+#include <QSettings>
 #include <QStandardItemModel>
 #include <QTest>
 
@@ -24,6 +26,8 @@ private slots:
     void initTestCase();
     void init();
     void pasteReleasesHeldModifiersAndPressesThemAgain();
+    void pasteKeysSuitTheWindow_data();
+    void pasteKeysSuitTheWindow();
     void secondDelayedPasteIsRefused();
     void delayedPasteWithCursorMovesAfterThePaste();
     void moveCursorSelectsBackwards();
@@ -54,6 +58,7 @@ void TestClipboardOps::init()
 {
     m_desktop->events.clear();
     m_desktop->held = Qt::NoModifier;
+    m_desktop->foregroundClass.clear();
     m_model.clear();
 }
 
@@ -66,6 +71,42 @@ void TestClipboardOps::pasteReleasesHeldModifiersAndPressesThemAgain()
     QCOMPARE(m_desktop->events.size(), 6);
     QTRY_COMPARE(m_desktop->keyLog(),
                  QStringLiteral("-Shift -Ctrl +Ctrl +V -Ctrl -V +Shift +Ctrl"));
+}
+
+void TestClipboardOps::pasteKeysSuitTheWindow_data()
+{
+    QTest::addColumn<QString>("windowClass");
+    QTest::addColumn<QString>("chosen");
+    QTest::addColumn<QString>("keys");
+    const QString controlV = QStringLiteral("+Ctrl +V -Ctrl -V");
+    const QString shiftInsert = QStringLiteral("+Shift +Insert -Shift -Insert");
+    QTest::newRow("editor") << "Mousepad" << QString() << controlV;
+    QTest::newRow("unknown window") << QString() << QString() << controlV;
+    QTest::newRow("xterm") << "XTerm" << QString() << shiftInsert;
+    QTest::newRow("class in other case") << "xfce4-terminal" << QString() << shiftInsert;
+    QTest::newRow("Windows console") << "ConsoleWindowClass" << QString() << shiftInsert;
+    QTest::newRow("chosen over the terminal's") << "XTerm"
+                                                << "Ctrl+V" << controlV;
+    QTest::newRow("chosen for an editor")
+        << "Emacs"
+        << "Ctrl+Shift+V" << QStringLiteral("+Ctrl +Shift +V -Ctrl -Shift -V");
+    QTest::newRow("unknown choice") << "XTerm"
+                                    << "Alt+P" << shiftInsert;
+}
+
+void TestClipboardOps::pasteKeysSuitTheWindow()
+{
+    QFETCH(QString, windowClass);
+    QFETCH(QString, chosen);
+    QFETCH(QString, keys);
+    m_desktop->foregroundName = QStringLiteral("program");
+    m_desktop->foregroundClass = windowClass;
+    QVariantMap choices;
+    if (!chosen.isEmpty())
+        choices.insert(QStringLiteral("program"), chosen);
+    QSettings().setValue(SettingsKey::PasteKeyApplications, choices);
+    ClipboardOps::paste();
+    QCOMPARE(m_desktop->keyLog(), keys);
 }
 
 void TestClipboardOps::secondDelayedPasteIsRefused()

@@ -37,6 +37,9 @@ public:
     virtual QString foregroundApplicationName() = 0;
     // Its window icon at the size the system has it; null when it has none.
     virtual QImage foregroundApplicationIcon() = 0;
+    // The class of the foreground window (WM_CLASS on X11, the window class on Windows), which
+    // tells terminals from other programs; empty if unknown.
+    virtual QString foregroundWindowClass() = 0;
     // Changes whenever the clipboard gets new content, from any program; comparing two
     // readings tells whether the clipboard changed in between.
     virtual quint64 clipboardChangeCount() = 0;
@@ -57,6 +60,8 @@ signals:
     void keyPressed(quint32 virtualKey, const QString &text);
     // A left, right or middle button went down, or the wheel turned.
     void mouseButtonPressed();
+    // Another window came to the front. Only back ends that follow the foreground emit it.
+    void foregroundWindowChanged();
 };
 
 // Made by the platform back end that CMake builds in.

@@ -18,6 +18,8 @@ QString keyName(quint8 virtualKey)
         return QStringLiteral("Win");
     case VirtualKey::Left:
         return QStringLiteral("Left");
+    case VirtualKey::Insert:
+        return QStringLiteral("Insert");
     default:
         break;
     }

@@ -37,6 +37,7 @@ public:
     Qt::KeyboardModifiers heldModifiers() const override { return held; }
     QString foregroundApplicationName() override { return foregroundName; }
     QImage foregroundApplicationIcon() override { return foregroundIcon; }
+    QString foregroundWindowClass() override { return foregroundClass; }
     // With clipboardChangesWhileRead, every reading differs from the one before, as if the
     // clipboard changed each time it was read.
     quint64 clipboardChangeCount() override
@@ -59,6 +60,7 @@ public:
     bool refuseHooks = false;
     Qt::KeyboardModifiers held;
     QString foregroundName;
+    QString foregroundClass;
     quint64 focusedWindow = 0;
     QList<quint64> activatedWindows;
     QImage foregroundIcon;

@@ -267,6 +267,8 @@ void foregroundApplicationAndIcon()
     SetForegroundWindow(window);
     pump(200);
     CHECK(Win32Foreground::applicationName(window) == "testwin32desktop.exe");
+    CHECK(Win32Foreground::windowClass(window) == L"Static");
+    CHECK(Win32Foreground::windowClass(nullptr).empty());
     CHECK(Win32Foreground::processName(GetCurrentProcessId()) == "testwin32desktop.exe");
     CHECK(Win32Foreground::processName(0xFFFFFFF0u).empty());
     const Win32Foreground::Icon found = Win32Foreground::applicationIcon(window);

@@ -6,6 +6,7 @@
 #include "platform/idesktop.h"
 #include "settings.h"
 #include "support/targetwindow.h"
+#include "support/terminalwindow.h"
 #include "support/testprofile.h"
 
 #include <QClipboard>
@@ -44,6 +45,8 @@ private slots:
     void clippingPlaceholderAndTheClipboardComesBack();
     void noExpandAndDelayedApplications();
     void neverInsideItsOwnWindows();
+    void expandsInTerminals_data();
+    void expandsInTerminals();
 
 private:
     void useSettings(bool requireSpace, const QStringList &noExpand = {},
@@ -193,6 +196,31 @@ void TestExpansion::neverInsideItsOwnWindows()
     QVERIFY(type(QStringLiteral("::brb")));
     QTest::qWait(400);
     QCOMPARE(keywordField.text(), QStringLiteral("::brb"));
+}
+
+void TestExpansion::expandsInTerminals_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::newRow("xterm") << QStringLiteral("xterm");
+    QTest::newRow("VTE") << QStringLiteral("xfce4-terminal");
+}
+
+void TestExpansion::expandsInTerminals()
+{
+    // Ctrl+V reaches a terminal's shell as a control character, and the snippet is lost.
+    QFETCH(QString, program);
+    if (!TerminalWindow::isInstalled(program))
+        QSKIP(qPrintable(program + QStringLiteral(" is not installed")));
+    TerminalWindow terminal;
+    QVERIFY2(terminal.start(program), qPrintable(terminal.error()));
+    emit m_input->keywordBreakerTyped();
+    QGuiApplication::clipboard()->setText(QStringLiteral("the user's own"));
+    QVERIFY(type(QStringLiteral("ab ::brb")));
+    QTRY_COMPARE_WITH_TIMEOUT(QGuiApplication::clipboard()->text(),
+                              QStringLiteral("the user's own"), 5000);
+    QTest::qWait(600); // the primary selection's return
+    QVERIFY(press(QStringLiteral("Return")));
+    QTRY_COMPARE_WITH_TIMEOUT(terminal.received(), QStringLiteral("ab Be right back.\n"), 5000);
 }
 
 QTEST_MAIN(TestExpansion)

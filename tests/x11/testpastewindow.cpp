@@ -4,6 +4,7 @@
 #include "snippetitemmodel.h"
 #include "support/appprocess.h"
 #include "support/targetwindow.h"
+#include "support/terminalwindow.h"
 #include "support/testprofile.h"
 
 #include <QClipboard>
@@ -51,10 +52,14 @@ private slots:
     void snippetLandsWithItsCaret();
     void typeTextTypesIntoTheEditor();
     void pastedImageIsNotRecordedAgain();
+    void terminalsKeepTheirKeysAndGetThePaste_data();
+    void terminalsKeepTheirKeysAndGetThePaste();
 
 private:
+    // (Re)starts the program when its paste window shortcut is to change.
+    void startVelmorin(const QString &shortcut);
     // Opens the window over the editor with its shortcut; the visible window's id.
-    QString open();
+    QString open(const QString &shortcut = QStringLiteral("ctrl+shift+v"));
     bool isOpen();
     QStringList historyTexts() const;
     QList<QUuid> historyIds() const;
@@ -64,6 +69,7 @@ private:
     TargetWindow m_editor;
     AppProcess *m_velmorin = nullptr;
     QString m_historyPath;
+    QString m_shortcut;
 };
 
 void TestPasteWindow::initTestCase()
@@ -81,13 +87,26 @@ void TestPasteWindow::initTestCase()
     m_historyPath = m_profile.path(QStringLiteral("data/Velmorin/Velmorin/History.json"));
     if (!m_editor.start())
         QSKIP(qPrintable(m_editor.error()));
-    m_velmorin = new AppProcess(QStringLiteral(VELMORIN_BINARY), m_profile, this);
-    m_velmorin->setEnvironmentValue(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-    m_velmorin->start();
-    QVERIFY(m_velmorin->waitForOutput(QStringLiteral("Registered hotkey Ctrl+Shift+V")));
+    startVelmorin(QStringLiteral("Ctrl+Shift+V"));
     for (const QString &text : {QStringLiteral("alpha first"), QStringLiteral("foo bar baz"),
                                 QStringLiteral("second newest"), QStringLiteral("newest item")})
         copy(text);
+}
+
+void TestPasteWindow::startVelmorin(const QString &shortcut)
+{
+    if (m_shortcut == shortcut)
+        return;
+    m_shortcut = shortcut;
+    if (m_velmorin) {
+        m_velmorin->terminate();
+        delete m_velmorin;
+    }
+    m_profile.setSetting(QStringLiteral("Shortcut"), shortcut);
+    m_velmorin = new AppProcess(QStringLiteral(VELMORIN_BINARY), m_profile, this);
+    m_velmorin->setEnvironmentValue(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    m_velmorin->start();
+    QVERIFY(m_velmorin->waitForOutput(QStringLiteral("Registered hotkey ") + shortcut));
 }
 
 void TestPasteWindow::cleanupTestCase()
@@ -142,10 +161,9 @@ bool TestPasteWindow::isOpen()
                                   QStringLiteral("--name"), QStringLiteral("^Velmorin$")});
 }
 
-QString TestPasteWindow::open()
+QString TestPasteWindow::open(const QString &shortcut)
 {
-    if (!press({QStringLiteral("ctrl+shift+v")}) ||
-        !QTest::qWaitFor([&] { return isOpen(); }, 10000))
+    if (!press({shortcut}) || !QTest::qWaitFor([&] { return isOpen(); }, 10000))
         return {};
     QString active;
     // Shown is not yet focused: keys must reach the paste window, not the editor.
@@ -240,6 +258,49 @@ void TestPasteWindow::pastedImageIsNotRecordedAgain()
         QCOMPARE(historyIds().value(0), image);
     }
     QCOMPARE(images.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1);
+}
+
+void TestPasteWindow::terminalsKeepTheirKeysAndGetThePaste_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<bool>("pastesWithControlShiftV");
+    QTest::newRow("VTE") << QStringLiteral("xfce4-terminal") << true;
+    QTest::newRow("xterm") << QStringLiteral("xterm") << false;
+}
+
+void TestPasteWindow::terminalsKeepTheirKeysAndGetThePaste()
+{
+    QFETCH(QString, program);
+    QFETCH(bool, pastesWithControlShiftV);
+    if (!TerminalWindow::isInstalled(program))
+        QSKIP(qPrintable(program + QStringLiteral(" is not installed")));
+    TerminalWindow terminal;
+    QVERIFY2(terminal.start(program), qPrintable(terminal.error()));
+    QString expected;
+    if (pastesWithControlShiftV) {
+        // The program's Ctrl+Shift+V is left to the terminal while it is in front.
+        startVelmorin(QStringLiteral("Ctrl+Shift+V"));
+        QVERIFY(terminal.activate());
+        QGuiApplication::clipboard()->setText(QStringLiteral("pasted by the terminal"));
+        QVERIFY(press({QStringLiteral("ctrl+shift+v")}));
+        QTest::qWait(500); // the terminal asks this process for the clipboard
+        QVERIFY(!isOpen());
+        QVERIFY(press({QStringLiteral("Return")}));
+        expected = QStringLiteral("pasted by the terminal\n");
+        QTRY_COMPARE_WITH_TIMEOUT(terminal.received(), expected, 5000);
+    }
+    // With other keys the window opens over the terminal and pastes into it.
+    startVelmorin(QStringLiteral("Ctrl+Alt+V"));
+    QVERIFY(terminal.activate());
+    QVERIFY(!open(QStringLiteral("ctrl+alt+v")).isEmpty());
+    QVERIFY(TargetWindow::xdotool({QStringLiteral("type"), QStringLiteral("--delay"),
+                                   QStringLiteral("40"), QStringLiteral("foo")}));
+    QVERIFY(press({QStringLiteral("Return")}));
+    QTRY_VERIFY(!isOpen());
+    QTest::qWait(600);
+    QVERIFY(press({QStringLiteral("Return")}));
+    expected += QStringLiteral("foo bar baz\n");
+    QTRY_COMPARE_WITH_TIMEOUT(terminal.received(), expected, 5000);
 }
 
 QTEST_MAIN(TestPasteWindow)

@@ -108,6 +108,11 @@ QString WinDesktop::foregroundApplicationName()
     return QString::fromLocal8Bit(Win32Foreground::applicationName());
 }
 
+QString WinDesktop::foregroundWindowClass()
+{
+    return QString::fromStdWString(Win32Foreground::windowClass(GetForegroundWindow()));
+}
+
 QImage WinDesktop::foregroundApplicationIcon()
 {
     const Win32Foreground::Icon icon = Win32Foreground::applicationIcon();

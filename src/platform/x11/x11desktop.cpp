@@ -2,6 +2,7 @@
 
 #include "../virtualkeys.h"
 #include "x11clipboardwatch.h"
+#include "x11foregroundwatch.h"
 #include "x11inputobserver.h"
 #include "x11keycodes.h"
 
@@ -22,6 +23,7 @@
 #include <X11/XKBlib.h>
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
+#include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
 
@@ -61,24 +63,46 @@ QVector<unsigned long> cardinals(Display *display, Window window, const char *pr
     return values;
 }
 
+Window parentOf(Display *display, Window window)
+{
+    Window root = 0;
+    Window parent = 0;
+    Window *children = nullptr;
+    unsigned int count = 0;
+    if (!XQueryTree(display, window, &root, &parent, &children, &count))
+        return 0;
+    if (children)
+        XFree(children);
+    return parent;
+}
+
 // The property's values on the window itself or on its nearest ancestor that carries it.
 QVector<unsigned long> inheritedCardinals(Display *display, Window window, const char *property,
                                           long maxLength = 1)
 {
     const Window root = DefaultRootWindow(display);
-    while (window && window != root) {
+    for (; window && window != root; window = parentOf(display, window)) {
         const QVector<unsigned long> values = cardinals(display, window, property, maxLength);
         if (!values.isEmpty())
             return values;
-        Window rootReturn = 0;
-        Window parent = 0;
-        Window *children = nullptr;
-        unsigned int count = 0;
-        if (!XQueryTree(display, window, &rootReturn, &parent, &children, &count))
-            return {};
-        if (children)
-            XFree(children);
-        window = parent;
+    }
+    return {};
+}
+
+// The class part of WM_CLASS on the window or its nearest ancestor: without a window manager
+// the focus may rest on an inner window.
+QString inheritedWindowClass(Display *display, Window window)
+{
+    const Window root = DefaultRootWindow(display);
+    for (; window && window != root; window = parentOf(display, window)) {
+        XClassHint hint{};
+        if (!XGetClassHint(display, window, &hint))
+            continue;
+        const QString windowClass =
+            hint.res_class ? QString::fromLocal8Bit(hint.res_class) : QString();
+        XFree(hint.res_name);
+        XFree(hint.res_class);
+        return windowClass;
     }
     return {};
 }
@@ -154,6 +178,9 @@ X11Desktop::X11Desktop(QObject *parent) : IDesktop(parent)
     m_observer = new X11InputObserver(m_display, this);
     connect(m_observer, &X11InputObserver::keyPressed, this, &IDesktop::keyPressed);
     connect(m_observer, &X11InputObserver::mouseButtonPressed, this, &IDesktop::mouseButtonPressed);
+    auto *foregroundWatch = new X11ForegroundWatch(this);
+    connect(foregroundWatch, &X11ForegroundWatch::changed, this,
+            &IDesktop::foregroundWindowChanged);
 }
 
 X11Desktop::~X11Desktop()
@@ -306,6 +333,11 @@ QString X11Desktop::foregroundApplicationName()
     // The program was replaced on disk while it runs.
     name.remove(QLatin1String(" (deleted)"));
     return name;
+}
+
+QString X11Desktop::foregroundWindowClass()
+{
+    return m_display ? inheritedWindowClass(m_display, foregroundWindow()) : QString();
 }
 
 QImage X11Desktop::foregroundApplicationIcon()

@@ -29,6 +29,7 @@ public:
 
     QString foregroundApplicationName() override;
     QImage foregroundApplicationIcon() override;
+    QString foregroundWindowClass() override;
     quint64 clipboardChangeCount() override;
     quint64 foregroundWindow() override;
     bool activateWindow(quint64 window) override;

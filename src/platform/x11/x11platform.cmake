@@ -10,6 +10,8 @@ set(VELMORIN_PLATFORM_CORE_SOURCES
     ${CMAKE_CURRENT_LIST_DIR}/x11clipboardwatch.h
     ${CMAKE_CURRENT_LIST_DIR}/x11desktop.cpp
     ${CMAKE_CURRENT_LIST_DIR}/x11desktop.h
+    ${CMAKE_CURRENT_LIST_DIR}/x11foregroundwatch.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/x11foregroundwatch.h
     ${CMAKE_CURRENT_LIST_DIR}/x11inputobserver.cpp
     ${CMAKE_CURRENT_LIST_DIR}/x11inputobserver.h
     ${CMAKE_CURRENT_LIST_DIR}/x11keycodes.cpp

@@ -108,6 +108,13 @@ std::string Win32Foreground::applicationName(HWND window)
     return hostedName.empty() ? name : hostedName;
 }
 
+std::wstring Win32Foreground::windowClass(HWND window)
+{
+    wchar_t name[256] = {};
+    const int length = window ? GetClassNameW(window, name, 256) : 0;
+    return std::wstring(name, size_t(length > 0 ? length : 0));
+}
+
 HWND Win32Foreground::applicationWindow(HWND window)
 {
     DWORD processId = 0;

@@ -26,6 +26,9 @@ public:
     static Icon applicationIcon();
     static Icon applicationIcon(HWND window);
 
+    // The window's class name, which tells terminals apart from other programs.
+    static std::wstring windowClass(HWND window);
+
     // The base name of a process.
     static std::string processName(DWORD processId);
     // The window whose icon and process stand for the application.
