@@ -378,67 +378,77 @@
 <context>
     <name>ApplicationsList</name>
     <message>
-        <location filename="../src/applicationslist.cpp" line="117"/>
+        <location filename="../src/applicationslist.cpp" line="133"/>
+        <source>Paste with</source>
+        <translation>Einfügen mit</translation>
+    </message>
+    <message>
+        <location filename="../src/applicationslist.cpp" line="137"/>
+        <source>Automatic (Shift+Insert in terminals, else Ctrl+V)</source>
+        <translation>Automatisch (Umschalt+Einfg in Terminals, sonst Strg+V)</translation>
+    </message>
+    <message>
+        <location filename="../src/applicationslist.cpp" line="156"/>
         <source>Don&apos;t add copied items to history</source>
         <translation>Kopierte Elemente nicht in den Verlauf aufnehmen</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="117"/>
+        <location filename="../src/applicationslist.cpp" line="156"/>
         <source>Never copy images to clipboard</source>
         <translation>Nie Bilder in die Zwischenablage kopieren</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="118"/>
+        <location filename="../src/applicationslist.cpp" line="157"/>
         <source>Always copy as plain text only</source>
         <translation>Immer nur als reinen Text kopieren</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="118"/>
+        <location filename="../src/applicationslist.cpp" line="157"/>
         <source>Clear style from text</source>
         <translation>Formatierung aus Text entfernen</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="119"/>
+        <location filename="../src/applicationslist.cpp" line="158"/>
         <source>Do not expand keywords</source>
         <translation>Kürzel nicht ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="119"/>
+        <location filename="../src/applicationslist.cpp" line="158"/>
         <source>Delay text expansion for %1 ms</source>
         <translation>Textersetzung um %1 ms verzögern</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="128"/>
+        <location filename="../src/applicationslist.cpp" line="167"/>
         <source>Exclude from history</source>
         <translation>Vom Verlauf ausschließen</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="128"/>
+        <location filename="../src/applicationslist.cpp" line="167"/>
         <source>Ignore images</source>
         <translation>Bilder ignorieren</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="128"/>
+        <location filename="../src/applicationslist.cpp" line="167"/>
         <source>Plain text only</source>
         <translation>Nur reiner Text</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="129"/>
+        <location filename="../src/applicationslist.cpp" line="168"/>
         <source>Clear style</source>
         <translation>Formatierung entfernen</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="129"/>
+        <location filename="../src/applicationslist.cpp" line="168"/>
         <source>Don&apos;t expand keywords</source>
         <translation>Kürzel nicht ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="129"/>
+        <location filename="../src/applicationslist.cpp" line="168"/>
         <source>Set text expansion delay...</source>
         <translation>Verzögerung der Textersetzung festlegen...</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="132"/>
+        <location filename="../src/applicationslist.cpp" line="171"/>
         <source>Remove</source>
         <translation>Entfernen</translation>
     </message>
@@ -571,12 +581,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>HistoryItemModel</name>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="592"/>
+        <location filename="../src/historyitemmodel.cpp" line="588"/>
         <source>Failed to parse the clippings file: </source>
         <translation>Die Verlaufsdatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="614"/>
+        <location filename="../src/historyitemmodel.cpp" line="610"/>
         <source>Writing the clippings file failed: </source>
         <translation>Das Schreiben der Verlaufsdatei ist fehlgeschlagen: </translation>
     </message>
@@ -948,7 +958,7 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Mit dem System starten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="136"/>
+        <location filename="../src/settingsdialog.cpp" line="139"/>
         <source>Only expand keyword after space is pressed</source>
         <translation>Schlüsselwort erst nach einem Leerzeichen ersetzen</translation>
     </message>
@@ -1028,85 +1038,80 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Nächsten Eintrag einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="107"/>
-        <source>Snippets and actions get their own shortcuts on their pages.</source>
-        <translation>Textbausteine und Aktionen erhalten ihre eigenen Tastenkürzel auf ihren Seiten.</translation>
-    </message>
-    <message>
-        <location filename="../src/settingsdialog.cpp" line="117"/>
+        <location filename="../src/settingsdialog.cpp" line="120"/>
         <source>Browse...</source>
         <translation>Durchsuchen...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="120"/>
+        <location filename="../src/settingsdialog.cpp" line="123"/>
         <source>JSON files (*.json)</source>
         <translation>JSON-Dateien (*.json)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="138"/>
-        <location filename="../src/settingsdialog.cpp" line="140"/>
+        <location filename="../src/settingsdialog.cpp" line="141"/>
+        <location filename="../src/settingsdialog.cpp" line="143"/>
         <source>Snippet file</source>
         <translation>Textbaustein-Datei</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="140"/>
+        <location filename="../src/settingsdialog.cpp" line="143"/>
         <source>Snippet file:</source>
         <translation>Textbaustein-Datei:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="141"/>
-        <location filename="../src/settingsdialog.cpp" line="208"/>
+        <location filename="../src/settingsdialog.cpp" line="144"/>
+        <location filename="../src/settingsdialog.cpp" line="211"/>
         <source>A new file place applies from the next start.</source>
         <translation>Ein neuer Speicherort gilt ab dem nächsten Start.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="156"/>
+        <location filename="../src/settingsdialog.cpp" line="159"/>
         <source>Export snippets...</source>
         <translation>Textbausteine exportieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="158"/>
+        <location filename="../src/settingsdialog.cpp" line="161"/>
         <source>Import snippets...</source>
         <translation>Textbausteine importieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="176"/>
+        <location filename="../src/settingsdialog.cpp" line="179"/>
         <source>Save snippets</source>
         <translation>Textbausteine speichern</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="177"/>
-        <location filename="../src/settingsdialog.cpp" line="187"/>
+        <location filename="../src/settingsdialog.cpp" line="180"/>
+        <location filename="../src/settingsdialog.cpp" line="190"/>
         <source>JSON files (*.json);;All files (*.*);</source>
         <translation>JSON-Dateien (*.json);;Alle Dateien (*.*);</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="180"/>
+        <location filename="../src/settingsdialog.cpp" line="183"/>
         <source>Writing the snippets file failed: </source>
         <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="186"/>
+        <location filename="../src/settingsdialog.cpp" line="189"/>
         <source>Load snippets</source>
         <translation>Textbausteine laden</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="190"/>
+        <location filename="../src/settingsdialog.cpp" line="193"/>
         <source>Failed to parse the snippets file: </source>
         <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="201"/>
+        <location filename="../src/settingsdialog.cpp" line="204"/>
         <source> characters</source>
         <translation> Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="204"/>
+        <location filename="../src/settingsdialog.cpp" line="207"/>
         <source> × 1024 characters</source>
         <translation> × 1024 Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="205"/>
+        <location filename="../src/settingsdialog.cpp" line="208"/>
         <source>Keep copied images</source>
         <translation>Kopierte Bilder behalten</translation>
     </message>
@@ -1116,48 +1121,53 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Verlauf beim Beenden leeren (gesperrte Elemente bleiben)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="207"/>
-        <location filename="../src/settingsdialog.cpp" line="216"/>
+        <location filename="../src/settingsdialog.cpp" line="106"/>
+        <source>Snippets and actions get their own shortcuts on their pages. Linux terminals keep Ctrl+Shift+V for their own paste: to open the paste window there, choose other keys.</source>
+        <translation>Textbausteine und Aktionen erhalten ihre eigenen Tastenkürzel auf ihren Seiten. Linux-Terminals behalten Strg+Umschalt+V für ihr eigenes Einfügen: Um das Einfügefenster dort zu öffnen, wählen Sie andere Tasten.</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="210"/>
+        <location filename="../src/settingsdialog.cpp" line="219"/>
         <source>History file</source>
         <translation>Verlaufsdatei</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="212"/>
+        <location filename="../src/settingsdialog.cpp" line="215"/>
         <source>Clippings to keep:</source>
         <translation>Anzahl der Einträge:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="213"/>
+        <location filename="../src/settingsdialog.cpp" line="216"/>
         <source>Ignore texts shorter than:</source>
         <translation>Texte ignorieren, kürzer als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="214"/>
+        <location filename="../src/settingsdialog.cpp" line="217"/>
         <source>Ignore texts longer than:</source>
         <translation>Texte ignorieren, länger als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="216"/>
+        <location filename="../src/settingsdialog.cpp" line="219"/>
         <source>History file:</source>
         <translation>Verlaufsdatei:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="225"/>
+        <location filename="../src/settingsdialog.cpp" line="228"/>
         <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated.</source>
         <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="230"/>
+        <location filename="../src/settingsdialog.cpp" line="233"/>
         <source>Rules</source>
         <translation>Regeln</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="245"/>
+        <location filename="../src/settingsdialog.cpp" line="248"/>
         <source>Actions change a clipping&apos;s text with a small script. Run them from a clipping&apos;s menu or give them a shortcut. Changes here apply at once.</source>
         <translation>Aktionen ändern den Text eines Eintrags mit einem kleinen Skript. Führen Sie sie aus dem Menü eines Eintrags aus oder geben Sie ihnen ein Tastenkürzel. Änderungen hier gelten sofort.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="252"/>
+        <location filename="../src/settingsdialog.cpp" line="255"/>
         <source>New action</source>
         <translation>Neue Aktion</translation>
     </message>
@@ -1875,7 +1885,7 @@ Unter Debian oder Ubuntu: sudo apt install tesseract-ocr</translation>
 <context>
     <name>UnreadableFile</name>
     <message>
-        <location filename="../src/unreadablefile.cpp" line="24"/>
+        <location filename="../src/unreadablefile.cpp" line="16"/>
         <source>The file was kept unchanged as %1</source>
         <translation>Die Datei wurde unverändert aufbewahrt als %1</translation>
     </message>

@@ -21,9 +21,28 @@
 #include <QTimer>
 #include <QUrl>
 
+#include <utility>
+
 namespace {
 
 bool delayedPastePending = false;
+
+// The user's clipboard while one of the program's pastes holds it, until it goes back.
+QMimeData *pendingRestore = nullptr;
+
+QTimer *restoreTimer()
+{
+    static QTimer *timer = [] {
+        auto *timer = new QTimer(QCoreApplication::instance());
+        timer->setSingleShot(true);
+        QObject::connect(timer, &QTimer::timeout, timer, [] {
+            QGuiApplication::clipboard()->setMimeData(std::exchange(pendingRestore, nullptr),
+                                                      QClipboard::Clipboard);
+        });
+        return timer;
+    }();
+    return timer;
+}
 
 QClipboard *clipboard()
 {
@@ -143,6 +162,12 @@ namespace ClipboardOps {
 
 QMimeData *saveClipboard()
 {
+    // An earlier paste has not put the user's content back yet: the clipboard holds that
+    // paste's text, and the user's content is what must come back after this one too.
+    if (pendingRestore) {
+        restoreTimer()->stop();
+        return std::exchange(pendingRestore, nullptr);
+    }
     QMimeData *saved = copyOfClipboard();
     // Put back as our own write, so that no application rule rewrites it on its return.
     if (ClipboardMarks::owner(*saved).isNull())
@@ -152,8 +177,8 @@ QMimeData *saveClipboard()
 
 void restoreClipboardLater(QMimeData *saved)
 {
-    QTimer::singleShot(500, QCoreApplication::instance(),
-                       [saved] { clipboard()->setMimeData(saved, QClipboard::Clipboard); });
+    delete std::exchange(pendingRestore, saved);
+    restoreTimer()->start(500);
 }
 
 QMimeData *copyOfClipboard(ImageCopy imageCopy)

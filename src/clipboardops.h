@@ -26,9 +26,11 @@ QMimeData *copyOf(const QMimeData &data);
 // marked as ours and as private, so that no clipboard history records it.
 void setClipboardText(const QString &text);
 // A copy of the clipboard to put back after pasting the program's own text; marked as a write
-// of its owner, so that no application rule rewrites it on its return.
+// of its owner, so that no application rule rewrites it on its return. While an earlier
+// paste's restore is pending, the content that restore holds is taken over instead.
 QMimeData *saveClipboard();
-// Puts the saved content back after 500 ms, once the paste has been read.
+// Puts the saved content back after 500 ms, once the paste has been read; one restore is
+// pending at a time.
 void restoreClipboardLater(QMimeData *saved);
 // The paste keys into the focused application: Ctrl+V, Shift+Insert in terminals, or what
 // the user chose for the application. Modifiers the user still holds (from the global

@@ -16,6 +16,8 @@
 #include <QFileInfo>
 #include <QTimer>
 
+#include <utility>
+
 InputManager *InputManager::instance()
 {
     // Lives until the application object goes, like the desktop back end it listens to.
@@ -23,8 +25,11 @@ InputManager *InputManager::instance()
     return manager;
 }
 
-InputManager::InputManager(IDesktop *desktop) : QObject(desktop), m_desktop(desktop)
+InputManager::InputManager(IDesktop *desktop)
+    : QObject(desktop), m_desktop(desktop), m_pause(new QTimer(this))
 {
+    m_pause->setSingleShot(true);
+    connect(m_pause, &QTimer::timeout, this, &InputManager::finishPendingExpansion);
     // Queued, so the hook returns at once and the word changes on a later turn of the loop.
     connect(
         this, &InputManager::keywordBreakerTyped, this, [this] { m_typedWord.clear(); },
@@ -36,6 +41,13 @@ InputManager::InputManager(IDesktop *desktop) : QObject(desktop), m_desktop(desk
             Qt::QueuedConnection);
     connect(desktop, &IDesktop::keyPressed, this, &InputManager::classifyKey);
     connect(desktop, &IDesktop::mouseButtonPressed, this, &InputManager::keywordBreakerTyped);
+    connect(
+        desktop, &IDesktop::mouseButtonPressed, this,
+        [this] {
+            dropPendingExpansion("The text was not expanded because the caret moved before "
+                                 "typing paused");
+        },
+        Qt::QueuedConnection);
     connect(SettingsEvents::instance(), &SettingsEvents::changed, this,
             &InputManager::loadSettings);
     loadSettings();
@@ -94,6 +106,11 @@ void InputManager::loadSettings()
 
 void InputManager::classifyKey(quint32 virtualKey, const QString &text)
 {
+    // Queued ahead of the key's own signals: a keyword this key completes starts waiting
+    // only after it, and the key is not counted as typed after the keyword.
+    QMetaObject::invokeMethod(
+        this, [this, virtualKey, text] { followPendingExpansion(virtualKey, text); },
+        Qt::QueuedConnection);
     if (VirtualKey::isNavigation(virtualKey)) {
         emit keywordBreakerTyped();
         return;
@@ -127,21 +144,93 @@ void InputManager::onCharacterTyped(QChar character)
         return;
     const int backspaces = int(m_typedWord.size()) + (m_requireSpace ? 1 : 0);
     const int delay = m_delayedApplications.value(application).toInt();
-    // Even without a delay, through the event loop: the key that completed the keyword is
-    // still being delivered.
-    QTimer::singleShot(delay, this, [this, backspaces, text = *found, application] {
-        if (!m_typedWord.isEmpty()) {
-            qDebug() << "The text was not expanded because there were characters typed before "
-                        "the delay ended";
-            return;
-        }
-        expandKeyword(backspaces, text, application);
-    });
+    queueExpansion(backspaces, *found, application, delay);
     m_typedWord.clear();
 }
 
-void InputManager::expandKeyword(int backspaces, const QString &snippetText,
-                                 const QString &application)
+void InputManager::queueExpansion(int backspaces, const QString &snippetText,
+                                  const QString &application, int delay)
+{
+    QStringList failures;
+    QString text = SnippetPlaceholders::resolve(snippetText, application,
+                                                HistoryItemModel::clippingTexts(), &failures);
+    const ClipboardOps::CursorSteps steps = Snippet::caretSteps(text);
+    text.remove(Snippet::cursorMarker);
+    if (isExpansionPending()) {
+        // Typed while an earlier keyword waited: its characters are among those typed after
+        // that one, and already counted for erasing.
+        m_pending.text.chop(backspaces);
+    } else {
+        m_pending.erase = backspaces;
+    }
+    m_pending.text += text;
+    m_pending.steps = steps;
+    m_pending.typedAfter = 0;
+    m_pending.dropOnTyping = delay > 0;
+    m_pending.failures += failures;
+    m_pause->start(delay > 0 ? delay : TypingPause);
+}
+
+void InputManager::followPendingExpansion(quint32 virtualKey, const QString &text)
+{
+    if (!isExpansionPending())
+        return;
+    if (VirtualKey::isNavigation(virtualKey)) {
+        dropPendingExpansion("The text was not expanded because the caret moved before "
+                             "typing paused");
+        return;
+    }
+    for (const QChar character : text) {
+        if (m_pending.dropOnTyping) {
+            dropPendingExpansion("The text was not expanded because there were characters "
+                                 "typed before the delay ended");
+            return;
+        }
+        if (character == QChar(0x08) && m_pending.typedAfter == 0) {
+            dropPendingExpansion("The text was not expanded because the keyword was changed");
+            return;
+        }
+        if (character == QChar(0x08)) {
+            m_pending.text.chop(1);
+            --m_pending.erase;
+            --m_pending.typedAfter;
+        } else if (character.isPrint()) {
+            m_pending.text.append(character);
+            ++m_pending.erase;
+            ++m_pending.typedAfter;
+        } else {
+            // Enter, Tab, Escape: the text may be sent or the caret gone elsewhere.
+            dropPendingExpansion("The text was not expanded because the caret moved before "
+                                 "typing paused");
+            return;
+        }
+    }
+    if (!text.isEmpty())
+        m_pause->start();
+}
+
+void InputManager::dropPendingExpansion(const char *why)
+{
+    if (!isExpansionPending())
+        return;
+    qDebug() << why;
+    m_pending = PendingExpansion();
+    m_pause->stop();
+}
+
+void InputManager::finishPendingExpansion()
+{
+    const PendingExpansion pending = std::exchange(m_pending, PendingExpansion());
+    ClipboardOps::CursorSteps steps = pending.steps;
+    if (steps.first != -1)
+        steps.first += pending.typedAfter;
+    sendExpansion(pending.erase, pending.text, steps);
+    for (const QString &failure : pending.failures)
+        emit actionFailed(failure);
+}
+
+void InputManager::sendExpansion(int backspaces, const QString &text,
+                                 ClipboardOps::CursorSteps steps)
 {
     // The program's own keys must not reach its own hook.
     const bool hooksRemoved = removeHooks();
@@ -152,19 +241,11 @@ void InputManager::expandKeyword(int backspaces, const QString &snippetText,
     }
     for (int i = 0; i < backspaces; ++i)
         KeySender::tapKey(VirtualKey::Backspace, 0);
-
-    QStringList failures;
-    QString text = SnippetPlaceholders::resolve(snippetText, application,
-                                                HistoryItemModel::clippingTexts(), &failures);
     QMimeData *saved = ClipboardOps::saveClipboard();
-    const ClipboardOps::CursorSteps steps = Snippet::caretSteps(text);
-    text.remove(Snippet::cursorMarker);
     ClipboardOps::setClipboardText(text);
     ClipboardOps::paste();
     QTimer::singleShot(100, this, [steps] { ClipboardOps::moveCursor(steps); });
     ClipboardOps::restoreClipboardLater(saved);
     if (hooksRemoved)
         installHooks();
-    for (const QString &failure : std::as_const(failures))
-        emit actionFailed(failure);
 }

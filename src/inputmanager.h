@@ -1,5 +1,7 @@
 #pragma once
 
+#include "clipboardops.h"
+
 #include <QMap>
 #include <QObject>
 #include <QSet>
@@ -7,6 +9,7 @@
 #include <QVariant>
 
 class IDesktop;
+class QTimer;
 
 // Watches what the user types anywhere on the desktop, through the platform's keyboard and
 // mouse hooks, and keeps the word typed so far for keyword expansion. One per process.
@@ -15,6 +18,10 @@ class InputManager final : public QObject
     Q_OBJECT
 
 public:
+    // How long typing must rest before a matched keyword is replaced. Keys typed in between go
+    // into the replacement, not among the keys the expansion sends.
+    static constexpr int TypingPause = 150;
+
     static InputManager *instance();
 
     void installHooks();
@@ -34,9 +41,8 @@ public:
     // What a pressed key means for the typed word; called for each key the hook reports.
     void classifyKey(quint32 virtualKey, const QString &text);
 
-    // Erases the typed keyword and pastes the snippet's text in its place, placeholders
-    // resolved and the caret where the text marks it; the clipboard comes back afterwards.
-    void expandKeyword(int backspaces, const QString &snippetText, const QString &application);
+    // A matched keyword waits for typing to rest (or for the application's delay).
+    bool isExpansionPending() const { return m_pending.erase > 0; }
 
 signals:
     void keywordBreakerTyped();
@@ -49,7 +55,29 @@ public slots:
     void onCharacterTyped(QChar character);
 
 private:
+    // A matched keyword waiting for typing to rest, with whatever was typed after it (and any
+    // further keyword matched meanwhile): what to erase in the application and what replaces
+    // it.
+    struct PendingExpansion
+    {
+        int erase = 0;
+        QString text;
+        ClipboardOps::CursorSteps steps{-1, 0};
+        int typedAfter = 0; // characters typed after the last snippet
+        bool dropOnTyping = false;
+        QStringList failures;
+    };
+
     explicit InputManager(IDesktop *desktop);
+
+    void queueExpansion(int backspaces, const QString &snippetText, const QString &application,
+                        int delay);
+    void followPendingExpansion(quint32 virtualKey, const QString &text);
+    void dropPendingExpansion(const char *why);
+    void finishPendingExpansion();
+    // Erases what was typed and pastes the text in its place, the caret put where the steps
+    // say; the clipboard comes back afterwards.
+    void sendExpansion(int backspaces, const QString &text, ClipboardOps::CursorSteps steps);
 
     void installHook(int hook, const char *installed, const char *failed);
     void removeHook(int hook, const char *removed, const char *failed);
@@ -60,4 +88,6 @@ private:
     QSet<QString> m_noExpandApplications;
     bool m_requireSpace = false;
     IDesktop *m_desktop;
+    PendingExpansion m_pending;
+    QTimer *m_pause;
 };

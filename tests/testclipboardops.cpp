@@ -32,6 +32,7 @@ private slots:
     void delayedPasteWithCursorMovesAfterThePaste();
     void moveCursorSelectsBackwards();
     void pastePlainTextRestoresTheClipboard();
+    void overlappingPastesPutTheUsersClipboardBack();
     void copyOfClipboardKeepsEveryFormat();
     void clippingTextAsItWasCopied();
     void clippingImageAsImageOrFile();
@@ -156,6 +157,22 @@ void TestClipboardOps::pastePlainTextRestoresTheClipboard()
     QTRY_VERIFY(clipboard()->mimeData()->hasHtml());
     QCOMPARE(clipboard()->mimeData()->html(), QStringLiteral("<b>bold</b> words"));
     QVERIFY(!ClipboardMarks::owner(*clipboard()->mimeData()).isNull());
+}
+
+void TestClipboardOps::overlappingPastesPutTheUsersClipboardBack()
+{
+    QGuiApplication::clipboard()->setText(QStringLiteral("the user's"));
+    for (const QString &text : {QStringLiteral("first paste"), QStringLiteral("second paste")}) {
+        QMimeData *saved = ClipboardOps::saveClipboard();
+        ClipboardOps::setClipboardText(text);
+        ClipboardOps::restoreClipboardLater(saved);
+        QTest::qWait(300);
+    }
+    // The first paste's time to restore has passed, the second's has not.
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("second paste"));
+    QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("the user's"));
+    QTest::qWait(600);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("the user's"));
 }
 
 void TestClipboardOps::copyOfClipboardKeepsEveryFormat()

@@ -26,7 +26,9 @@ private slots:
     void initTestCase();
     void init();
     void cleanup();
-    void expandsAtTheLastCharacter();
+    void expandsWhenTypingRests();
+    void typingOnIsCarriedIntoTheReplacement_data();
+    void typingOnIsCarriedIntoTheReplacement();
     void requireSpace();
     void onlyTheWholeWordMatches();
     void noExpandApplicationKeepsTheWord();
@@ -38,6 +40,8 @@ private slots:
 
 private:
     void type(const QString &keys);
+    // Waits until the expansion has gone out, before the clipboard comes back.
+    static void rest() { QTest::qWait(InputManager::TypingPause + 60); }
     void setRequireSpace(bool on);
     int backspaces() const { return int(m_desktop->keyLog().count(QLatin1String("+Back"))); }
 
@@ -84,28 +88,37 @@ void TestKeywordExpansion::setRequireSpace(bool on)
     m_input->loadSettings();
 }
 
-// Characters as the hook reports them; "\b" is Backspace and "\n" Enter.
+// Characters as the hook reports them; "\b" is Backspace, "\n" Enter and "<" Left.
 void TestKeywordExpansion::type(const QString &keys)
 {
     for (const QChar key : keys) {
         quint32 virtualKey = key.toUpper().unicode();
-        if (key == QLatin1Char('\b'))
+        QString text(key);
+        if (key == QLatin1Char('\b')) {
             virtualKey = VirtualKey::Backspace;
-        else if (key == QLatin1Char('\n'))
+        } else if (key == QLatin1Char('\n')) {
             virtualKey = VirtualKey::Return;
-        emit m_desktop->keyPressed(virtualKey,
-                                   key == QLatin1Char('\n') ? QStringLiteral("\r") : QString(key));
+            text = QStringLiteral("\r");
+        } else if (key == QLatin1Char('<')) {
+            virtualKey = VirtualKey::Left;
+            text.clear();
+        }
+        emit m_desktop->keyPressed(virtualKey, text);
         QCoreApplication::processEvents();
     }
     QCoreApplication::processEvents(); // the expansion's own turn of the loop
 }
 
-void TestKeywordExpansion::expandsAtTheLastCharacter()
+void TestKeywordExpansion::expandsWhenTypingRests()
 {
     m_desktop->hooks[IDesktop::KeyboardHook] = true;
     type(QStringLiteral("si"));
+    rest();
     QVERIFY(m_desktop->events.isEmpty());
     type(QStringLiteral("g"));
+    QVERIFY(m_input->isExpansionPending());
+    QVERIFY(m_desktop->events.isEmpty());
+    rest();
     QCOMPARE(m_desktop->keyLog(),
              QStringLiteral("+Back -Back +Back -Back +Back -Back +Ctrl +V -Ctrl -V"));
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("Best, Ann"));
@@ -114,16 +127,44 @@ void TestKeywordExpansion::expandsAtTheLastCharacter()
     QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("the user's"));
 }
 
+void TestKeywordExpansion::typingOnIsCarriedIntoTheReplacement_data()
+{
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<int>("backspaces");
+    QTest::addColumn<QString>("pasted"); // empty: the expansion was dropped
+    QTest::newRow("words after it") << "sig then" << 8 << "Best, Ann then";
+    QTest::newRow("corrected after it") << "sig x\b\by" << 4 << "Best, Anny";
+    QTest::newRow("a second keyword") << "sig sig ok" << 10 << "Best, Ann Best, Ann ok";
+    QTest::newRow("Enter") << "sig\n" << 0 << QString();
+    QTest::newRow("the keyword erased") << "sig\b" << 0 << QString();
+    QTest::newRow("the caret moved") << "sig x<" << 0 << QString();
+}
+
+void TestKeywordExpansion::typingOnIsCarriedIntoTheReplacement()
+{
+    // Typed faster than the pause, as a quick typist does.
+    QFETCH(QString, keys);
+    QFETCH(int, backspaces);
+    QFETCH(QString, pasted);
+    type(keys);
+    rest();
+    QCOMPARE(this->backspaces(), backspaces);
+    QCOMPARE(QGuiApplication::clipboard()->text(), pasted.isEmpty() ? "the user's" : pasted);
+    QVERIFY(!m_input->isExpansionPending());
+}
+
 void TestKeywordExpansion::requireSpace()
 {
     setRequireSpace(true);
     type(QStringLiteral("sig"));
     QCOMPARE(backspaces(), 0);
     type(QStringLiteral(" "));
+    rest();
     QCOMPARE(backspaces(), 4); // the space too
 
     m_desktop->events.clear();
     type(QStringLiteral("sig\n "));
+    rest();
     QCOMPARE(backspaces(), 0);
     QCOMPARE(m_input->typedWord(), QString());
 }
@@ -131,17 +172,21 @@ void TestKeywordExpansion::requireSpace()
 void TestKeywordExpansion::onlyTheWholeWordMatches()
 {
     type(QStringLiteral("xsig"));
+    rest();
     QCOMPARE(backspaces(), 0);
     emit m_input->keywordBreakerTyped();
     type(QStringLiteral("si\big"));
+    rest();
     QCOMPARE(backspaces(), 3);
 
-    // With require-space off the shorter of two keywords wins once it is complete.
+    // With require-space off the shorter of two keywords wins once it is complete; the rest
+    // of the word follows it.
     m_desktop->events.clear();
     m_input->setKeywords({{"si", "short"}, {"sig", "long"}});
     type(QStringLiteral("sig"));
-    QCOMPARE(backspaces(), 2);
-    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("short"));
+    rest();
+    QCOMPARE(backspaces(), 3);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("shortg"));
 }
 
 void TestKeywordExpansion::noExpandApplicationKeepsTheWord()
@@ -150,12 +195,14 @@ void TestKeywordExpansion::noExpandApplicationKeepsTheWord()
     m_input->loadSettings();
     m_desktop->foregroundName = QStringLiteral("terminal");
     type(QStringLiteral("sig"));
+    rest();
     QVERIFY(m_desktop->events.isEmpty());
     QCOMPARE(m_input->typedWord(), QStringLiteral("sig"));
     // The program's own windows never expand.
     m_desktop->foregroundName = QStringLiteral("Velmorin");
     emit m_input->keywordBreakerTyped();
     type(QStringLiteral("sig"));
+    rest();
     QVERIFY(m_desktop->events.isEmpty());
 }
 
@@ -167,9 +214,9 @@ void TestKeywordExpansion::delayedApplicationDropsAnExpansionTypedOver()
     type(QStringLiteral("sig"));
     QTest::qWait(100);
     QVERIFY(m_desktop->events.isEmpty());
-    type(QStringLiteral("n"));
     QTest::ignoreMessage(QtDebugMsg, "The text was not expanded because there were characters "
                                      "typed before the delay ended");
+    type(QStringLiteral("n"));
     QTest::qWait(350);
     QVERIFY(m_desktop->events.isEmpty());
 
@@ -182,6 +229,7 @@ void TestKeywordExpansion::heldModifiersAreReleasedFirst()
 {
     m_desktop->held = Qt::ShiftModifier;
     type(QStringLiteral("sig"));
+    rest();
     QVERIFY2(m_desktop->keyLog().startsWith(QLatin1String("-Shift -Alt -Ctrl +Back -Back")),
              qPrintable(m_desktop->keyLog()));
 }
@@ -190,6 +238,7 @@ void TestKeywordExpansion::caretMarkersSelect()
 {
     m_input->setKeywords({{"dear", "Dear ⁞name⁞,"}});
     type(QStringLiteral("dear"));
+    rest();
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("Dear name,"));
     const QString pasted = m_desktop->keyLog();
     QTRY_VERIFY(m_desktop->keyLog().size() > pasted.size());
@@ -207,6 +256,7 @@ void TestKeywordExpansion::placeholdersAreResolved()
     m_history->addText(QStringLiteral("newest copy"), QString(), {}, QStringLiteral("editor"));
     m_input->setKeywords({{"cc", "[{CLIP}|{CLIP:2}|{CLIP:9}]"}});
     type(QStringLiteral("cc"));
+    rest();
     QCOMPARE(QGuiApplication::clipboard()->text(),
              QStringLiteral("[newest copy|older copy|{CLIP:9}]"));
     m_history->finishSaves();
