@@ -128,7 +128,9 @@ void lendClipboardToSelection()
 {
     if (!clipboard()->supportsSelection())
         return;
-    const QString selected = clipboard()->text(QClipboard::Selection);
+    // A selection this program holds is one lent by an earlier paste, not the user's.
+    const QString selected =
+        clipboard()->ownsSelection() ? QString() : clipboard()->text(QClipboard::Selection);
     auto *data = new QMimeData;
     data->setText(clipboard()->text());
     ClipboardMarks::setOwner(data, programName());

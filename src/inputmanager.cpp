@@ -18,6 +18,11 @@
 
 #include <utility>
 
+namespace {
+constexpr char caretMoved[] = "The text was not expanded because the caret moved before typing "
+                              "paused";
+} // namespace
+
 InputManager *InputManager::instance()
 {
     // Lives until the application object goes, like the desktop back end it listens to.
@@ -42,11 +47,7 @@ InputManager::InputManager(IDesktop *desktop)
     connect(desktop, &IDesktop::keyPressed, this, &InputManager::classifyKey);
     connect(desktop, &IDesktop::mouseButtonPressed, this, &InputManager::keywordBreakerTyped);
     connect(
-        desktop, &IDesktop::mouseButtonPressed, this,
-        [this] {
-            dropPendingExpansion("The text was not expanded because the caret moved before "
-                                 "typing paused");
-        },
+        desktop, &IDesktop::mouseButtonPressed, this, [this] { dropPendingExpansion(caretMoved); },
         Qt::QueuedConnection);
     connect(SettingsEvents::instance(), &SettingsEvents::changed, this,
             &InputManager::loadSettings);
@@ -176,8 +177,7 @@ void InputManager::followPendingExpansion(quint32 virtualKey, const QString &tex
     if (!isExpansionPending())
         return;
     if (VirtualKey::isNavigation(virtualKey)) {
-        dropPendingExpansion("The text was not expanded because the caret moved before "
-                             "typing paused");
+        dropPendingExpansion(caretMoved);
         return;
     }
     for (const QChar character : text) {
@@ -200,8 +200,7 @@ void InputManager::followPendingExpansion(quint32 virtualKey, const QString &tex
             ++m_pending.typedAfter;
         } else {
             // Enter, Tab, Escape: the text may be sent or the caret gone elsewhere.
-            dropPendingExpansion("The text was not expanded because the caret moved before "
-                                 "typing paused");
+            dropPendingExpansion(caretMoved);
             return;
         }
     }
