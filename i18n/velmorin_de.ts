@@ -1152,22 +1152,22 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Verlaufsdatei:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="228"/>
-        <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated.</source>
-        <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden.</translation>
+        <location filename="../src/settingsdialog.cpp" line="229"/>
+        <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated and which keys paste into it.</source>
+        <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden und mit welchen Tasten in sie eingefügt wird.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="233"/>
+        <location filename="../src/settingsdialog.cpp" line="235"/>
         <source>Rules</source>
         <translation>Regeln</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="248"/>
+        <location filename="../src/settingsdialog.cpp" line="250"/>
         <source>Actions change a clipping&apos;s text with a small script. Run them from a clipping&apos;s menu or give them a shortcut. Changes here apply at once.</source>
         <translation>Aktionen ändern den Text eines Eintrags mit einem kleinen Skript. Führen Sie sie aus dem Menü eines Eintrags aus oder geben Sie ihnen ein Tastenkürzel. Änderungen hier gelten sofort.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="255"/>
+        <location filename="../src/settingsdialog.cpp" line="257"/>
         <source>New action</source>
         <translation>Neue Aktion</translation>
     </message>

@@ -225,9 +225,11 @@ QWidget *SettingsDialog::createApplicationsPage()
 {
     auto *page = new QWidget(this);
     m_applications = new ApplicationsList(page);
-    auto *hint = new QLabel(tr("Applications appear here once you copy something in them. "
-                               "Right-click one to change how its copies are treated."),
-                            page);
+    auto *hint =
+        new QLabel(tr("Applications appear here once you copy something in them. "
+                      "Right-click one to change how its copies are treated and which keys paste "
+                      "into it."),
+                   page);
     hint->setWordWrap(true);
     auto *actions = new QToolButton(page);
     actions->setText(tr("Rules"));
