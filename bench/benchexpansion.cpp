@@ -1,6 +1,7 @@
 // From the keystroke that completes a keyword to the snippet's text in the editor, over the
 // real X11 input path (raw key events, XTest Backspaces, the clipboard, Ctrl+V), for a
-// 20-character and a 2,000-character snippet. Needs an X display with a window manager:
+// 20-character and a 2,000-character snippet. The expansion waits for typing to rest first;
+// that pause is the floor printed beside the figures. Needs an X display with a window manager:
 //   scripts/xvfb-session.sh build/bench/benchexpansion [runs]
 #include "inputmanager.h"
 #include "keysender.h"
@@ -101,6 +102,7 @@ int main(int argc, char *argv[])
     editor.activate();
 
     const int runs = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 50;
+    std::printf("floor: the typing pause, %d ms\n", InputManager::TypingPause);
     report("20-character snippet:", measure(editor, QLatin1Char('a'), shortText, runs));
     report("2,000-character snippet:", measure(editor, QLatin1Char('b'), longText, runs));
     return 0;
