@@ -767,39 +767,47 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>O2</name>
     <message>
-        <location filename="../oauth2/o2.cpp" line="80"/>
+        <location filename="../oauth2/o2.cpp" line="81"/>
         <source>Unable to receive the answer of the browser: port %1 is in use (%2).</source>
         <translation>Die Antwort des Browsers kann nicht empfangen werden: Port %1 ist belegt (%2).</translation>
     </message>
     <message>
-        <location filename="../oauth2/o2.cpp" line="115"/>
+        <location filename="../oauth2/o2.cpp" line="116"/>
         <source>Google refused the authorization: %1</source>
         <translation>Google hat die Autorisierung abgelehnt: %1</translation>
     </message>
     <message>
-        <location filename="../oauth2/o2.cpp" line="121"/>
+        <location filename="../oauth2/o2.cpp" line="122"/>
         <source>The answer of the browser does not belong to this authorization.</source>
         <translation>Die Antwort des Browsers gehört nicht zu dieser Autorisierung.</translation>
     </message>
     <message>
-        <location filename="../oauth2/o2.cpp" line="126"/>
+        <location filename="../oauth2/o2.cpp" line="127"/>
         <source>The answer of the browser holds no authorization code.</source>
         <translation>Die Antwort des Browsers enthält keinen Autorisierungscode.</translation>
     </message>
     <message>
-        <location filename="../oauth2/o2.cpp" line="173"/>
+        <location filename="../oauth2/o2.cpp" line="174"/>
         <source>Google&apos;s answer holds no access token.</source>
         <translation>Die Antwort von Google enthält kein Zugriffstoken.</translation>
     </message>
     <message>
-        <location filename="../oauth2/o2.cpp" line="188"/>
+        <location filename="../oauth2/o2.cpp" line="189"/>
         <source>The access token could not be obtained: %1</source>
         <translation>Das Zugriffstoken konnte nicht abgerufen werden: %1</translation>
     </message>
     <message>
-        <location filename="../oauth2/o2.cpp" line="280"/>
+        <location filename="../oauth2/o2.cpp" line="281"/>
         <source>Google no longer accepts the authorization. Please connect again.</source>
         <translation>Google akzeptiert die Autorisierung nicht mehr. Bitte verbinden Sie sich erneut.</translation>
+    </message>
+</context>
+<context>
+    <name>O2ReplyServer</name>
+    <message>
+        <location filename="../oauth2/o2replyserver.cpp" line="54"/>
+        <source>This answer does not belong to the sign-in in progress. Velmorin goes on waiting for the browser&apos;s answer.</source>
+        <translation>Diese Antwort gehört nicht zur laufenden Anmeldung. Velmorin wartet weiter auf die Antwort des Browsers.</translation>
     </message>
 </context>
 <context>

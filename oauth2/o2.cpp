@@ -66,6 +66,7 @@ void O2::link()
     if (!m_replyServer->isListening())
         return;
     m_state = randomText(16);
+    m_replyServer->setExpectedState(m_state);
     m_codeVerifier = randomText(32);
     qDebug() << "O2::link: Emit openBrowser";
     emit openBrowser(authorisationUrl());

@@ -42,16 +42,33 @@ void O2ReplyServer::onBytesReady(QTcpSocket *socket)
     const QByteArray requestLine = received.left(received.indexOf('\n')).trimmed();
     const QMap<QString, QString> parameters = parseQueryParams(requestLine);
     // A browser also asks for a page icon; only the redirect carries parameters.
-    const QByteArray content = parameters.isEmpty() ? QByteArray() : m_replyContent;
-    QByteArray reply = parameters.isEmpty() ? QByteArrayLiteral("HTTP/1.0 404 Not Found \r\n")
-                                            : QByteArrayLiteral("HTTP/1.0 200 OK \r\n");
+    if (parameters.isEmpty()) {
+        answer(socket, "404 Not Found", QByteArray());
+        return;
+    }
+    if (!m_expectedState.isEmpty() &&
+        parameters.value(QStringLiteral("state")) != m_expectedState) {
+        qWarning() << "O2ReplyServer: Refused a request whose state does not match";
+        const QString page =
+            QStringLiteral("<p>%1</p>")
+                .arg(tr("This answer does not belong to the sign-in in progress. Velmorin goes "
+                        "on waiting for the browser's answer.")
+                         .toHtmlEscaped());
+        answer(socket, "400 Bad Request", page.toUtf8());
+        return;
+    }
+    answer(socket, "200 OK", m_replyContent);
+    emit verificationReceived(parameters);
+}
+
+void O2ReplyServer::answer(QTcpSocket *socket, const QByteArray &status, const QByteArray &content)
+{
+    QByteArray reply = "HTTP/1.0 " + status + " \r\n";
     reply.append("Content-Type: text/html; charset=\"utf-8\"\r\n");
     reply.append(QStringLiteral("Content-Length: %1\r\n\r\n").arg(content.size()).toLatin1());
     reply.append(content);
     socket->write(reply);
     socket->disconnectFromHost();
-    if (!parameters.isEmpty())
-        emit verificationReceived(parameters);
 }
 
 QMap<QString, QString> O2ReplyServer::parseQueryParams(const QByteArray &requestLine)

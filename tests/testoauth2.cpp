@@ -13,6 +13,7 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTcpServer>
+#include <QTcpSocket>
 #include <QTest>
 
 #include <memory>
@@ -26,7 +27,7 @@ private slots:
     void init();
     void linksThroughTheBrowser();
     void refusedConsentFails();
-    void redirectOfAnotherFlowIsRefused();
+    void strayRequestIsRefusedAndTheBrowserStillLinks();
     void takenPortFailsAtOnce();
     void silentTokenEndpointTimesOut();
     void withoutRefreshTokenTheFirstRefreshFails();
@@ -131,13 +132,37 @@ void TestOAuth2::refusedConsentFails()
     QVERIFY(link(flow.get()));
 }
 
-void TestOAuth2::redirectOfAnotherFlowIsRefused()
+void TestOAuth2::strayRequestIsRefusedAndTheBrowserStillLinks()
 {
     auto flow = makeFlow();
-    m_google->forgeNextState();
-    QVERIFY(!link(flow.get()));
-    QVERIFY(!flow->linked());
-    QVERIFY(!m_google->requests().contains(QStringLiteral("POST /o/oauth2/token")));
+    disconnect(flow.get(), &O2::openBrowser, m_browser.get(), &FakeBrowser::open);
+    QUrl consent;
+    connect(flow.get(), &O2::openBrowser, this, [&consent](const QUrl &url) { consent = url; });
+    QSignalSpy succeeded(flow.get(), &O2::linkingSucceeded);
+    QSignalSpy failed(flow.get(), &O2::linkingFailed);
+    flow->link();
+    QTRY_VERIFY(consent.isValid());
+
+    // Another page on this computer finds the port before the browser comes back.
+    QTcpSocket stray;
+    stray.connectToHost(QHostAddress::LocalHost, quint16(QUrl(flow->redirectUri()).port()));
+    QVERIFY(stray.waitForConnected(5000));
+    stray.write("GET /?code=forged&state=guessed HTTP/1.1\r\nHost: 127.0.0.1\r\n\r\n");
+    QByteArray answer;
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            answer += stray.readAll();
+            return stray.state() == QAbstractSocket::UnconnectedState;
+        },
+        5000));
+    QVERIFY2(answer.startsWith("HTTP/1.0 400"), answer.constData());
+    QVERIFY(answer.contains("does not belong to the sign-in in progress"));
+    QVERIFY(failed.isEmpty());
+
+    m_browser->open(consent);
+    QTRY_COMPARE(succeeded.size(), 1);
+    QVERIFY(failed.isEmpty());
+    QVERIFY(flow->linked());
 }
 
 void TestOAuth2::takenPortFailsAtOnce()

@@ -170,9 +170,7 @@ QHttpServerResponse FakeGoogle::authorise(const QHttpServerRequest &request)
         query.queryItemValue(QStringLiteral("code_challenge_method")) != QLatin1String("S256"))
         return QHttpServerResponse(QByteArrayLiteral("text/html"),
                                    QByteArrayLiteral("<p>invalid_request</p>"), Status::BadRequest);
-    QString state = query.queryItemValue(QStringLiteral("state"), QUrl::FullyDecoded);
-    if (m_forgeNext)
-        state = QStringLiteral("forged"), m_forgeNext = false;
+    const QString state = query.queryItemValue(QStringLiteral("state"), QUrl::FullyDecoded);
     QUrlQuery answer;
     if (m_denyNext) {
         m_denyNext = false;

@@ -45,8 +45,6 @@ public:
     void setUser(const QString &subject) { m_user = subject; }
     // The next authorisation redirect carries "error=access_denied" instead of a code.
     void denyNextConsent() { m_denyNext = true; }
-    // The next authorisation redirect carries a state of its own.
-    void forgeNextState() { m_forgeNext = true; }
     void setIssueRefreshTokens(bool issue) { m_issueRefreshTokens = issue; }
     void setTokenLifetime(int seconds) { m_tokenLifetime = seconds; }
     // Every access token issued so far is refused from now on.
@@ -108,7 +106,6 @@ private:
 
     QString m_user = QStringLiteral("user-1");
     bool m_denyNext = false;
-    bool m_forgeNext = false;
     bool m_issueRefreshTokens = true;
     int m_tokenLifetime = 3600;
     int m_maxPageSize = 1000;
