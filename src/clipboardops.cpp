@@ -113,6 +113,17 @@ QString programName()
     return QFileInfo(QCoreApplication::applicationFilePath()).fileName();
 }
 
+// Text the program places for one paste: marked as its own and as private, so that no
+// clipboard history records it.
+void placeOwnText(const QString &text, QClipboard::Mode mode)
+{
+    auto *data = new QMimeData;
+    data->setText(text);
+    ClipboardMarks::setOwner(data, programName());
+    ClipboardMarks::markPrivate(data);
+    clipboard()->setMimeData(data, mode);
+}
+
 // The keys that paste in the window in front: the user's choice for its application, else
 // those of its kind.
 PasteKeys::Key pasteKeyHere()
@@ -131,11 +142,7 @@ void lendClipboardToSelection()
     // A selection this program holds is one lent by an earlier paste, not the user's.
     const QString selected =
         clipboard()->ownsSelection() ? QString() : clipboard()->text(QClipboard::Selection);
-    auto *data = new QMimeData;
-    data->setText(clipboard()->text());
-    ClipboardMarks::setOwner(data, programName());
-    ClipboardMarks::markPrivate(data);
-    clipboard()->setMimeData(data, QClipboard::Selection);
+    placeOwnText(clipboard()->text(), QClipboard::Selection);
     QTimer::singleShot(500, QCoreApplication::instance(), [selected] {
         if (!selected.isEmpty())
             clipboard()->setText(selected, QClipboard::Selection);
@@ -221,11 +228,7 @@ QMimeData *copyOf(const QMimeData &data)
 
 void setClipboardText(const QString &text)
 {
-    auto *data = new QMimeData;
-    data->setText(text);
-    ClipboardMarks::setOwner(data, programName());
-    ClipboardMarks::markPrivate(data);
-    clipboard()->setMimeData(data, QClipboard::Clipboard);
+    placeOwnText(text, QClipboard::Clipboard);
 }
 
 void paste()
