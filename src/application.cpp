@@ -13,7 +13,9 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv)
     installNativeEventFilter(this);
     m_systemEvents = createSystemEvents(this);
     connect(m_systemEvents, &ISystemEvents::powerResumed, this, &Application::onPowerResumed);
-    connect(m_systemEvents, &ISystemEvents::terminationRequested, this, &QCoreApplication::quit);
+    connect(m_systemEvents, &ISystemEvents::terminationRequested, this,
+            &Application::terminationRequested);
+    connect(this, &Application::terminationRequested, this, &QCoreApplication::quit);
 }
 
 Application::~Application()

@@ -29,6 +29,8 @@ public:
 
 signals:
     void powerResume();
+    // The session or a signal asks the program to end; it quits unless still starting.
+    void terminationRequested();
 
 private:
     void onPowerResumed();

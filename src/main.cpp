@@ -113,6 +113,16 @@ void showReleaseNotesOnce(MainWindow &mainWindow)
     Settings::setReleaseNotesVersion(Settings::currentReleaseNotesVersion());
 }
 
+void tellAlreadyRunning(Application &app)
+{
+    qDebug() << "Another instance did not quit; telling the user";
+    // Shown before the event loop runs, where quit() does nothing: the box closes itself.
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("Velmorin"),
+                    QObject::tr("Velmorin is already running!"), QMessageBox::Ok);
+    QObject::connect(&app, &Application::terminationRequested, &box, &QMessageBox::reject);
+    box.exec();
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -144,11 +154,12 @@ int main(int argc, char *argv[])
     logBanner(modes);
 
     RunGuard guard(QStringLiteral("VelmorinRunGuard"));
-    if (!guard.waitToRun(10, std::chrono::milliseconds(1000))) {
-        QMessageBox::warning(nullptr, QStringLiteral("Velmorin"),
-                             QObject::tr("Velmorin is already running!"), QMessageBox::Ok);
+    QObject::connect(&app, &Application::terminationRequested, &guard, &RunGuard::cancelWaiting);
+    const RunGuard::Start start = guard.waitToRun(10, std::chrono::milliseconds(1000));
+    if (start == RunGuard::Start::Blocked)
+        tellAlreadyRunning(app);
+    if (start != RunGuard::Start::Running)
         return 0;
-    }
 
     qDebug() << "Main thread:" << QThread::currentThreadId();
     qDebug().noquote() << "Settings:" << settings.fileName();

@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDebug>
-#include <QThread>
+#include <QEventLoop>
 
 #include <cstring>
 
@@ -30,8 +30,11 @@ private:
 } // namespace
 
 RunGuard::RunGuard(const QString &key, QObject *parent)
-    : QObject(parent), m_key(key), m_sharedMem(deriveKey(key, QStringLiteral("_sharedmemKey"))),
-      m_memLock(deriveKey(key, QStringLiteral("_memLockKey")), 1, QSystemSemaphore::Open)
+    : QObject(parent), m_key(key),
+      m_sharedMem(*new QSharedMemory(deriveKey(key, QStringLiteral("_sharedmemKey")))),
+      m_launches(*new QSharedMemory(deriveKey(key, QStringLiteral("_launchesKey")))),
+      m_memLock(*new QSystemSemaphore(deriveKey(key, QStringLiteral("_memLockKey")), 1,
+                                      QSystemSemaphore::Open))
 {}
 
 RunGuard::~RunGuard()
@@ -40,6 +43,8 @@ RunGuard::~RunGuard()
     SegmentLock lock(m_memLock);
     if (m_sharedMem.isAttached())
         m_sharedMem.detach();
+    if (m_launches.isAttached())
+        m_launches.detach();
 }
 
 QString RunGuard::deriveKey(const QString &key, const QString &salt)
@@ -53,6 +58,11 @@ QString RunGuard::deriveKey(const QString &key, const QString &salt)
 bool RunGuard::tryToRun()
 {
     SegmentLock lock(m_memLock);
+    return createSegment();
+}
+
+bool RunGuard::createSegment()
+{
     // A segment left behind by a killed instance has no process attached, but System V keeps
     // it, and a new key file can land on the same key. Attaching and detaching again removes
     // such a segment; one that a live instance holds stays.
@@ -66,19 +76,81 @@ bool RunGuard::tryToRun()
     return false;
 }
 
-bool RunGuard::waitToRun(int rounds, std::chrono::milliseconds delay)
+RunGuard::Start RunGuard::waitToRun(int rounds, std::chrono::milliseconds delay)
 {
-    for (int round = 0; round < rounds; ++round) {
-        if (tryToRun()) {
+    {
+        SegmentLock lock(m_memLock);
+        drawTicket();
+    }
+    for (int round = 0; round < rounds && !m_cancelled; ++round) {
+        switch (claim()) {
+        case Claim::Held:
             qDebug() << "Launched new instance successfully";
             listen();
-            return true;
+            return Start::Running;
+        case Claim::Superseded:
+            qDebug() << "A newer launch takes over; leaving it to that one";
+            return Start::Superseded;
+        case Claim::Taken:
+            break;
         }
         qDebug() << "Another instance is running. Waiting for it to quit...";
         notify(1);
-        QThread::msleep(std::chrono::milliseconds(delay).count());
+        QEventLoop pause;
+        m_waiting = &pause;
+        QTimer::singleShot(delay, &pause, &QEventLoop::quit);
+        if (!m_cancelled)
+            pause.exec();
+        m_waiting = nullptr;
     }
-    return false;
+    // Left in place, the request would end the running instance after this launch is gone.
+    SegmentLock lock(m_memLock);
+    if (!newerLaunchWaits() && m_sharedMem.attach()) {
+        writeRequest(0);
+        m_sharedMem.detach();
+    }
+    return m_cancelled ? Start::Cancelled : Start::Blocked;
+}
+
+void RunGuard::cancelWaiting()
+{
+    m_cancelled = true;
+    if (m_waiting)
+        m_waiting->quit();
+}
+
+void RunGuard::drawTicket()
+{
+    if (!m_launches.create(sizeof m_ticket) && !m_launches.attach()) {
+        qWarning() << "Unable to attach to the launch counter:" << m_launches.errorString();
+        return;
+    }
+    qint32 newest = 0;
+    std::memcpy(&newest, m_launches.constData(), sizeof newest);
+    m_ticket = newest + 1;
+    std::memcpy(m_launches.data(), &m_ticket, sizeof m_ticket);
+}
+
+bool RunGuard::newerLaunchWaits()
+{
+    if (!m_launches.isAttached())
+        return false;
+    qint32 newest = 0;
+    std::memcpy(&newest, m_launches.constData(), sizeof newest);
+    return newest > m_ticket;
+}
+
+RunGuard::Claim RunGuard::claim()
+{
+    // One lock for both, so that a launch drawing its number after this check finds the
+    // segment held and asks this one to quit.
+    SegmentLock lock(m_memLock);
+    if (newerLaunchWaits())
+        return Claim::Superseded;
+    if (!createSegment())
+        return Claim::Taken;
+    m_launches.detach();
+    return Claim::Held;
 }
 
 void RunGuard::notify(int value)
@@ -89,12 +161,7 @@ void RunGuard::notify(int value)
         qWarning() << "Unable to attach to the shared memory.";
         return;
     }
-    if (m_sharedMem.lock()) {
-        std::memcpy(m_sharedMem.data(), &value, sizeof value);
-        m_sharedMem.unlock();
-    } else {
-        qWarning() << "Unable to lock to the shared memory.";
-    }
+    writeRequest(value);
     if (!wasAttached)
         m_sharedMem.detach();
 }
@@ -109,27 +176,31 @@ void RunGuard::listen()
 
 void RunGuard::check()
 {
+    SegmentLock lock(m_memLock);
     int value = 0;
-    if (readRequestWord(&value) && value == 1) {
+    if (m_sharedMem.isAttached() && readRequest(&value) && value == 1) {
         qDebug() << "Another instance launched";
         QCoreApplication::quit();
     }
 }
 
-bool RunGuard::readRequestWord(int *value)
+bool RunGuard::readRequest(int *value)
 {
-    SegmentLock lock(m_memLock);
-    const bool wasAttached = m_sharedMem.isAttached();
-    if (!wasAttached && !m_sharedMem.attach(QSharedMemory::ReadOnly))
-        return false;
-    const bool locked = m_sharedMem.lock();
-    if (locked) {
-        std::memcpy(value, m_sharedMem.constData(), sizeof *value);
-        m_sharedMem.unlock();
-    } else {
+    if (!m_sharedMem.lock()) {
         qWarning() << "Unable to lock to the shared memory.";
+        return false;
     }
-    if (!wasAttached)
-        m_sharedMem.detach();
-    return locked;
+    std::memcpy(value, m_sharedMem.constData(), sizeof *value);
+    m_sharedMem.unlock();
+    return true;
+}
+
+void RunGuard::writeRequest(int value)
+{
+    if (!m_sharedMem.lock()) {
+        qWarning() << "Unable to lock to the shared memory.";
+        return;
+    }
+    std::memcpy(m_sharedMem.data(), &value, sizeof value);
+    m_sharedMem.unlock();
 }

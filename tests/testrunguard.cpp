@@ -2,11 +2,15 @@
 #include "support/appprocess.h"
 #include "support/testprofile.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QSharedMemory>
 #include <QTest>
 
+#include <algorithm>
 #include <cstring>
+#include <memory>
+#include <vector>
 
 // The single-instance guard between real processes: the program itself and a probe that
 // holds, orphans or waits for the guard on a short schedule.
@@ -20,6 +24,8 @@ private slots:
     void secondLaunchReplacesTheFirst();
     void hungInstanceMakesTheNewOneGiveUp();
     void requestLeftByACrashedInstanceDoesNotQuitTheNext();
+    void burstOfLaunchesLeavesExactlyOne();
+    void waitingLaunchAndItsBoxEndOnSigterm();
 };
 
 void TestRunGuard::keysStayTheSameAcrossVersions()
@@ -120,6 +126,66 @@ void TestRunGuard::requestLeftByACrashedInstanceDoesNotQuitTheNext()
     QTest::qWait(2500);
     QVERIFY2(app.isRunning(), qPrintable(app.output()));
     QVERIFY(!app.output().contains(QStringLiteral("Another instance launched")));
+}
+
+void TestRunGuard::burstOfLaunchesLeavesExactlyOne()
+{
+    TestProfile profile;
+    for (int burst = 0; burst < 3; ++burst) {
+        std::vector<std::unique_ptr<AppProcess>> launches;
+        for (int i = 0; i < 20; ++i) {
+            launches.push_back(
+                std::make_unique<AppProcess>(QStringLiteral(VELMORIN_BINARY), profile));
+            launches.back()->start();
+        }
+        const auto running = [&launches] {
+            return std::count_if(launches.begin(), launches.end(),
+                                 [](const auto &launch) { return launch->isRunning(); });
+        };
+        // Generous: twenty programs start at once on what may be a busy machine.
+        QDeadlineTimer deadline(90000);
+        while (running() > 1 && !deadline.hasExpired())
+            QTest::qWait(100);
+        QString outputs;
+        for (const auto &launch : launches)
+            outputs += launch->output();
+        QVERIFY2(running() == 1, qPrintable(outputs.right(4000)));
+        const auto survivor = std::find_if(launches.begin(), launches.end(),
+                                           [](const auto &launch) { return launch->isRunning(); });
+        QVERIFY2((*survivor)->waitForOutput(QStringLiteral("Main thread:")),
+                 qPrintable((*survivor)->output()));
+        QVERIFY(!outputs.contains(QStringLiteral("did not quit")));
+        // It stays: no request is left behind for it.
+        QTest::qWait(2500);
+        QVERIFY2((*survivor)->isRunning(), qPrintable((*survivor)->output()));
+        (*survivor)->terminate();
+        QVERIFY((*survivor)->waitForExit());
+    }
+}
+
+void TestRunGuard::waitingLaunchAndItsBoxEndOnSigterm()
+{
+    TestProfile profile;
+    AppProcess holder(QStringLiteral(RUNGUARD_PROBE), profile);
+    holder.start({QStringLiteral("hold")});
+    QVERIFY2(holder.waitForOutput(QStringLiteral("holding")), qPrintable(holder.output()));
+
+    // While it waits for the holder to quit, and once it has given up and shows its box.
+    for (const QString &stage : {QStringLiteral("Waiting for it to quit"),
+                                 QStringLiteral("Another instance did not quit")}) {
+        AppProcess launch(QStringLiteral(VELMORIN_BINARY), profile);
+        launch.start();
+        QVERIFY2(launch.waitForOutput(stage, 30000), qPrintable(launch.output()));
+        QElapsedTimer clock;
+        clock.start();
+        launch.terminate();
+        QVERIFY2(launch.waitForExit(5000), qPrintable(stage));
+        QVERIFY2(clock.elapsed() < 2000, qPrintable(QString::number(clock.elapsed())));
+        QCOMPARE(launch.exitStatus(), QProcess::NormalExit);
+    }
+    QVERIFY(holder.isRunning());
+    holder.closeInput();
+    QVERIFY(holder.waitForExit());
 }
 
 QTEST_GUILESS_MAIN(TestRunGuard)

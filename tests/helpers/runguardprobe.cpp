@@ -43,7 +43,8 @@ int orphan()
 int wait(int rounds, int delayMs)
 {
     RunGuard guard(guardKey);
-    const bool running = guard.waitToRun(rounds, std::chrono::milliseconds(delayMs));
+    const RunGuard::Start start = guard.waitToRun(rounds, std::chrono::milliseconds(delayMs));
+    const bool running = start == RunGuard::Start::Running;
     std::printf("%s\n", running ? "running" : "gave up");
     std::fflush(stdout);
     return running ? 0 : 1;
