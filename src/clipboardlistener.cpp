@@ -129,7 +129,7 @@ void ClipboardListener::check()
     capture.application = application;
     capture.icon = iconFor(application, foreground);
     capture.serial = m_nextSerial++;
-    decode(capture);
+    queueImage(capture);
     m_pending.push_back(std::move(capture));
     deliverReady();
 }
@@ -182,38 +182,70 @@ QPixmap ClipboardListener::iconFor(const QString &application, const QString &fo
     return icon;
 }
 
-void ClipboardListener::decode(Capture &capture)
+void ClipboardListener::queueImage(Capture &capture)
+{
+    if (encodedImageFormat(*capture.data).isEmpty())
+        return;
+    const auto waiting = std::find_if(m_pending.begin(), m_pending.end(), [](const Capture &c) {
+        return c.stage == Capture::Stage::Waiting;
+    });
+    if (waiting != m_pending.end()) {
+        qDebug() << "Dropped a copied image that was still waiting to be decoded; a newer one "
+                    "came";
+        m_pending.erase(waiting);
+    }
+    const bool busy = std::any_of(m_pending.begin(), m_pending.end(), [](const Capture &c) {
+        return c.stage == Capture::Stage::Decoding;
+    });
+    if (busy)
+        capture.stage = Capture::Stage::Waiting;
+    else
+        startDecoding(capture);
+}
+
+void ClipboardListener::startDecoding(Capture &capture)
 {
     const QString format = encodedImageFormat(*capture.data);
-    if (format.isEmpty())
-        return;
-    capture.decoding = true;
-    auto *task = new DecodeImage(capture.serial, capture.data->data(format));
+    capture.stage = Capture::Stage::Decoding;
+    // The cache keeps PNG and JPEG as they came; anything else is stored as PNG.
+    const bool keptAsItCame =
+        format == QLatin1String("image/png") || format == QLatin1String("image/jpeg");
+    auto *task = new DecodeImage(capture.serial, capture.data->data(format), !keptAsItCame);
+    if (!keptAsItCame)
+        capture.data->removeFormat(format);
     connect(task, &DecodeImage::decoded, this, &ClipboardListener::onDecoded, Qt::QueuedConnection);
     QThreadPool::globalInstance()->start(task);
 }
 
-void ClipboardListener::onDecoded(quint64 serial, const QImage &image)
+void ClipboardListener::onDecoded(quint64 serial, const QImage &image, const QByteArray &png)
 {
     for (Capture &capture : m_pending) {
         if (capture.serial != serial)
             continue;
-        capture.decoding = false;
+        capture.stage = Capture::Stage::Ready;
         if (image.isNull()) {
             // Reported without the image: as its text, or as unknown content.
             qDebug() << "The copied image could not be decoded";
             capture.data->removeFormat(encodedImageFormat(*capture.data));
         } else {
             capture.data->setImageData(image);
+            if (!png.isEmpty())
+                capture.data->setData(QStringLiteral("image/png"), png);
         }
         break;
+    }
+    for (Capture &capture : m_pending) {
+        if (capture.stage == Capture::Stage::Waiting) {
+            startDecoding(capture);
+            break;
+        }
     }
     deliverReady();
 }
 
 void ClipboardListener::deliverReady()
 {
-    while (!m_pending.empty() && !m_pending.front().decoding) {
+    while (!m_pending.empty() && m_pending.front().stage == Capture::Stage::Ready) {
         Capture capture = std::move(m_pending.front());
         m_pending.pop_front();
         deliver(capture);

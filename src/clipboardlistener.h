@@ -37,22 +37,26 @@ signals:
 
 private:
     // One change on its way out. Changes leave in the order they came, so a later copy waits
-    // for an image before it that is still being decoded.
+    // for an image before it that is still being decoded. One image is decoded at a time and
+    // at most one more waits for its turn: a newer copied image takes the waiting one's place,
+    // so that a flood of images neither holds them all in memory nor delays the texts behind.
     struct Capture
     {
+        enum class Stage { Ready, Waiting, Decoding };
         std::unique_ptr<QMimeData> data;
         QPixmap icon;
         QString application;
         quint64 serial = 0;
-        bool decoding = false;
+        Stage stage = Stage::Ready;
     };
 
     void reloadSettings();
     bool rewrite(const QMimeData &current, const QString &application);
     void applyRewrite();
     QPixmap iconFor(const QString &application, const QString &foreground);
-    void decode(Capture &capture);
-    void onDecoded(quint64 serial, const QImage &image);
+    void queueImage(Capture &capture);
+    void startDecoding(Capture &capture);
+    void onDecoded(quint64 serial, const QImage &image, const QByteArray &png);
     void deliverReady();
     void deliver(Capture &capture);
 

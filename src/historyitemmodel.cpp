@@ -109,20 +109,45 @@ bool HistoryItemModel::addText(const QString &text, const QString &html, const Q
     return true;
 }
 
+namespace {
+
+bool isPng(const QByteArray &bytes)
+{
+    return bytes.startsWith("\x89PNG\r\n\x1a\n");
+}
+
+bool isJpeg(const QByteArray &bytes)
+{
+    return bytes.startsWith("\xff\xd8\xff");
+}
+
+} // namespace
+
 bool HistoryItemModel::addImage(const QUrl &source, const QImage &image, const QPixmap &icon,
                                 const QString &application, const QDateTime &time,
-                                const QByteArray &pngBytes)
+                                const QByteArray &encoded)
 {
     recordApplication(application, icon);
     QStandardItem *item = newImageItem(source, image, icon, application, time);
+    QString fileName = item->data(FilenameRole).toString();
+    if (source.isEmpty() && isJpeg(encoded)) {
+        fileName.replace(fileName.size() - 3, 3, QStringLiteral("jpg"));
+        item->setData(fileName, FilenameRole);
+    }
     // Merged before its file is written, so a refused image leaves nothing in the cache.
     if (!mergeItem(item, true)) {
         delete item;
         return false;
     }
     const bool keepBytes =
-        item->data(FilenameRole).toString().endsWith(QStringLiteral(".png"), Qt::CaseInsensitive);
-    copyToCache(item, image, keepBytes ? pngBytes : QByteArray(), source);
+        (fileName.endsWith(QLatin1String(".png"), Qt::CaseInsensitive) && isPng(encoded)) ||
+        (fileName.endsWith(QLatin1String(".jpg"), Qt::CaseInsensitive) && isJpeg(encoded));
+    const QUuid id = item->data(IdRole).toUuid();
+    // Made from the image at hand: read back from its file, a large image is decoded twice.
+    if (!image.isNull())
+        setThumbnail(MakeThumbnail::thumbnailOf(image), id);
+    writeToCache(id, fileName, keepBytes ? QImage() : image, keepBytes ? encoded : QByteArray(),
+                 source, image.isNull());
     save(true);
     return true;
 }
@@ -136,11 +161,11 @@ void HistoryItemModel::addMimeData(QMimeData *data, const QPixmap &icon, const Q
         return;
     const QImage image = qvariant_cast<QImage>(data->imageData());
     if (!image.isNull()) {
-        const QByteArray png = data->data(QStringLiteral("image/png"));
-        // Stored as they came when they really are PNG; anything else is encoded again.
-        const bool isPng = png.startsWith("\x89PNG\r\n\x1a\n");
-        addImage(urls.isEmpty() ? QUrl() : urls.first(), image, icon, application, now(),
-                 isPng ? png : QByteArray());
+        // Stored as they came when they really are PNG or JPEG; anything else is encoded again.
+        QByteArray encoded = data->data(QStringLiteral("image/png"));
+        if (!isPng(encoded))
+            encoded = data->data(QStringLiteral("image/jpeg"));
+        addImage(urls.isEmpty() ? QUrl() : urls.first(), image, icon, application, now(), encoded);
     } else if (data->hasText()) {
         addText(data->text(), data->html(), icon, application);
     } else if (data->hasHtml()) {
@@ -630,12 +655,15 @@ void HistoryItemModel::copyToCache(const QStandardItem *item, const QImage &imag
 }
 
 void HistoryItemModel::writeToCache(const QUuid &id, const QString &fileName, const QImage &image,
-                                    const QByteArray &bytes, const QUrl &source)
+                                    const QByteArray &bytes, const QUrl &source,
+                                    bool thumbnailFromFile)
 {
     auto *task = new CopyToCache(image, bytes, id, fileName, source);
-    connect(
-        task, &CopyToCache::done, this, [this, id, fileName] { makeThumbnail(id, fileName); },
-        Qt::QueuedConnection);
+    if (thumbnailFromFile) {
+        connect(
+            task, &CopyToCache::done, this, [this, id, fileName] { makeThumbnail(id, fileName); },
+            Qt::QueuedConnection);
+    }
     QThreadPool::globalInstance()->start(task);
 }
 

@@ -44,12 +44,13 @@ public:
     QDateTime now() const;
 
     // A copied text or image; false when the merge refused it. Saved and handed to sync when
-    // kept. pngBytes, when the clipboard offered them, are stored instead of encoding again.
+    // kept. encoded, PNG or JPEG as the clipboard offered it, is stored instead of encoding
+    // the image again.
     bool addText(const QString &text, const QString &html, const QPixmap &icon,
                  const QString &application);
     bool addImage(const QUrl &source, const QImage &image, const QPixmap &icon,
                   const QString &application, const QDateTime &time,
-                  const QByteArray &pngBytes = QByteArray());
+                  const QByteArray &encoded = QByteArray());
 
     // Takes the item when it returns true; the caller deletes a refused one.
     bool merge(QStandardItem *item);
@@ -143,7 +144,7 @@ private:
     void copyToCache(const QStandardItem *item, const QImage &image, const QByteArray &bytes,
                      const QUrl &source);
     void writeToCache(const QUuid &id, const QString &fileName, const QImage &image,
-                      const QByteArray &bytes, const QUrl &source);
+                      const QByteArray &bytes, const QUrl &source, bool thumbnailFromFile = true);
     void makeThumbnail(const QUuid &id, const QString &fileName);
     void moveToOrderedRow(int row);
     // Inserts above the first row it goes above: pinned first, newest first.

@@ -11,21 +11,12 @@ MakeThumbnail::MakeThumbnail(const QUuid &id, const QString &fileName)
     setAutoDelete(true);
 }
 
-QRect MakeThumbnail::cropRect(int width, int height)
-{
-    const double ratio = 1.3333333333333333;
-    if (width > height * ratio) {
-        const int newWidth = int(height * ratio);
-        return QRect((width - newWidth) / 2, 0, newWidth, height);
-    }
-    const int newHeight = int(width / ratio);
-    return QRect(0, (height - newHeight) / 2, width, newHeight);
-}
-
 QImage MakeThumbnail::thumbnailOf(const QImage &image)
 {
-    return image.copy(cropRect(image.width(), image.height()))
-        .scaled(160, 120, Qt::IgnoreAspectRatio, Qt::FastTransformation);
+    // Sampled down to twice the size first, which is fast on an 8K image, then smoothed.
+    const QSize size = image.size().scaled(160, 120, Qt::KeepAspectRatio);
+    return image.scaled(size * 2, Qt::IgnoreAspectRatio, Qt::FastTransformation)
+        .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 void MakeThumbnail::run()

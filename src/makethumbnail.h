@@ -2,12 +2,11 @@
 
 #include <QImage>
 #include <QObject>
-#include <QRect>
 #include <QRunnable>
 #include <QUuid>
 
-// Reads an image clipping's file back from the cache on a pool thread and makes the 160 x 120
-// thumbnail the lists show: the centre cut to 4:3, scaled fast.
+// Reads an image clipping's file back from the cache on a pool thread and makes the thumbnail
+// the lists show: the whole image within 160 x 120.
 class MakeThumbnail final : public QObject, public QRunnable
 {
     Q_OBJECT
@@ -17,8 +16,6 @@ public:
 
     void run() override;
 
-    // The 4:3 part of an image of this size that the thumbnail shows.
-    static QRect cropRect(int width, int height);
     static QImage thumbnailOf(const QImage &image);
 
 signals:

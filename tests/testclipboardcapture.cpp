@@ -20,9 +20,11 @@
 #include <QMimeData>
 #include <QPointer>
 #include <QRegularExpression>
+#include <QSemaphore>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThreadPool>
 
 #include <memory>
 
@@ -89,6 +91,7 @@ private slots:
     void programsOwnTransientTextIsPrivate();
     void changeDuringReadIsDropped();
     void imagesAreDecodedAndReportedInOrder();
+    void aFloodOfImagesKeepsOnlyTheNewestWaiting();
     void classification_data();
     void classification();
 
@@ -349,6 +352,33 @@ void TestClipboardCapture::imagesAreDecodedAndReportedInOrder()
     QCOMPARE(changes.at(1).data->text(), QStringLiteral("after the image"));
     QVERIFY(!changes.at(2).data->hasImage());
     QCOMPARE(changes.at(2).data->text(), QStringLiteral("broken image"));
+}
+
+void TestClipboardCapture::aFloodOfImagesKeepsOnlyTheNewestWaiting()
+{
+    // The pool's threads are kept busy, so the first image is still being decoded while the
+    // others come.
+    QThreadPool *pool = QThreadPool::globalInstance();
+    QSemaphore release;
+    for (int i = 0; i < pool->maxThreadCount(); ++i)
+        pool->start([&release] { release.acquire(); });
+    for (int i = 1; i <= 5; ++i) {
+        auto *image = new QMimeData;
+        image->setData(QStringLiteral("image/png"), pngOf(testImage(100 + i, 50)));
+        setClipboard(image);
+        if (i == 3)
+            setClipboard(mime(QStringLiteral("between the images")));
+    }
+    release.release(pool->maxThreadCount());
+    QTRY_COMPARE(m_spy->size(), 3);
+    QTest::qWait(100);
+    QCOMPARE(m_spy->size(), 3);
+
+    // The one being decoded, the text, and the newest; the others waited and were dropped.
+    const QList<Change> changes = takeChanges();
+    QCOMPARE(qvariant_cast<QImage>(changes.at(0).data->imageData()).width(), 101);
+    QCOMPARE(changes.at(1).data->text(), QStringLiteral("between the images"));
+    QCOMPARE(qvariant_cast<QImage>(changes.at(2).data->imageData()).width(), 105);
 }
 
 void TestClipboardCapture::classification_data()

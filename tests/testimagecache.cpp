@@ -17,7 +17,7 @@ using namespace Clipping;
 
 namespace {
 
-// Three bands along the long side, so the crop shows in the thumbnail's colours.
+// Three bands along the long side, so that what the thumbnail shows is seen in its colours.
 QImage bands(int width, int height, int firstEnd, int middleEnd)
 {
     QImage image(width, height, QImage::Format_RGB32);
@@ -34,23 +34,23 @@ QImage bands(int width, int height, int firstEnd, int middleEnd)
     return image;
 }
 
-bool allGreen(const QImage &image)
+// The whole image, scaled: red at the start of the long side, blue at its end.
+bool showsAllBands(const QImage &thumbnail, const QSize &size)
 {
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixelColor(x, y) != QColor(Qt::green))
-                return false;
-        }
-    }
-    return true;
+    const bool across = thumbnail.width() > thumbnail.height();
+    const QPoint end = across ? QPoint(thumbnail.width() - 1, thumbnail.height() / 2)
+                              : QPoint(thumbnail.width() / 2, thumbnail.height() - 1);
+    return thumbnail.size() == size && thumbnail.pixelColor(0, 0) == QColor(Qt::red) &&
+           thumbnail.pixelColor(end) == QColor(Qt::blue) &&
+           thumbnail.pixelColor(thumbnail.rect().center()) == QColor(Qt::green);
 }
 
-QByteArray png(const QImage &image)
+QByteArray encoded(const QImage &image, const char *format = "PNG")
 {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG", 0); // an unusual compression level, to see the bytes are kept
+    image.save(&buffer, format, 0); // an unusual quality, to see the bytes are kept
     return bytes;
 }
 
@@ -75,10 +75,12 @@ class TestImageCache final : public QObject
 private slots:
     void initTestCase();
     void init();
-    void thumbnailsShowTheCentreInFourToThree();
+    void thumbnailsShowTheWholeImage_data();
+    void thumbnailsShowTheWholeImage();
     void copyToCacheWritesWhatItIsGiven();
     void thumbnailsComeFromTheCacheOrNotAtAll();
     void cleaningDeletesOnlyFoldersNobodyOwns();
+    void anAddedImageGetsItsFileAndThumbnail_data();
     void anAddedImageGetsItsFileAndThumbnail();
 
 private:
@@ -96,24 +98,26 @@ void TestImageCache::init()
     QDir(imagesRoot()).removeRecursively();
 }
 
-void TestImageCache::thumbnailsShowTheCentreInFourToThree()
+void TestImageCache::thumbnailsShowTheWholeImage_data()
 {
-    QCOMPARE(MakeThumbnail::cropRect(1000, 500), QRect(167, 0, 666, 500));
-    QCOMPARE(MakeThumbnail::cropRect(300, 400), QRect(0, 87, 300, 225));
-    QCOMPARE(MakeThumbnail::cropRect(160, 120), QRect(0, 0, 160, 120));
+    QTest::addColumn<QImage>("image");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("wide") << bands(1000, 500, 167, 833) << QSize(160, 80);
+    QTest::newRow("tall") << bands(300, 400, 87, 312) << QSize(90, 120);
+    QTest::newRow("small") << bands(40, 30, 10, 30) << QSize(160, 120);
+}
 
-    const QImage wide = MakeThumbnail::thumbnailOf(bands(1000, 500, 167, 833));
-    QCOMPARE(wide.size(), QSize(160, 120));
-    QVERIFY(allGreen(wide));
-    const QImage tall = MakeThumbnail::thumbnailOf(bands(300, 400, 87, 312));
-    QCOMPARE(tall.size(), QSize(160, 120));
-    QVERIFY(allGreen(tall));
+void TestImageCache::thumbnailsShowTheWholeImage()
+{
+    QFETCH(QImage, image);
+    QFETCH(QSize, size);
+    QVERIFY(showsAllBands(MakeThumbnail::thumbnailOf(image), size));
 }
 
 void TestImageCache::copyToCacheWritesWhatItIsGiven()
 {
     const QImage image = bands(64, 48, 10, 40);
-    const QByteArray bytes = png(image);
+    const QByteArray bytes = encoded(image);
     const QUuid id = QUuid::createUuid();
     auto *fromClipboard = new CopyToCache(QImage(), bytes, id, QStringLiteral("a.png"), QUrl());
     QSignalSpy done(fromClipboard, &CopyToCache::done);
@@ -149,7 +153,7 @@ void TestImageCache::thumbnailsComeFromTheCacheOrNotAtAll()
     QSignalSpy thumbnails(task, &MakeThumbnail::thumbnail);
     runTask(task);
     QTRY_COMPARE(thumbnails.size(), 1);
-    QVERIFY(allGreen(thumbnails.at(0).at(0).value<QImage>()));
+    QVERIFY(showsAllBands(thumbnails.at(0).at(0).value<QImage>(), QSize(160, 80)));
     QCOMPARE(thumbnails.at(0).at(1).toUuid(), id);
 
     auto *missing = new MakeThumbnail(id, QStringLiteral("gone.png"));
@@ -176,23 +180,35 @@ void TestImageCache::cleaningDeletesOnlyFoldersNobodyOwns()
     QVERIFY(root.exists(QStringLiteral("stray.txt")));
 }
 
+void TestImageCache::anAddedImageGetsItsFileAndThumbnail_data()
+{
+    QTest::addColumn<QByteArray>("format");
+    QTest::addColumn<QString>("fileName");
+    QTest::newRow("PNG kept") << QByteArray("PNG") << QStringLiteral("app.exe-400x300.png");
+    QTest::newRow("JPEG kept") << QByteArray("JPEG") << QStringLiteral("app.exe-400x300.jpg");
+    QTest::newRow("other encoded") << QByteArray("BMP") << QStringLiteral("app.exe-400x300.png");
+}
+
 void TestImageCache::anAddedImageGetsItsFileAndThumbnail()
 {
+    QFETCH(QByteArray, format);
+    QFETCH(QString, fileName);
     QSettings settings;
     settings.clear();
     Settings::writeDefaults(settings);
     HistoryItemModel model(m_profile.path(QStringLiteral("data/History.json")));
-    const QImage image = bands(400, 300, 0, 400);
-    const QByteArray bytes = png(image);
+    const QImage image = bands(400, 300, 100, 300);
+    const QByteArray bytes = encoded(image, format);
     QVERIFY(model.addImage(QUrl(), image, QPixmap(), QStringLiteral("app.exe"),
                            QDateTime::currentDateTime(), bytes));
     const QStandardItem *clipping = model.item(0);
-    QCOMPARE(clipping->data(FilenameRole).toString(), QStringLiteral("app.exe-400x300.png"));
-    QTRY_VERIFY(!clipping->data(ThumbnailRole).value<QImage>().isNull());
-    QVERIFY(allGreen(clipping->data(ThumbnailRole).value<QImage>()));
-    const QString file =
-        imageFolder(clipping->data(IdRole).toUuid()) + QStringLiteral("/app.exe-400x300.png");
-    QCOMPARE(readFile(file), bytes);
+    QCOMPARE(clipping->data(FilenameRole).toString(), fileName);
+    QVERIFY(showsAllBands(clipping->data(ThumbnailRole).value<QImage>(), QSize(160, 120)));
+    const QString file = imageFolder(clipping->data(IdRole).toUuid()) + u'/' + fileName;
+    if (format == "BMP")
+        QTRY_VERIFY(readFile(file).startsWith("\x89PNG"));
+    else
+        QTRY_COMPARE(readFile(file), bytes);
     model.finishSaves();
 }
 
