@@ -3,6 +3,7 @@
 #include "appmodes.h"
 #include "settings.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
 #include <QFile>
@@ -11,6 +12,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
+#include <QScopeGuard>
 #include <QStandardPaths>
 
 namespace {
@@ -262,11 +264,19 @@ bool HistoryFile::decode(const QByteArray &bytes, Document *document)
     return true;
 }
 
-HistoryFile::WriteResult HistoryFile::write(const QString &path, const QByteArray &data)
+HistoryFile::WriteResult HistoryFile::write(const QString &path, const QByteArray &data,
+                                            QString *error)
 {
+    QString reason;
+    const auto tell = qScopeGuard([&reason, error] {
+        if (error)
+            *error = reason;
+    });
     const QString folder = QFileInfo(path).absolutePath();
     if (!QDir().mkpath(folder)) {
         qWarning().noquote() << "Failed to create " + folder;
+        reason = QCoreApplication::translate("HistoryFile", "the folder %1 cannot be made")
+                     .arg(QDir::toNativeSeparators(folder));
         return WriteResult::FolderFailed;
     }
     if (!data.isEmpty()) {
@@ -276,6 +286,7 @@ HistoryFile::WriteResult HistoryFile::write(const QString &path, const QByteArra
         QSaveFile file(temporary);
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
             qWarning().noquote() << temporary + " cannot be opened for writing.";
+            reason = file.errorString();
             return WriteResult::TemporaryFailed;
         }
         if (file.write(data) == data.size() && file.commit()) {
@@ -285,8 +296,9 @@ HistoryFile::WriteResult HistoryFile::write(const QString &path, const QByteArra
                 return WriteResult::Written;
             }
         }
+        reason = file.errorString();
     }
-    qWarning() << "Writing to file" << path << "failed.";
+    qWarning() << "Writing to file" << path << "failed." << reason;
     return WriteResult::WriteFailed;
 }
 

@@ -66,8 +66,9 @@ public:
     // On a refused document logs why and returns false.
     static bool decode(const QByteArray &bytes, Document *document);
 
-    // Writes path + "-tmp" to stable storage, then replaces path with it. Logs every failure.
-    static WriteResult write(const QString &path, const QByteArray &data);
+    // Writes path + "-tmp" to stable storage, then replaces path with it. Logs every failure
+    // and tells the system's reason in error ("No space left on device").
+    static WriteResult write(const QString &path, const QByteArray &data, QString *error = nullptr);
     // Reads path; when only its "-tmp" file is there (a save was cut short between removing the
     // old file and renaming the new one), reads that and puts it back in place.
     static ReadResult read(const QString &path, QByteArray *data);

@@ -628,12 +628,20 @@ void HistoryItemModel::finishSaves()
     QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
 }
 
-void HistoryItemModel::onSaveFinished(const QString &path, int result, bool tellSync)
+void HistoryItemModel::onSaveFinished(const QString &path, int result, bool tellSync,
+                                      const QString &error)
 {
-    const auto outcome = HistoryFile::WriteResult(result);
-    if (outcome == HistoryFile::WriteResult::WriteFailed)
-        emit warning(tr("Writing the clippings file failed: ") + path);
-    const bool written = outcome == HistoryFile::WriteResult::Written;
+    const bool written = HistoryFile::WriteResult(result) == HistoryFile::WriteResult::Written;
+    // Told once, not once per copy: a full disk fails every save until space is freed.
+    const QString problem =
+        written ? QString()
+                : tr("Writing the clippings file failed: %1 (%2). The clippings are kept and "
+                     "saved as soon as writing works again.")
+                      .arg(QDir::toNativeSeparators(path), error);
+    if (problem.isEmpty() != m_saveProblem.isEmpty()) {
+        m_saveProblem = problem;
+        emit saveProblemChanged(problem);
+    }
     if (written && tellSync)
         emit syncRequested();
     emit saveFinished(written);

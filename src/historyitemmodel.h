@@ -113,6 +113,9 @@ signals:
     // The history file was written with changes that should go online.
     void syncRequested();
     void saveFinished(bool written);
+    // Why the clippings cannot be saved, once when saving starts to fail; an empty text once
+    // a save succeeds again.
+    void saveProblemChanged(const QString &problem);
 
 private:
     struct Limits
@@ -150,7 +153,7 @@ private:
     // Inserts above the first row it goes above: pinned first, newest first.
     void insertOrdered(QStandardItem *clipping, bool aboveEqual = false);
     QList<QStandardItem *> takeRows(QList<int> rows);
-    void onSaveFinished(const QString &path, int result, bool tellSync);
+    void onSaveFinished(const QString &path, int result, bool tellSync, const QString &error);
 
     QString m_path;
     QSortFilterProxyModel *m_proxy;
@@ -160,6 +163,7 @@ private:
     Limits m_limits;
     QSet<QString> m_excluded;
     QSet<QString> m_knownApplications;
+    QString m_saveProblem;
     QHash<QString, QPair<qint64, QByteArray>> m_iconPngs;
     ThumbnailBudget m_thumbnails{64};
     QSet<QUuid> m_thumbnailsPending;

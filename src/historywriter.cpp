@@ -54,6 +54,7 @@ void HistoryWriter::runPending()
         job->bytes = HistoryFile::encode(job->document, &m_encoded);
         qDebug() << "Profile: Serializing to JSON took " << timer.elapsed();
     }
-    const HistoryFile::WriteResult result = HistoryFile::write(job->path, job->bytes);
-    emit finished(job->path, int(result), job->tellSync);
+    QString error;
+    const HistoryFile::WriteResult result = HistoryFile::write(job->path, job->bytes, &error);
+    emit finished(job->path, int(result), job->tellSync, error);
 }

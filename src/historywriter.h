@@ -25,9 +25,9 @@ public:
     void waitForDone();
 
 signals:
-    // result is a HistoryFile::WriteResult. Emitted on the writer's thread; receivers on the
-    // GUI thread get it queued.
-    void finished(const QString &path, int result, bool tellSync);
+    // result is a HistoryFile::WriteResult, error the system's reason when it failed. Emitted
+    // on the writer's thread; receivers on the GUI thread get it queued.
+    void finished(const QString &path, int result, bool tellSync, const QString &error);
 
 private:
     struct Job

@@ -95,6 +95,9 @@ void connectTrayIcon(TrayIcon &tray, MainWindow &mainWindow)
     tray.setClippingCount(mainWindow.historyModel()->proxy()->rowCount());
     QObject::connect(&tray, &TrayIcon::runActionRequested, &mainWindow,
                      &MainWindow::runActionOnClipboard);
+    QObject::connect(&mainWindow, &MainWindow::problemStarted, &tray, [&tray](const QString &text) {
+        tray.showMessage(QStringLiteral("Velmorin"), text, QSystemTrayIcon::Warning);
+    });
     if (QSystemTrayIcon::isSystemTrayAvailable()) {
         tray.show();
     } else {

@@ -101,6 +101,14 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
                                FramelessHelper::BorderWidth, FramelessHelper::BorderWidth);
     layout->setSpacing(4);
     layout->addWidget(createHeader());
+    // Stays while the problem lasts, without stopping the user as a box would.
+    m_notice = new QLabel(this);
+    m_notice->setObjectName(QStringLiteral("notice"));
+    m_notice->setWordWrap(true);
+    m_notice->setStyleSheet(QStringLiteral("QLabel#notice { background: #fff3cd; color: #5c4400; "
+                                           "border: 1px solid #e0c060; padding: 4px; }"));
+    m_notice->hide();
+    layout->addWidget(m_notice);
     layout->addWidget(m_pages, 1);
 
     connectHistory();
@@ -193,6 +201,12 @@ void MainWindow::connectHistory()
 {
     connect(m_history, &HistoryItemModel::warning, this, [this](const QString &text) {
         QMessageBox::warning(this, QStringLiteral("Velmorin"), text);
+    });
+    connect(m_history, &HistoryItemModel::saveProblemChanged, this, [this](const QString &text) {
+        m_notice->setText(text);
+        m_notice->setVisible(!text.isEmpty());
+        if (!text.isEmpty())
+            emit problemStarted(text);
     });
     for (auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
         connect(m_history->proxy(), signal, this, &MainWindow::updateEmptyState);

@@ -96,6 +96,8 @@ public:
 
 signals:
     void clippingCountChanged(int count);
+    // A problem the user should hear of even with the window closed (shown in the window too).
+    void problemStarted(const QString &text);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -133,6 +135,7 @@ private:
     QStackedWidget *m_pages = nullptr;
     QStackedWidget *m_historyStack = nullptr;
     QLabel *m_emptyLabel = nullptr;
+    QLabel *m_notice = nullptr;
     HistoryItemView *m_historyView = nullptr;
     SnippetTreeView *m_snippetView = nullptr;
     SearchModel *m_searchModel = nullptr;

@@ -6,6 +6,7 @@
 #include "clipping.h"
 #include "clippingeditor.h"
 #include "globalshortcuts.h"
+#include "historyfile.h"
 #include "historyitemmodel.h"
 #include "historyitemview.h"
 #include "mainwindow.h"
@@ -30,6 +31,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
+#include <QLabel>
 #include <QMimeData>
 #include <QSettings>
 #include <QSignalSpy>
@@ -60,6 +62,7 @@ private slots:
     void commandsChangeTheHistory();
     void editedTextBecomesTheNewestCopy();
     void thumbnailsStayWithinTheirBudget();
+    void failingSavesShowOneNoticeUntilASaveWorks();
     void settingsDialogWritesWhatItShows();
     void screenshots();
 
@@ -441,6 +444,33 @@ void TestMainWindow::commandsChangeTheHistory()
     QCOMPARE(reloaded.proxy()->rowCount(), 4);
     QVERIFY(reloaded.proxy()->index(0, 0).data(LockedRole).toBool() ||
             reloaded.proxy()->index(1, 0).data(LockedRole).toBool());
+}
+
+void TestMainWindow::failingSavesShowOneNoticeUntilASaveWorks()
+{
+    // A folder where the new file is written stands for a full disk: every save fails.
+    const QString blocker = HistoryFile::temporaryPath(Settings::historyFilePath());
+    QVERIFY(QDir().mkpath(blocker));
+    QSignalSpy told(m_window, &MainWindow::problemStarted);
+    auto *notice = m_window->findChild<QLabel *>(QStringLiteral("notice"));
+    QVERIFY(notice);
+    m_window->showAndPin();
+    for (const QString &text : {QStringLiteral("one"), QStringLiteral("two")}) {
+        addTexts({text});
+        m_history->finishSaves();
+    }
+    QCOMPARE(told.size(), 1);
+    QVERIFY(notice->isVisible());
+    QVERIFY2(notice->text().contains(QDir::toNativeSeparators(Settings::historyFilePath())),
+             qPrintable(notice->text()));
+    QVERIFY(!QApplication::activeModalWidget());
+
+    QVERIFY(QDir(blocker).removeRecursively());
+    addTexts({QStringLiteral("three")});
+    m_history->finishSaves();
+    QTRY_VERIFY(!notice->isVisible());
+    QCOMPARE(told.size(), 1);
+    QCOMPARE(m_history->rowCount(), 3);
 }
 
 void TestMainWindow::editedTextBecomesTheNewestCopy()
