@@ -2,7 +2,9 @@
 
 #include "settings.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
+#include <QDebug>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -22,17 +24,32 @@ QString now()
     return QDateTime::currentDateTime().toString(Qt::ISODate);
 }
 
-bool readObject(const QString &path, QJsonObject &action)
+// On failure the reason, for the log and the action list.
+QString readObject(const QString &path, QJsonObject &action)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return false;
+        return file.errorString();
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
-    if (error.error != QJsonParseError::NoError || !document.isObject())
-        return false;
+    if (error.error != QJsonParseError::NoError)
+        return error.errorString();
+    if (!document.isObject())
+        return QStringLiteral("not a JSON object");
     action = document.object();
-    return true;
+    return QString();
+}
+
+// Listed so that the user sees it and can delete or fix it; never offered in a menu.
+QJsonObject unreadableAction(const QString &path, const QString &reason)
+{
+    qWarning().noquote() << "The action file" << QDir::toNativeSeparators(path)
+                         << "cannot be read:" << reason;
+    return {{QStringLiteral("title"), QFileInfo(path).fileName()},
+            {QStringLiteral("description"),
+             QCoreApplication::translate("ActionList", "This action file cannot be read: %1")
+                 .arg(reason)},
+            {QStringLiteral("unreadable"), true}};
 }
 
 // Every character but ASCII letters and digits removed; a word after a removed character
@@ -101,9 +118,11 @@ QMap<QString, QJsonObject> scanFolder(const QString &folder)
     QDirIterator entries(folder, QDir::Files);
     while (entries.hasNext()) {
         const QString path = entries.next();
+        if (path == templatePath())
+            continue;
         QJsonObject action;
-        if (path != templatePath() && readObject(path, action))
-            actions.insert(path, action);
+        const QString problem = readObject(path, action);
+        actions.insert(path, problem.isNull() ? action : unreadableAction(path, problem));
     }
     return actions;
 }
@@ -163,8 +182,10 @@ QList<QPair<QString, QJsonObject>> listedActions()
 void writeListing(const QList<QPair<QString, QJsonObject>> &actions)
 {
     QVariantMap titles;
-    for (const auto &[path, action] : actions)
-        titles.insert(path, action.value(QLatin1String("title")).toString());
+    for (const auto &[path, action] : actions) {
+        if (!action.value(QLatin1String("unreadable")).toBool())
+            titles.insert(path, action.value(QLatin1String("title")).toString());
+    }
     QSettings().setValue(SettingsKey::Actions, titles);
 }
 

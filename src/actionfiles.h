@@ -24,7 +24,8 @@ bool isBuiltIn(const QString &path);
 bool comesBefore(const QString &a, const QString &b);
 void sortPaths(QStringList &paths);
 
-// Every readable action file of the folder, by path; files that do not parse are left out.
+// Every action file of the folder, by path. A file that cannot be read or parsed is logged and
+// stands as an action marked "unreadable", titled with its file name, that says why.
 QMap<QString, QJsonObject> scanFolder(const QString &folder);
 // The title as a file name: ASCII letters and digits only, each word capitalised after the
 // first, made unique in the user folder.

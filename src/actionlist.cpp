@@ -116,6 +116,7 @@ QListWidgetItem *ActionList::addRow(const QString &path, const QJsonObject &acti
     item->setData(DescriptionRole, text("description"));
     item->setData(InputRole, text("input"));
     item->setData(FailedRole, action.value(QLatin1String("failed")).toBool());
+    item->setData(UnreadableRole, action.value(QLatin1String("unreadable")).toBool());
     item->setData(HiddenRole, hidden.contains(path));
     item->setData(ShortcutRole, shortcuts.value(path).toString());
     updateRowWidget(item);

@@ -22,6 +22,7 @@ public:
         FailedRole = Qt::UserRole + 17,
         HiddenRole = Qt::UserRole + 18,
         ShortcutRole = Qt::UserRole + 19,
+        UnreadableRole = Qt::UserRole + 20,
     };
 
     explicit ActionList(QWidget *parent = nullptr);

@@ -46,6 +46,9 @@ ActionListRow::ActionListRow(const QListWidgetItem *item, QWidget *parent) : QWi
     if (builtIn) {
         m_status = iconLabel(QStringLiteral(":/icons/images/ic_shield.svg"),
                              ActionList::tr("Built-in actions cannot be edited."));
+    } else if (item->data(ActionList::UnreadableRole).toBool()) {
+        m_status = iconLabel(QStringLiteral(":/icons/images/ic_error.svg"),
+                             ActionList::tr("This action file cannot be read."));
     } else if (item->data(ActionList::FailedRole).toBool()) {
         m_status = iconLabel(QStringLiteral(":/icons/images/ic_error.svg"),
                              ActionList::tr("There are errors in the action script."));

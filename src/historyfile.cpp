@@ -57,9 +57,21 @@ QString HistoryFile::temporaryPath(const QString &path)
     return path + QStringLiteral("-tmp");
 }
 
-HistoryFile::Record HistoryFile::fromJson(const QJsonObject &object)
+bool HistoryFile::fromJson(const QJsonObject &object, Record *parsed)
 {
-    Record record;
+    static const QList<QPair<QString, QJsonValue::Type>> types{
+        {kType, QJsonValue::Double},    {kBrief, QJsonValue::String},
+        {kText, QJsonValue::String},    {kHtml, QJsonValue::String},
+        {kTime, QJsonValue::String},    {kId, QJsonValue::String},
+        {kRemoved, QJsonValue::Bool},   {kPinned, QJsonValue::Bool},
+        {kLocked, QJsonValue::Bool},    {kApplication, QJsonValue::String},
+        {kFilename, QJsonValue::String}};
+    for (const auto &[key, type] : types) {
+        const QJsonValue value = object.value(key);
+        if (!value.isUndefined() && !value.isNull() && value.type() != type)
+            return false;
+    }
+    Record &record = *parsed;
     record.type = object.value(kType).toInt(0);
     record.brief = object.value(kBrief).toString();
     record.text = object.value(kText).toString();
@@ -71,7 +83,7 @@ HistoryFile::Record HistoryFile::fromJson(const QJsonObject &object)
     record.locked = object.value(kLocked).toBool(false);
     record.application = object.value(kApplication).toString();
     record.filename = object.value(kFilename).toString();
-    return record;
+    return true;
 }
 
 namespace {
@@ -255,8 +267,16 @@ bool HistoryFile::decode(const QByteArray &bytes, Document *document)
     }
     const QJsonArray clippings = root.value(QStringLiteral("clippings")).toArray();
     document->records.reserve(clippings.size());
-    for (const QJsonValue &clipping : clippings)
-        document->records.append(fromJson(clipping.toObject()));
+    for (const QJsonValue &clipping : clippings) {
+        Record record;
+        if (clipping.isObject() && fromJson(clipping.toObject(), &record))
+            document->records.append(record);
+        else
+            ++document->malformed;
+    }
+    if (document->malformed > 0)
+        qWarning() << "Left out" << document->malformed
+                   << "clippings with fields of the wrong type";
     const QJsonObject icons = root.value(QStringLiteral("icons")).toObject();
     for (auto icon = icons.constBegin(); icon != icons.constEnd(); ++icon)
         document->icons.insert(icon.key(),

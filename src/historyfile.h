@@ -50,6 +50,7 @@ public:
     {
         QList<Record> records;
         QHash<QString, QByteArray> icons; // application -> PNG bytes
+        int malformed = 0;                // clippings left out: not objects, or wrong types
     };
 
     enum class WriteResult { Written, FolderFailed, TemporaryFailed, WriteFailed };
@@ -74,6 +75,7 @@ public:
     static ReadResult read(const QString &path, QByteArray *data);
 
 private:
-    static Record fromJson(const QJsonObject &object);
+    // False when a field is there with the wrong type: such a clipping is left out whole.
+    static bool fromJson(const QJsonObject &object, Record *record);
     static QByteArray encodeRecord(const Record &record);
 };

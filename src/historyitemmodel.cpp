@@ -232,6 +232,7 @@ bool HistoryItemModel::accepts(const QStandardItem *item, const QString &shortTe
     }
     const qint64 largest = qint64(m_limits.ignoreSize) * 1024;
     if (length > largest) {
+        ++m_tooLarge;
         mergeLog(QStringLiteral("Text '%1' too large (%2 vs %3). Ignored.")
                      .arg(shortText)
                      .arg(length)
@@ -590,7 +591,10 @@ int HistoryItemModel::deserialize(const QByteArray &bytes)
     HistoryFile::Document document;
     if (!HistoryFile::decode(bytes, &document))
         return -1;
-    return mergeDocument(document, true);
+    m_tooLarge = 0;
+    const int kept = mergeDocument(document, true);
+    m_droppedAtLoad = document.malformed + m_tooLarge;
+    return kept;
 }
 
 void HistoryItemModel::clearRows()
@@ -611,6 +615,11 @@ void HistoryItemModel::load()
         // The next save replaces the file; the copy keeps what the user had.
         emit warning(
             UnreadableFile::keep(m_path, tr("Failed to parse the clippings file: ") + m_path));
+    } else if (m_droppedAtLoad > 0) {
+        qWarning() << "Left out" << m_droppedAtLoad << "clippings at load";
+        emit notice(tr("%n clipping(s) in the clippings file could not be taken and were left "
+                       "out: larger than the size limit, or damaged.",
+                       nullptr, m_droppedAtLoad));
     }
 }
 

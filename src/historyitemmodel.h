@@ -116,6 +116,8 @@ signals:
     // Why the clippings cannot be saved, once when saving starts to fail; an empty text once
     // a save succeeds again.
     void saveProblemChanged(const QString &problem);
+    // Something the user should hear of once, without a box.
+    void notice(const QString &text);
 
 private:
     struct Limits
@@ -164,6 +166,8 @@ private:
     QSet<QString> m_excluded;
     QSet<QString> m_knownApplications;
     QString m_saveProblem;
+    mutable int m_tooLarge = 0; // texts refused for their size since the count was reset
+    int m_droppedAtLoad = 0;
     QHash<QString, QPair<qint64, QByteArray>> m_iconPngs;
     ThumbnailBudget m_thumbnails{64};
     QSet<QUuid> m_thumbnailsPending;

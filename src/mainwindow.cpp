@@ -202,12 +202,10 @@ void MainWindow::connectHistory()
     connect(m_history, &HistoryItemModel::warning, this, [this](const QString &text) {
         QMessageBox::warning(this, QStringLiteral("Velmorin"), text);
     });
-    connect(m_history, &HistoryItemModel::saveProblemChanged, this, [this](const QString &text) {
-        m_notice->setText(text);
-        m_notice->setVisible(!text.isEmpty());
-        if (!text.isEmpty())
-            emit problemStarted(text);
-    });
+    connect(m_history, &HistoryItemModel::saveProblemChanged, this,
+            [this](const QString &text) { showNotice(text, true); });
+    connect(m_history, &HistoryItemModel::notice, this,
+            [this](const QString &text) { showNotice(text, false); });
     for (auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
         connect(m_history->proxy(), signal, this, &MainWindow::updateEmptyState);
     connect(m_history->proxy(), &QAbstractItemModel::modelReset, this,
@@ -631,9 +629,24 @@ void MainWindow::pasteNext()
 
 void MainWindow::hideWindow()
 {
-    if (isVisible())
+    const bool wasVisible = isVisible();
+    if (wasVisible)
         QSettings().setValue(SettingsKey::WindowSize, size());
     hide();
+    // A notice told once has been seen once the window was open with it.
+    if (!m_noticeLasts && wasVisible)
+        m_notice->hide();
+}
+
+void MainWindow::showNotice(const QString &text, bool lasting)
+{
+    m_notice->setText(text);
+    m_notice->setVisible(!text.isEmpty());
+    m_noticeLasts = lasting;
+    // Queued: the history is read while the window is made, before the tray listens.
+    if (!text.isEmpty())
+        QMetaObject::invokeMethod(
+            this, [this, text] { emit problemStarted(text); }, Qt::QueuedConnection);
 }
 
 void MainWindow::showSettings()

@@ -113,6 +113,8 @@ private:
     void loadSnippets();
     void createSync();
     void updateEmptyState();
+    // Shows text above the lists (hides the notice when it is empty) and in the tray.
+    void showNotice(const QString &text, bool lasting);
     void keepActionResult(const QModelIndex &proxyIndex, const QString &text);
     void editClipping(const QModelIndex &proxyIndex);
     void onSearchTextChanged(const QString &text);
@@ -136,6 +138,7 @@ private:
     QStackedWidget *m_historyStack = nullptr;
     QLabel *m_emptyLabel = nullptr;
     QLabel *m_notice = nullptr;
+    bool m_noticeLasts = false; // shown until the problem is solved, not until seen
     HistoryItemView *m_historyView = nullptr;
     SnippetTreeView *m_snippetView = nullptr;
     SearchModel *m_searchModel = nullptr;

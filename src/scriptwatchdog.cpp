@@ -1,5 +1,6 @@
 #include "scriptwatchdog.h"
 
+#include <QDebug>
 #include <QJSEngine>
 
 #include <chrono>
@@ -39,4 +40,5 @@ void ScriptWatchdog::watch(int limitMs)
     // Thread-safe by the engine's contract; the lock keeps the engine alive meanwhile.
     m_engine->setInterrupted(true);
     m_fired = true;
+    qWarning() << "Stopped a script that ran longer than" << limitMs << "ms";
 }

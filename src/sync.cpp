@@ -598,8 +598,11 @@ void Sync::compareActions(SyncDirection direction)
 {
     QMap<QString, QDateTime> local;
     const QMap<QString, QJsonObject> files = ActionFiles::scanFolder(actionsFolder());
-    for (auto file = files.constBegin(); file != files.constEnd(); ++file)
-        local.insert(QFileInfo(file.key()).fileName(), actionCreated(file.value()));
+    for (auto file = files.constBegin(); file != files.constEnd(); ++file) {
+        // A file that cannot be read is not offered; a good copy online replaces it.
+        if (!file.value().value(QLatin1String("unreadable")).toBool())
+            local.insert(QFileInfo(file.key()).fileName(), actionCreated(file.value()));
+    }
 
     QMultiMap<QString, OnlineAction> online;
     for (const OnlineFile &file : std::as_const(m_online)) {

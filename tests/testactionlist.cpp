@@ -36,6 +36,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QStandardItemModel>
@@ -119,9 +120,25 @@ void TestActionList::rowsShowStatusAndOfferTheirCommands()
         {{"title", "Broken"}, {"description", "Mine"}, {"script", "(("}, {"failed", true}});
     QSettings().setValue(SettingsKey::ActionShortcuts,
                          QVariantMap{{broken, "Ctrl+Alt+B"}, {builtIn("02-toupper.json"), ""}});
+    // A file that is no action at all: named in the log and listed as such.
+    const QString garbled = ActionFiles::userFolder() + QStringLiteral("/Garbled.json");
+    {
+        QFile file(garbled);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("{\"title\": \"cut off");
+    }
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("^The action file .*Garbled.json cannot "
+                                                           "be read: ")));
     ActionList list;
     list.load();
-    QCOMPARE(list.count(), 13);
+    QCOMPARE(list.count(), 14);
+    auto *garbledRow = qobject_cast<ActionListRow *>(list.itemWidget(rowOf(list, garbled)));
+    QVERIFY(garbledRow);
+    QCOMPARE(garbledRow->statusIcon()->toolTip(),
+             QStringLiteral("This action file cannot be read."));
+    QCOMPARE(rowOf(list, garbled)->data(ActionList::TitleRole).toString(),
+             QStringLiteral("Garbled.json"));
 
     auto *userRow = qobject_cast<ActionListRow *>(list.itemWidget(rowOf(list, broken)));
     QVERIFY(userRow);

@@ -459,7 +459,7 @@ void TestMainWindow::failingSavesShowOneNoticeUntilASaveWorks()
         addTexts({text});
         m_history->finishSaves();
     }
-    QCOMPARE(told.size(), 1);
+    QTRY_COMPARE(told.size(), 1);
     QVERIFY(notice->isVisible());
     QVERIFY2(notice->text().contains(QDir::toNativeSeparators(Settings::historyFilePath())),
              qPrintable(notice->text()));
