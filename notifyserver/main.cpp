@@ -35,7 +35,20 @@ int main(int argc, char *argv[])
                                   QStringLiteral("Messages a client may send per minute "
                                                  "(default 120)."),
                                   QStringLiteral("count"), QStringLiteral("120"));
-    parser.addOptions({listen, port, cert, key, size, rate});
+    const QCommandLineOption perAddress(QStringLiteral("max-per-address"),
+                                        QStringLiteral("Connections one address may hold "
+                                                       "(default 64)."),
+                                        QStringLiteral("count"), QStringLiteral("64"));
+    const QCommandLineOption registerTimeout(
+        QStringLiteral("register-timeout"),
+        QStringLiteral("Milliseconds a connection has to register (default 10000)."),
+        QStringLiteral("ms"), QStringLiteral("10000"));
+    const QCommandLineOption connections(
+        QStringLiteral("max-connections"),
+        QStringLiteral("Connections in all (default: what the open-file limit allows)."),
+        QStringLiteral("count"), QStringLiteral("0"));
+    parser.addOptions(
+        {listen, port, cert, key, size, rate, perAddress, registerTimeout, connections});
     parser.process(app);
 
     NotifyServer::Options options;
@@ -46,6 +59,9 @@ int main(int argc, char *argv[])
     options.keyFile = parser.value(key);
     options.maxMessageBytes = qMax(256LL, parser.value(size).toLongLong());
     options.messagesPerMinute = qMax(1, parser.value(rate).toInt());
+    options.maxConnectionsPerAddress = qMax(1, parser.value(perAddress).toInt());
+    options.registrationTimeoutMs = qMax(100, parser.value(registerTimeout).toInt());
+    options.maxConnections = qMax(0, parser.value(connections).toInt());
     if (options.address.isNull() || !portOk) {
         std::fprintf(stderr, "Invalid --listen address or --port\n");
         return 2;

@@ -11,7 +11,14 @@
 #include <QWebSocket>
 #include <QWebSocketServer>
 
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#endif
 
 namespace {
 
@@ -56,6 +63,9 @@ bool NotifyServer::start()
         m_error = m_server->errorString();
         return false;
     }
+    m_server->setHandshakeTimeout(std::chrono::milliseconds(m_options.registrationTimeoutMs));
+    if (m_options.maxConnections <= 0)
+        m_options.maxConnections = connectionsTheFileLimitAllows();
     connect(m_server, &QWebSocketServer::newConnection, this, &NotifyServer::onNewConnection);
     log(QStringLiteral("Listening on %1://%2:%3%4")
             .arg(secure ? QStringLiteral("wss") : QStringLiteral("ws"),
@@ -90,6 +100,17 @@ bool NotifyServer::loadTls()
     return true;
 }
 
+int NotifyServer::connectionsTheFileLimitAllows()
+{
+#ifdef Q_OS_UNIX
+    constexpr int reserve = 64; // the listening socket, the journal, TLS files, libraries
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY)
+        return std::max(16, int(std::min<rlim_t>(limit.rlim_cur, 1 << 24)) - reserve);
+#endif
+    return 100000; // Windows has no such limit on sockets
+}
+
 quint16 NotifyServer::port() const
 {
     return m_server ? m_server->serverPort() : 0;
@@ -98,9 +119,7 @@ quint16 NotifyServer::port() const
 void NotifyServer::onNewConnection()
 {
     while (QWebSocket *socket = m_server->nextPendingConnection()) {
-        if (socket->requestUrl().path() != Path) {
-            socket->close(QWebSocketProtocol::CloseCodePolicyViolated,
-                          QStringLiteral("Unknown path"));
+        if (!admit(socket)) {
             socket->deleteLater();
             continue;
         }
@@ -109,6 +128,17 @@ void NotifyServer::onNewConnection()
         socket->setMaxAllowedIncomingMessageSize(quint64(m_options.maxMessageBytes));
         auto *client = new NotifyClient(socket, m_options.messagesPerMinute, this);
         m_clients.append(client);
+        if (m_clients.size() >= m_options.maxConnections) {
+            // Further connections wait in the system's queue rather than take descriptors.
+            log(QStringLiteral("Full at %1 connections; accepting again when one goes")
+                    .arg(m_clients.size()));
+            m_server->pauseAccepting();
+        }
+        QTimer::singleShot(m_options.registrationTimeoutMs, client, [client] {
+            if (!client->isRegistered())
+                client->socket()->close(QWebSocketProtocol::CloseCodePolicyViolated,
+                                        QStringLiteral("Not registered in time"));
+        });
         connect(socket, &QWebSocket::textMessageReceived, client,
                 [this, client](const QString &message) { onMessage(client, message); });
         connect(socket, &QWebSocket::binaryMessageReceived, client, [client] {
@@ -116,6 +146,28 @@ void NotifyServer::onNewConnection()
         });
         connect(socket, &QWebSocket::disconnected, client, [this, client] { drop(client); });
     }
+}
+
+bool NotifyServer::admit(QWebSocket *socket)
+{
+    if (socket->requestUrl().path() != Path) {
+        socket->close(QWebSocketProtocol::CloseCodePolicyViolated, QStringLiteral("Unknown path"));
+        return false;
+    }
+    const QHostAddress address = socket->peerAddress();
+    const auto fromThere =
+        std::count_if(m_clients.cbegin(), m_clients.cend(), [&address](const NotifyClient *client) {
+            return client->socket()->peerAddress() == address;
+        });
+    if (fromThere >= m_options.maxConnectionsPerAddress) {
+        log(QStringLiteral("Refused a connection: %1 has %2 already")
+                .arg(address.toString())
+                .arg(fromThere));
+        socket->close(QWebSocketProtocol::CloseCodePolicyViolated,
+                      QStringLiteral("Too many connections from this address"));
+        return false;
+    }
+    return true;
 }
 
 void NotifyServer::onMessage(NotifyClient *client, const QString &message)
@@ -190,4 +242,6 @@ void NotifyServer::drop(NotifyClient *client)
 {
     m_clients.removeOne(client);
     client->deleteLater();
+    if (m_server->isListening() && m_clients.size() < m_options.maxConnections)
+        m_server->resumeAccepting();
 }

@@ -30,7 +30,16 @@ public:
         qint64 maxMessageBytes = 4096;
         int messagesPerMinute = 120;
         int maxClientsPerUser = 20;
+        // One address cannot take the service's sockets for itself.
+        int maxConnectionsPerAddress = 64;
+        // A socket that has not registered by then is closed; so is one stuck in the handshake.
+        int registrationTimeoutMs = 10000;
+        // Connections in all; 0: what the open-file limit leaves, less a reserve.
+        int maxConnections = 0;
     };
+
+    // The open-file limit less what the service needs besides its clients.
+    static int connectionsTheFileLimitAllows();
 
     static inline const QString Path = QStringLiteral("/notifier");
 
@@ -50,6 +59,7 @@ private:
     void registerClient(NotifyClient *client, const QJsonObject &message);
     void forwardNotify(NotifyClient *client, const QJsonObject &message);
     void sendClientList(NotifyClient *client);
+    bool admit(QWebSocket *socket);
     void drop(NotifyClient *client);
     QList<NotifyClient *> othersOf(const NotifyClient *client) const;
 

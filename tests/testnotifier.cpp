@@ -15,6 +15,7 @@
 #include <QWebSocket>
 
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -99,6 +100,7 @@ private slots:
     void userIdComesFromAThreePartToken();
     void notifyReachesOnlyTheSameUsersOtherComputers();
     void badClientsDoNotTakeTheServiceDown();
+    void idleSocketsCannotFillTheService();
     void computersReconnectWithAGrowingDelay();
     void secureWebSocketsWithACertificate();
 
@@ -229,6 +231,38 @@ void TestNotifier::badClientsDoNotTakeTheServiceDown()
     QSignalSpy news(a2.get(), &Notifier::dataUpdated);
     a1->notify(QStringLiteral("History.json"));
     QVERIFY(news.wait());
+}
+
+void TestNotifier::idleSocketsCannotFillTheService()
+{
+    m_service.stop();
+    QVERIFY(m_service.start(m_service.port(),
+                            {QStringLiteral("--max-per-address"), QStringLiteral("3"),
+                             QStringLiteral("--register-timeout"), QStringLiteral("800")}));
+    const QUrl url(QStringLiteral("ws://127.0.0.1:%1/notifier").arg(m_service.port()));
+    std::vector<std::unique_ptr<QWebSocket>> idle;
+    std::vector<std::unique_ptr<QSignalSpy>> closed;
+    for (int i = 0; i < 4; ++i) {
+        idle.push_back(std::make_unique<QWebSocket>());
+        closed.push_back(
+            std::make_unique<QSignalSpy>(idle.back().get(), &QWebSocket::disconnected));
+        QSignalSpy open(idle.back().get(), &QWebSocket::connected);
+        idle.back()->open(url);
+        QVERIFY(open.wait());
+    }
+    // The fourth from the same address is refused; the others go when their time is up.
+    QTRY_COMPARE(closed.at(3)->size(), 1);
+    QCOMPARE(idle.at(3)->closeCode(), QWebSocketProtocol::CloseCodePolicyViolated);
+    QCOMPARE(closed.at(0)->size(), 0);
+    for (int i = 0; i < 3; ++i)
+        QTRY_COMPARE(closed.at(i)->size(), 1);
+
+    // A computer that registers stays past that time.
+    auto alice = computer(QStringLiteral("alice"));
+    auto other = computer(QStringLiteral("alice"));
+    QCOMPARE(clientsOf(alice.get(), 1).size(), 1);
+    QTest::qWait(1200);
+    QCOMPARE(clientsOf(alice.get(), 1).size(), 1);
 }
 
 void TestNotifier::computersReconnectWithAGrowingDelay()
