@@ -371,14 +371,16 @@ bool HistoryItemView::handleCommandKey(QKeyEvent *event)
     default:
         break;
     }
-    if (modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
-        return false;
-    if (key >= Qt::Key_1 && key <= Qt::Key_9) {
+    // Alt (or Ctrl) with 1 to 9 pastes that row; a plain digit starts a search like any text.
+    if ((modifiers & (Qt::AltModifier | Qt::ControlModifier)) && key >= Qt::Key_1 &&
+        key <= Qt::Key_9) {
         const QModelIndex row = model()->index(key - Qt::Key_1, 0);
         if (row.isValid())
             emit pasteRequested({row}, -1);
         return true;
     }
+    if (modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+        return false;
     const QString text = event->text();
     if (!text.isEmpty() && text.at(0).isPrint() && !text.at(0).isSpace()) {
         emit textTyped(text);

@@ -518,6 +518,12 @@ void MainWindow::placeAtMouse()
 
 void MainWindow::toggleAtMouse()
 {
+    if (isVisible() && isPinned() && !isActiveWindow()) {
+        // Pinned and gone behind other windows: the shortcut brings it back.
+        raise();
+        activateWindow();
+        return;
+    }
     if (isVisible()) {
         hideWindow();
         return;
@@ -525,7 +531,8 @@ void MainWindow::toggleAtMouse()
     rememberForegroundWindow();
     if (QSettings().value(SettingsKey::OpenOnMouse, true).toBool())
         placeAtMouse();
-    showPage(m_lastListPage);
+    // Always the history, the newest clipping ready: what the shortcut is pressed for.
+    showPage(HistoryPage);
     // The newest clipping is ready for Enter.
     m_historyView->clearSelection();
     m_historyView->setCurrentIndex(m_history->proxy()->index(0, 0));
@@ -533,8 +540,7 @@ void MainWindow::toggleAtMouse()
     show();
     raise();
     activateWindow();
-    (m_lastListPage == SnippetsPage ? static_cast<QWidget *>(m_snippetView) : m_historyView)
-        ->setFocus();
+    m_historyView->setFocus();
     // Once the window is painted.
     QTimer::singleShot(0, m_searchModel, &SearchModel::prepare);
 }

@@ -63,6 +63,7 @@ private slots:
     void editedTextBecomesTheNewestCopy();
     void thumbnailsStayWithinTheirBudget();
     void failingSavesShowOneNoticeUntilASaveWorks();
+    void shortcutOpensOnTheHistoryAndRaisesASunkPinnedWindow();
     void settingsDialogWritesWhatItShows();
     void screenshots();
 
@@ -284,7 +285,7 @@ void TestMainWindow::quickPasteNumbersPlainTextAndSeveralJoined()
 
     QTest::qWait(300);
     openFrom(7);
-    press(m_window->historyView(), Qt::Key_3);
+    press(m_window->historyView(), Qt::Key_3, Qt::AltModifier);
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("third"));
 
     // A pasted clipping comes back as the newest copy.
@@ -444,6 +445,35 @@ void TestMainWindow::commandsChangeTheHistory()
     QCOMPARE(reloaded.proxy()->rowCount(), 4);
     QVERIFY(reloaded.proxy()->index(0, 0).data(LockedRole).toBool() ||
             reloaded.proxy()->index(1, 0).data(LockedRole).toBool());
+}
+
+void TestMainWindow::shortcutOpensOnTheHistoryAndRaisesASunkPinnedWindow()
+{
+    addTexts({QStringLiteral("older"), QStringLiteral("2024 report")});
+    openFrom(7);
+    m_window->showPage(MainWindow::SnippetsPage);
+    m_window->toggleAtMouse();
+    QVERIFY(!m_window->isVisible());
+    openFrom(7);
+    QCOMPARE(m_window->currentPage(), MainWindow::HistoryPage);
+    // A plain digit starts a search; Alt with it pastes (shown above).
+    press(m_window->historyView(), Qt::Key_2);
+    QCOMPARE(m_window->findChild<SearchEdit *>()->text(), QStringLiteral("2"));
+    QCOMPARE(m_window->currentPage(), MainWindow::SearchPage);
+    m_window->hideWindow();
+
+    m_window->showAndPin();
+    QTRY_VERIFY(m_window->isActiveWindow());
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QTRY_VERIFY(!m_window->isActiveWindow());
+    m_window->toggleAtMouse();
+    QVERIFY(m_window->isVisible());
+    QTRY_VERIFY(m_window->isActiveWindow());
+    // In front, the shortcut hides it as always.
+    m_window->toggleAtMouse();
+    QVERIFY(!m_window->isVisible());
 }
 
 void TestMainWindow::failingSavesShowOneNoticeUntilASaveWorks()
