@@ -68,8 +68,42 @@ void HistoryItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
     painter->setPen(ItemPainting::textColor(option));
     const QString brief = option.fontMetrics.elidedText(index.data(BriefRole).toString(),
                                                         Qt::ElideRight, area.width());
-    painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter, brief);
+    paintBrief(painter, option, area, brief);
     painter->restore();
+}
+
+QList<QTextLayout::FormatRange> HistoryItemDelegate::matches(const QString &text,
+                                                             const QString &needle,
+                                                             const QTextCharFormat &format)
+{
+    QList<QTextLayout::FormatRange> ranges;
+    if (needle.isEmpty())
+        return ranges;
+    for (qsizetype at = text.indexOf(needle, 0, Qt::CaseInsensitive); at >= 0;
+         at = text.indexOf(needle, at + needle.size(), Qt::CaseInsensitive))
+        ranges.append({int(at), int(needle.size()), format});
+    return ranges;
+}
+
+void HistoryItemDelegate::paintBrief(QPainter *painter, const QStyleOptionViewItem &option,
+                                     const QRect &area, const QString &brief) const
+{
+    const QString needle = m_highlight ? m_highlight() : QString();
+    if (needle.isEmpty()) {
+        painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter, brief);
+        return;
+    }
+    // Dark on yellow, as a marker pen would: readable on a selected row and in the dark theme.
+    QTextCharFormat marked;
+    marked.setBackground(QColor(255, 214, 64));
+    marked.setForeground(QColor(20, 20, 20));
+    QTextLayout layout(brief, option.font);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setLineWidth(area.width());
+    layout.endLayout();
+    const QPointF origin(area.left(), area.center().y() - line.height() / 2);
+    layout.draw(painter, origin, matches(brief, needle, marked));
 }
 
 int HistoryItemDelegate::paintTrailer(QPainter *painter, const QStyleOptionViewItem &option,

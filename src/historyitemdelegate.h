@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QStyledItemDelegate>
+#include <QTextLayout>
+
+#include <functional>
 
 class HistoryItemModel;
 
@@ -15,8 +18,14 @@ public:
     // model: asked for thumbnails that are not in memory.
     explicit HistoryItemDelegate(HistoryItemModel *model, QObject *parent = nullptr);
 
-    // The first nine rows show the digit that pastes them.
+    // The first nine rows show the digit that pastes them (with Alt).
     void setShowNumbers(bool show) { m_showNumbers = show; }
+    // Where the brief holds this text (in any case), it is marked.
+    void setHighlight(std::function<QString()> text) { m_highlight = std::move(text); }
+
+    // Where text holds the (lower-case) needle, as ranges to mark.
+    static QList<QTextLayout::FormatRange> matches(const QString &text, const QString &needle,
+                                                   const QTextCharFormat &format);
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
@@ -30,7 +39,10 @@ private:
     int paintTrailer(QPainter *painter, const QStyleOptionViewItem &option,
                      const QModelIndex &index) const;
     QRect paintThumbnail(QPainter *painter, const QRect &area, const QModelIndex &index) const;
+    void paintBrief(QPainter *painter, const QStyleOptionViewItem &option, const QRect &area,
+                    const QString &brief) const;
 
     HistoryItemModel *m_model;
     bool m_showNumbers = true;
+    std::function<QString()> m_highlight;
 };

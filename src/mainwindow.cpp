@@ -192,6 +192,7 @@ void MainWindow::createSearchPage()
     m_searchView->setSearchModel(m_searchModel);
     auto *historyDelegate = new HistoryItemDelegate(m_history, m_searchView);
     historyDelegate->setShowNumbers(false);
+    historyDelegate->setHighlight([model = m_searchModel] { return model->searchText(); });
     m_searchView->setItemDelegate(new SearchDelegate(
         m_searchModel, historyDelegate, new SnippetItemDelegate(true, m_searchView), m_searchView));
     m_pages->addWidget(m_searchView);

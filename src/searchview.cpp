@@ -4,6 +4,7 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 
 SearchView::SearchView(QWidget *parent) : QListView(parent)
 {
@@ -16,6 +17,18 @@ void SearchView::setSearchModel(SearchModel *model)
 {
     m_model = model;
     setModel(model);
+}
+
+void SearchView::paintEvent(QPaintEvent *event)
+{
+    QListView::paintEvent(event);
+    if (!m_model || m_model->rowCount() > 0 || m_model->searchText().isEmpty())
+        return;
+    // An empty page would look like a window that failed to fill.
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(8, 8, -8, -8), Qt::AlignCenter | Qt::TextWordWrap,
+                     tr("No clippings match"));
 }
 
 void SearchView::selectFirst()

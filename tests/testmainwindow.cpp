@@ -7,6 +7,7 @@
 #include "clippingeditor.h"
 #include "globalshortcuts.h"
 #include "historyfile.h"
+#include "historyitemdelegate.h"
 #include "historyitemmodel.h"
 #include "historyitemview.h"
 #include "mainwindow.h"
@@ -52,6 +53,7 @@ private slots:
 
     void searchMatchesClippingsBeforeSnippets();
     void searchRebuildsOncePerPauseInTyping();
+    void searchResultsMarkTheMatchOrSayThereIsNone();
     void searchViewActivatesSources();
     void enterPastesIntoTheApplicationItCameFrom();
     void quickPasteNumbersPlainTextAndSeveralJoined();
@@ -176,6 +178,43 @@ void TestMainWindow::searchMatchesClippingsBeforeSnippets()
     search->setSearchText(QString());
     search->update();
     QCOMPARE(search->rowCount(), 0);
+}
+
+void TestMainWindow::searchResultsMarkTheMatchOrSayThereIsNone()
+{
+    const QTextCharFormat format;
+    const auto ranges = HistoryItemDelegate::matches(QStringLiteral("FooBar and foo"),
+                                                     QStringLiteral("foo"), format);
+    QCOMPARE(ranges.size(), 2);
+    QCOMPARE(qMakePair(ranges.at(0).start, ranges.at(1).start), qMakePair(0, 11));
+
+    addTexts({QStringLiteral("a plain line"), QStringLiteral("the marked word")});
+    openFrom(7);
+    QWidget *results = m_window->findChild<SearchView *>()->viewport();
+    const auto marked = [&results] {
+        const QImage image = results->grab().toImage();
+        int yellow = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                yellow += image.pixel(x, y) == qRgb(255, 214, 64);
+        return yellow;
+    };
+    const auto search = [this](const QString &text) {
+        m_window->findChild<SearchEdit *>()->setText(text);
+        m_window->searchModel()->update();
+        QCoreApplication::processEvents(); // the list lays out its rows
+    };
+    search(QStringLiteral("plain"));
+    const QImage oneResult = results->grab().toImage();
+    search(QStringLiteral("marked"));
+    QVERIFY(marked() > 20);
+    search(QStringLiteral("nowhere to be found"));
+    QCOMPARE(m_window->searchModel()->rowCount(), 0);
+    const QImage none = results->grab().toImage();
+    // Text where no row is: the line that says nothing matches.
+    const QRect middle(0, none.height() / 2 - 10, none.width(), 20);
+    QVERIFY(none.copy(middle) != oneResult.copy(middle));
+    QVERIFY(none.copy(middle) != QImage(middle.size(), none.format()));
 }
 
 void TestMainWindow::searchRebuildsOncePerPauseInTyping()
