@@ -440,8 +440,9 @@ void HistoryItemModel::reverseOrder(QList<int> rows)
         save(true);
 }
 
-void HistoryItemModel::markRemoved(QList<int> rows)
+QList<HistoryItemModel::Removal> HistoryItemModel::markRemoved(QList<int> rows)
 {
+    QList<Removal> removals;
     QList<QStandardItem *> removed;
     for (int row : std::as_const(rows)) {
         QStandardItem *clipping = item(row);
@@ -449,6 +450,8 @@ void HistoryItemModel::markRemoved(QList<int> rows)
             continue;
         mergeLog(QStringLiteral("Item '%1' removed by the user")
                      .arg(shortText(clipping->data(TextRole).toString())));
+        removals.append({clipping->data(IdRole).toUuid(), clipping->data(PinnedRole).toBool(),
+                         clipping->data(LockedRole).toBool()});
         clipping->setData(true, RemovedRole);
         clipping->setData(laterThan(clipping), TimeRole);
         clipping->setData(false, PinnedRole);
@@ -459,6 +462,25 @@ void HistoryItemModel::markRemoved(QList<int> rows)
     for (QStandardItem *clipping : std::as_const(removed))
         moveToOrderedRow(clipping->row());
     if (!rows.isEmpty())
+        save(true);
+    return removals;
+}
+
+void HistoryItemModel::restoreRemoved(const QList<Removal> &removals)
+{
+    for (const Removal &removal : removals) {
+        QStandardItem *clipping = item(m_index->firstRowWithId(removal.id));
+        if (!clipping || !clipping->data(RemovedRole).toBool())
+            continue;
+        mergeLog(QStringLiteral("Item '%1' brought back by the user")
+                     .arg(shortText(clipping->data(TextRole).toString())));
+        clipping->setData(false, RemovedRole);
+        clipping->setData(laterThan(clipping), TimeRole);
+        clipping->setData(removal.pinned, PinnedRole);
+        clipping->setData(removal.locked, LockedRole);
+        moveToOrderedRow(clipping->row());
+    }
+    if (!removals.isEmpty())
         save(true);
 }
 

@@ -68,7 +68,18 @@ public:
     // The clippings swap times so that their order turns round; other rows stay put.
     void reverseOrder(QList<int> rows);
     // Removed by the user: hidden, and kept as a deletion mark that reaches other computers.
-    void markRemoved(QList<int> rows);
+    // Returns what an undo needs.
+    struct Removal
+    {
+        QUuid id;
+        bool pinned = false;
+        bool locked = false;
+    };
+    QList<Removal> markRemoved(QList<int> rows);
+    // Brings removed clippings back, pinned and locked as they were. They come back as the
+    // newest copies: newer than their deletion marks, so that other computers take them back
+    // too.
+    void restoreRemoved(const QList<Removal> &removals);
     // The clipping keeps only its plain text.
     void clearStyle(int row);
     // Makes the thumbnail of an image clipping that is about to be shown, unless it is in

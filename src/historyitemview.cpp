@@ -182,11 +182,22 @@ void HistoryItemView::reverse(const QModelIndexList &clippings)
 void HistoryItemView::remove(const QModelIndexList &clippings)
 {
     const int nextRow = clippings.isEmpty() ? 0 : clippings.first().row();
-    m_history->markRemoved(sourceRows(clippings));
+    const QList<HistoryItemModel::Removal> removals = m_history->markRemoved(sourceRows(clippings));
+    if (!removals.isEmpty())
+        m_removals.append(removals);
     // The row that took the first removed one's place is ready for the next key.
     const int rows = model()->rowCount();
     if (rows > 0)
         setCurrentIndex(model()->index(qMin(nextRow, rows - 1), 0));
+}
+
+void HistoryItemView::undoRemoval()
+{
+    if (m_removals.isEmpty())
+        return;
+    m_history->restoreRemoved(m_removals.takeLast());
+    // What came back is the newest, on top.
+    selectionModel()->setCurrentIndex(model()->index(0, 0), QItemSelectionModel::ClearAndSelect);
 }
 
 void HistoryItemView::togglePinned(const QModelIndex &clipping)
@@ -344,6 +355,10 @@ void HistoryItemView::keyPressEvent(QKeyEvent *event)
 
 bool HistoryItemView::handleCommandKey(QKeyEvent *event)
 {
+    if (event->matches(QKeySequence::Undo)) {
+        undoRemoval();
+        return true;
+    }
     const int key = event->key();
     const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
     switch (key) {

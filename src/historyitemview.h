@@ -1,10 +1,11 @@
 #pragma once
 
+#include "historyitemmodel.h"
+
 #include <QListView>
 
 class AnnotationEditor;
 class HistoryItemDelegate;
-class HistoryItemModel;
 class QMenu;
 class SnippetItemModel;
 class TextExtractor;
@@ -36,6 +37,10 @@ public:
     void join(const QModelIndexList &clippings);
     void reverse(const QModelIndexList &clippings);
     void remove(const QModelIndexList &clippings);
+    // Brings back what the last removal took; removals are remembered while the window is
+    // open.
+    void undoRemoval();
+    void forgetRemovals() { m_removals.clear(); }
     void togglePinned(const QModelIndex &clipping);
     void toggleLocked(const QModelIndex &clipping);
     void clearStyle(const QModelIndexList &clippings);
@@ -74,4 +79,5 @@ private:
     SnippetItemModel *m_snippets = nullptr;
     HistoryItemDelegate *m_delegate = nullptr;
     TextExtractor *m_extractor = nullptr;
+    QList<QList<HistoryItemModel::Removal>> m_removals;
 };

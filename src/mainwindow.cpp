@@ -278,6 +278,9 @@ void MainWindow::createKeys()
         widget->installEventFilter(this);
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, m_search,
             [this] { m_search->setFocus(); });
+    // In the search field Ctrl+Z undoes the typing, as there it should.
+    connect(new QShortcut(QKeySequence::Undo, this), &QShortcut::activated, m_historyView,
+            &HistoryItemView::undoRemoval);
 }
 
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)
@@ -640,6 +643,7 @@ void MainWindow::hideWindow()
     if (wasVisible)
         QSettings().setValue(SettingsKey::WindowSize, size());
     hide();
+    m_historyView->forgetRemovals();
     // A notice told once has been seen once the window was open with it.
     if (!m_noticeLasts && wasVisible)
         m_notice->hide();

@@ -66,6 +66,7 @@ private slots:
     void thumbnailsStayWithinTheirBudget();
     void failingSavesShowOneNoticeUntilASaveWorks();
     void shortcutOpensOnTheHistoryAndRaisesASunkPinnedWindow();
+    void removalsCanBeUndoneWhileTheWindowIsOpen();
     void settingsDialogWritesWhatItShows();
     void screenshots();
 
@@ -513,6 +514,44 @@ void TestMainWindow::shortcutOpensOnTheHistoryAndRaisesASunkPinnedWindow()
     // In front, the shortcut hides it as always.
     m_window->toggleAtMouse();
     QVERIFY(!m_window->isVisible());
+}
+
+void TestMainWindow::removalsCanBeUndoneWhileTheWindowIsOpen()
+{
+    addTexts({QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")});
+    m_history->setPinned(m_history->proxy()->mapToSource(row(1)).row(), true); // "second"
+    openFrom(7);
+    HistoryItemView *view = m_window->historyView();
+    const auto texts = [this] {
+        QStringList shown;
+        for (int i = 0; i < m_history->proxy()->rowCount(); ++i)
+            shown << rowText(i);
+        return shown;
+    };
+    QCOMPARE(texts(), (QStringList{"second", "third", "first"}));
+    const auto select = [view](const QModelIndex &index) {
+        view->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    };
+    select(row(0));
+    press(view, Qt::Key_Delete);
+    select(row(1));
+    press(view, Qt::Key_Delete);
+    QCOMPARE(texts(), QStringList{"third"});
+
+    // Last removed, first back; pinned as it was.
+    press(view, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(texts(), (QStringList{"first", "third"}));
+    press(view, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(texts(), (QStringList{"second", "first", "third"}));
+    QVERIFY(row(0).data(PinnedRole).toBool());
+
+    // Once the window has closed, a removal stays.
+    select(row(2));
+    press(view, Qt::Key_Delete);
+    m_window->hideWindow();
+    openFrom(7);
+    press(view, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(texts(), (QStringList{"second", "first"}));
 }
 
 void TestMainWindow::failingSavesShowOneNoticeUntilASaveWorks()
