@@ -46,12 +46,26 @@ void GlobalShortcuts::applyOne(QHotkey *hotkey, const char *key)
         m_terminalInFront && sequence == QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_V);
     if (text.isEmpty() || terminalKeys) {
         hotkey->setRegistered(false);
+        setTaken(key, QString());
         return;
     }
     if (hotkey->isRegistered() && hotkey->shortcut() == sequence)
         return;
-    if (hotkey->setShortcut(sequence, true))
+    const bool registered = hotkey->setShortcut(sequence, true);
+    if (registered)
         qDebug().noquote() << "Registered hotkey" << sequence.toString();
     else
         qWarning().noquote() << "Unable to register hotkey" << sequence.toString();
+    setTaken(key, registered ? QString() : sequence.toString(QKeySequence::NativeText));
+}
+
+void GlobalShortcuts::setTaken(const char *key, const QString &sequence)
+{
+    if (m_taken.value(key) == sequence)
+        return;
+    if (sequence.isEmpty())
+        m_taken.remove(key);
+    else
+        m_taken.insert(key, sequence);
+    emit takenChanged();
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QMap>
 #include <QObject>
+#include <QStringList>
 
 class QHotkey;
 
@@ -20,8 +22,11 @@ public:
     QHotkey *mainShortcut() const { return m_main; }
     QHotkey *plainTextShortcut() const { return m_plainText; }
     QHotkey *pasteNextShortcut() const { return m_pasteNext; }
+    // Shortcuts another program holds, as the user wrote them.
+    QStringList taken() const { return m_taken.values(); }
 
 signals:
+    void takenChanged();
     void mainActivated();
     void plainTextActivated();
     void pasteNextActivated();
@@ -29,7 +34,10 @@ signals:
 private:
     void applyOne(QHotkey *hotkey, const char *key);
     void followForeground();
+    // sequence empty: the shortcut of that setting is not taken (any more).
+    void setTaken(const char *key, const QString &sequence);
 
+    QMap<QByteArray, QString> m_taken; // by setting
     QHotkey *m_main;
     QHotkey *m_plainText;
     QHotkey *m_pasteNext;

@@ -95,6 +95,8 @@ void connectTrayIcon(TrayIcon &tray, MainWindow &mainWindow)
     tray.setClippingCount(mainWindow.historyModel()->proxy()->rowCount());
     QObject::connect(&tray, &TrayIcon::runActionRequested, &mainWindow,
                      &MainWindow::runActionOnClipboard);
+    // The window shows the notice, with what to do about it.
+    QObject::connect(&tray, &QSystemTrayIcon::messageClicked, &mainWindow, &MainWindow::showAndPin);
     QObject::connect(&mainWindow, &MainWindow::problemStarted, &tray, [&tray](const QString &text) {
         tray.showMessage(QStringLiteral("Velmorin"), text, QSystemTrayIcon::Warning);
     });

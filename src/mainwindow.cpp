@@ -45,6 +45,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QSettings>
 #include <QShortcut>
@@ -108,10 +109,13 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
     m_notice->setStyleSheet(QStringLiteral("QLabel#notice { background: #fff3cd; color: #5c4400; "
                                            "border: 1px solid #e0c060; padding: 4px; }"));
     m_notice->hide();
+    connect(m_notice, &QLabel::linkActivated, this, &MainWindow::chooseOtherShortcut);
     layout->addWidget(m_notice);
     layout->addWidget(m_pages, 1);
 
     connectHistory();
+    connect(m_shortcuts, &GlobalShortcuts::takenChanged, this, &MainWindow::tellTakenShortcuts);
+    tellTakenShortcuts();
     connectSearch();
     createKeys();
     loadHistory();
@@ -654,10 +658,12 @@ void MainWindow::showNotice(const QString &text, bool lasting)
     m_notice->setText(text);
     m_notice->setVisible(!text.isEmpty());
     m_noticeLasts = lasting;
-    // Queued: the history is read while the window is made, before the tray listens.
+    // Queued: the history is read while the window is made, before the tray listens. The tray
+    // shows plain text.
+    const QString plain = QString(text).remove(QRegularExpression(QStringLiteral("<[^>]*>")));
     if (!text.isEmpty())
         QMetaObject::invokeMethod(
-            this, [this, text] { emit problemStarted(text); }, Qt::QueuedConnection);
+            this, [this, plain] { emit problemStarted(plain); }, Qt::QueuedConnection);
 }
 
 void MainWindow::showSettings()
@@ -675,6 +681,26 @@ void MainWindow::showSettings()
     m_settingsDialog->show();
     m_settingsDialog->raise();
     m_settingsDialog->activateWindow();
+}
+
+void MainWindow::chooseOtherShortcut()
+{
+    showSettings();
+    m_settingsDialog->showShortcutsPage();
+}
+
+void MainWindow::tellTakenShortcuts()
+{
+    const QStringList taken = m_shortcuts->taken();
+    if (taken.isEmpty()) {
+        if (m_noticeLasts && m_notice->text().contains(QLatin1String("href=\"shortcuts\"")))
+            showNotice(QString(), true);
+        return;
+    }
+    showNotice(tr("Another program already uses %1, so Velmorin cannot use it. "
+                  "<a href=\"shortcuts\">Choose another shortcut</a>")
+                   .arg(taken.join(QLatin1String(", ")).toHtmlEscaped()),
+               true);
 }
 
 void MainWindow::createSync()

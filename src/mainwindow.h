@@ -64,6 +64,7 @@ public:
     void pasteNext();
     void hideWindow();
     void showSettings();
+    void chooseOtherShortcut();
     void editSnippet(const QModelIndex &item);
     void openReleaseNotes();
     // Runs the action on the clipboard's text and puts the result on the clipboard, where the
@@ -115,6 +116,7 @@ private:
     void updateEmptyState();
     // Shows text above the lists (hides the notice when it is empty) and in the tray.
     void showNotice(const QString &text, bool lasting);
+    void tellTakenShortcuts();
     void keepActionResult(const QModelIndex &proxyIndex, const QString &text);
     void editClipping(const QModelIndex &proxyIndex);
     void onSearchTextChanged(const QString &text);

@@ -38,7 +38,7 @@ SettingsDialog::SettingsDialog(SnippetItemModel *snippets, Sync *sync, QWidget *
     setObjectName(QStringLiteral("settingsDialog"));
     m_pages->addTab(createGeneralPage(), tr("General"));
     m_pages->addTab(createHistoryPage(), tr("History"));
-    m_pages->addTab(createShortcutsPage(), tr("Shortcuts"));
+    m_pages->addTab(createShortcutsPage(), tr("Shortcuts")); // index 2: showShortcutsPage()
     m_pages->addTab(createApplicationsPage(), tr("Applications"));
     m_pages->addTab(createActionsPage(), tr("Actions"));
     if (m_snippets)
@@ -330,6 +330,11 @@ void SettingsDialog::save()
     SettingsEvents::instance()->notifyChanged();
     if (encryptionChanged)
         emit this->encryptionChanged();
+}
+
+void SettingsDialog::showShortcutsPage()
+{
+    m_pages->setCurrentIndex(2);
 }
 
 void SettingsDialog::showSnippet(const QModelIndex &item)

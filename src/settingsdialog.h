@@ -31,6 +31,7 @@ public:
     void save();
     // Opens the snippets page at the snippet or group.
     void showSnippet(const QModelIndex &item);
+    void showShortcutsPage();
 
 signals:
     // Accepted with other encryption settings: everything online must be written again.

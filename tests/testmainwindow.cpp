@@ -37,6 +37,7 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <QSortFilterProxyModel>
+#include <QTabWidget>
 #include <QTest>
 
 using namespace Clipping;
@@ -67,6 +68,7 @@ private slots:
     void failingSavesShowOneNoticeUntilASaveWorks();
     void shortcutOpensOnTheHistoryAndRaisesASunkPinnedWindow();
     void removalsCanBeUndoneWhileTheWindowIsOpen();
+    void aTakenShortcutIsToldWithAWayToChooseAnother();
     void settingsDialogWritesWhatItShows();
     void screenshots();
 
@@ -552,6 +554,33 @@ void TestMainWindow::removalsCanBeUndoneWhileTheWindowIsOpen()
     openFrom(7);
     press(view, Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(texts(), (QStringList{"second", "first"}));
+}
+
+void TestMainWindow::aTakenShortcutIsToldWithAWayToChooseAnother()
+{
+    auto *notice = m_window->findChild<QLabel *>(QStringLiteral("notice"));
+    m_window->showAndPin();
+    QVERIFY(notice->isHidden());
+    m_hotkeys->refusedKeys = {quint32(Qt::Key_B)};
+    const auto useShortcut = [](const QString &shortcut) {
+        QSettings().setValue(QStringLiteral("Shortcut"), shortcut);
+        SettingsEvents::instance()->notifyChanged();
+    };
+    useShortcut(QStringLiteral("Ctrl+Shift+B"));
+    QVERIFY(notice->isVisible());
+    QVERIFY2(notice->text().contains(QStringLiteral("Ctrl+Shift+B")), qPrintable(notice->text()));
+
+    emit notice->linkActivated(QStringLiteral("shortcuts"));
+    auto *settings = m_window->findChild<SettingsDialog *>();
+    QVERIFY(settings && settings->isVisible());
+    QCOMPARE(settings->findChild<QTabWidget *>()->tabText(
+                 settings->findChild<QTabWidget *>()->currentIndex()),
+             QStringLiteral("Shortcuts"));
+    settings->reject();
+
+    useShortcut(QStringLiteral("Ctrl+Shift+N"));
+    QVERIFY(notice->isHidden());
+    m_hotkeys->refusedKeys.clear();
 }
 
 void TestMainWindow::failingSavesShowOneNoticeUntilASaveWorks()
