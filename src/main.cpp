@@ -8,6 +8,7 @@
 #include "historyitemmodel.h"
 #include "logger.h"
 #include "mainwindow.h"
+#include "platform.h"
 #include "runguard.h"
 #include "settings.h"
 #include "settingsevents.h"
@@ -165,6 +166,11 @@ int main(int argc, char *argv[])
         tellAlreadyRunning(app);
     if (start != RunGuard::Start::Running)
         return 0;
+
+    // The box shows ticked from the first start on, so the entry is there from then on too; it
+    // also follows the program when it has moved.
+    if (!modes.demo && !modes.perfTest)
+        Platform::applyStartWithSystem(settings.value(SettingsKey::StartAutomatically).toBool());
 
     qDebug() << "Main thread:" << QThread::currentThreadId();
     qDebug().noquote() << "Settings:" << settings.fileName();

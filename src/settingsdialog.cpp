@@ -2,6 +2,7 @@
 
 #include "actionlist.h"
 #include "applicationslist.h"
+#include "crashreports.h"
 #include "customkeysequenceedit.h"
 #include "platform.h"
 #include "settings.h"
@@ -79,9 +80,21 @@ QWidget *SettingsDialog::createGeneralPage()
     theme->addRow(tr("Theme:"), m_theme);
     auto *layout = new QVBoxLayout(page);
     layout->addLayout(theme);
-    for (QWidget *widget : {m_startAutomatically, m_openOnMouse, m_pastePlainText, m_clearHistory,
-                            m_sendDumps, m_writeDebugLog})
+    for (QWidget *widget :
+         {m_startAutomatically, m_openOnMouse, m_pastePlainText, m_clearHistory, m_sendDumps})
         layout->addWidget(widget);
+    if (CrashReports::configuredUploadUrl().isEmpty()) {
+        // A box that does nothing would mislead; the line says why it cannot be ticked.
+        m_sendDumps->setEnabled(false);
+        auto *noAddress = new QLabel(tr("This build has no address to send crash reports to; "
+                                        "they stay on this computer."),
+                                     page);
+        noAddress->setObjectName(QStringLiteral("noReportAddress"));
+        noAddress->setEnabled(false);
+        noAddress->setWordWrap(true);
+        layout->addWidget(noAddress);
+    }
+    layout->addWidget(m_writeDebugLog);
     layout->addWidget(debugHint);
     layout->addStretch(1);
     return page;

@@ -679,6 +679,9 @@ void TestMainWindow::settingsDialogWritesWhatItShows()
     QCheckBox *plain = box(QStringLiteral("Paste as plain text by default"));
     QCheckBox *atMouse = box(QStringLiteral("Open the paste window at the mouse"));
     QVERIFY(plain && atMouse && !plain->isChecked() && atMouse->isChecked());
+    // This build has no report address: the box cannot be ticked, and a line says why.
+    QVERIFY(!box(QStringLiteral("Send crash reports"))->isEnabled());
+    QVERIFY(dialog->findChild<QLabel *>(QStringLiteral("noReportAddress")));
     plain->setChecked(true);
     atMouse->setChecked(false);
     QSignalSpy applied(SettingsEvents::instance(), &SettingsEvents::changed);

@@ -219,6 +219,10 @@ void TestStartup::sigtermQuitsCleanlyAndKeepsSettings()
     QCOMPARE(profile.setting(QStringLiteral("ReleaseNotesVersion")).toString(),
              QStringLiteral("1.9"));
     QCOMPARE(profile.setting(QStringLiteral("KeepItems")).toString(), QStringLiteral("20"));
+    // "Start with the system" is ticked from the first start: the entry is there.
+    QFile autostart(profile.path(QStringLiteral("config/autostart/velmorin.desktop")));
+    QVERIFY(autostart.open(QIODevice::ReadOnly));
+    QVERIFY(autostart.readAll().contains(VELMORIN_BINARY));
 }
 
 void TestStartup::releaseNotesShowOncePerVersion()
