@@ -24,7 +24,8 @@ set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 # The Qt libraries it links against become the package's dependencies; the plugins and the
 # tools it starts are named here.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, libqt6svg6")
+# qt6-translations-l10n: Qt's own buttons and dialogs in the user's language.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, libqt6svg6, qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "tesseract-ocr")
 set(CPACK_GENERATOR DEB)
 include(CPack)

@@ -221,47 +221,47 @@
         <translation>Teilt den Text am Trennzeichen, das die meisten Teile ergibt; jeder Teil wird ein eigener Eintrag.</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="165"/>
+        <location filename="../src/actionlist.cpp" line="166"/>
         <source>View</source>
         <translation>Ansehen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="165"/>
+        <location filename="../src/actionlist.cpp" line="166"/>
         <source>Edit</source>
         <translation>Bearbeiten</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="167"/>
+        <location filename="../src/actionlist.cpp" line="168"/>
         <source>Set shortcut</source>
         <translation>Tastenkürzel festlegen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="170"/>
+        <location filename="../src/actionlist.cpp" line="171"/>
         <source>Remove shortcut</source>
         <translation>Tastenkürzel entfernen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="174"/>
+        <location filename="../src/actionlist.cpp" line="175"/>
         <source>Show in menu</source>
         <translation>Im Menü zeigen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="174"/>
+        <location filename="../src/actionlist.cpp" line="175"/>
         <source>Hide from menu</source>
         <translation>Im Menü ausblenden</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="178"/>
+        <location filename="../src/actionlist.cpp" line="179"/>
         <source>Delete</source>
         <translation>Löschen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="230"/>
+        <location filename="../src/actionlist.cpp" line="231"/>
         <source>Are you sure you want to delete the action &apos;%1&apos;?</source>
         <translation>Soll die Aktion &apos;%1&apos; wirklich gelöscht werden?</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="237"/>
+        <location filename="../src/actionlist.cpp" line="238"/>
         <source>Failed to delete the file &apos;%1&apos;.</source>
         <translation>Die Datei &apos;%1&apos; konnte nicht gelöscht werden.</translation>
     </message>
@@ -272,13 +272,23 @@
     </message>
     <message>
         <location filename="../src/actionlistrow.cpp" line="51"/>
+        <source>This action file cannot be read.</source>
+        <translation>Diese Aktionsdatei kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <location filename="../src/actionlistrow.cpp" line="54"/>
         <source>There are errors in the action script.</source>
         <translation>Das Aktionsskript enthält Fehler.</translation>
     </message>
     <message>
-        <location filename="../src/actionlistrow.cpp" line="59"/>
+        <location filename="../src/actionlistrow.cpp" line="62"/>
         <source>More</source>
         <translation>Mehr</translation>
+    </message>
+    <message>
+        <location filename="../src/actionfiles.cpp" line="50"/>
+        <source>This action file cannot be read: %1</source>
+        <translation>Diese Aktionsdatei kann nicht gelesen werden: %1</translation>
     </message>
 </context>
 <context>
@@ -579,16 +589,32 @@ Möchten Sie den Ordner öffnen?</translation>
     </message>
 </context>
 <context>
+    <name>HistoryFile</name>
+    <message>
+        <location filename="../src/historyfile.cpp" line="298"/>
+        <source>the folder %1 cannot be made</source>
+        <translation>der Ordner %1 kann nicht angelegt werden</translation>
+    </message>
+</context>
+<context>
     <name>HistoryItemModel</name>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="588"/>
+        <location filename="../src/historyitemmodel.cpp" line="639"/>
         <source>Failed to parse the clippings file: </source>
         <translation>Die Verlaufsdatei konnte nicht gelesen werden: </translation>
     </message>
+    <message numerus="yes">
+        <location filename="../src/historyitemmodel.cpp" line="642"/>
+        <source>%n clipping(s) in the clippings file could not be taken and were left out: larger than the size limit, or damaged.</source>
+        <translation>
+            <numerusform>%n Eintrag in der Datei konnte nicht übernommen werden und wurde ausgelassen: größer als die Größengrenze oder beschädigt.</numerusform>
+            <numerusform>%n Einträge in der Datei konnten nicht übernommen werden und wurden ausgelassen: größer als die Größengrenze oder beschädigt.</numerusform>
+        </translation>
+    </message>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="610"/>
-        <source>Writing the clippings file failed: </source>
-        <translation>Das Schreiben der Verlaufsdatei ist fehlgeschlagen: </translation>
+        <location filename="../src/historyitemmodel.cpp" line="669"/>
+        <source>Writing the clippings file failed: %1 (%2). The clippings are kept and saved as soon as writing works again.</source>
+        <translation>Die Datei mit den Einträgen konnte nicht geschrieben werden: %1 (%2). Die Einträge bleiben erhalten und werden gespeichert, sobald das Schreiben wieder gelingt.</translation>
     </message>
 </context>
 <context>
@@ -616,12 +642,12 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Das Bild dieses Eintrags kann nicht gelesen werden.</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="249"/>
+        <location filename="../src/historyitemview.cpp" line="260"/>
         <source>&amp;Paste</source>
         <translation>&amp;Einfügen</translation>
     </message>
     <message numerus="yes">
-        <location filename="../src/historyitemview.cpp" line="249"/>
+        <location filename="../src/historyitemview.cpp" line="260"/>
         <source>&amp;Paste %n items joined</source>
         <translation>
             <numerusform>%n Eintrag &amp;verbunden einfügen</numerusform>
@@ -629,82 +655,82 @@ Möchten Sie den Ordner öffnen?</translation>
         </translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="253"/>
+        <location filename="../src/historyitemview.cpp" line="264"/>
         <source>Paste as &amp;image</source>
         <translation>Als &amp;Bild einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="255"/>
+        <location filename="../src/historyitemview.cpp" line="266"/>
         <source>Paste as &amp;file</source>
         <translation>Als &amp;Datei einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="257"/>
+        <location filename="../src/historyitemview.cpp" line="268"/>
         <source>&amp;Annotate...</source>
         <translation>&amp;Beschriften...</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="261"/>
+        <location filename="../src/historyitemview.cpp" line="272"/>
         <source>E&amp;xtract text</source>
         <translation>Te&amp;xt erkennen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="264"/>
+        <location filename="../src/historyitemview.cpp" line="275"/>
         <source>Paste as &amp;plain text</source>
         <translation>Als &amp;reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="268"/>
+        <location filename="../src/historyitemview.cpp" line="279"/>
         <source>&amp;Type text</source>
         <translation>Text &amp;tippen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="280"/>
+        <location filename="../src/historyitemview.cpp" line="291"/>
         <source>&amp;Edit text...</source>
         <translation>Text &amp;bearbeiten...</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="282"/>
+        <location filename="../src/historyitemview.cpp" line="293"/>
         <source>&amp;Join into a new clipping</source>
         <translation>Zu neuem Eintrag &amp;zusammenfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="283"/>
+        <location filename="../src/historyitemview.cpp" line="294"/>
         <source>Re&amp;verse the order</source>
         <translation>Reihenfolge &amp;umkehren</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="289"/>
+        <location filename="../src/historyitemview.cpp" line="300"/>
         <source>Clear st&amp;yle</source>
         <translation>Formatierung &amp;entfernen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="292"/>
+        <location filename="../src/historyitemview.cpp" line="303"/>
         <source>P&amp;in to the top</source>
         <translation>Oben an&amp;heften</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="296"/>
+        <location filename="../src/historyitemview.cpp" line="307"/>
         <source>&amp;Keep forever</source>
         <translation>&amp;Für immer behalten</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="313"/>
+        <location filename="../src/historyitemview.cpp" line="324"/>
         <source>&amp;Remove</source>
         <translation>&amp;Entfernen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="319"/>
+        <location filename="../src/historyitemview.cpp" line="330"/>
         <source>Add to &amp;snippets</source>
         <translation>Zu &amp;Textbausteinen hinzufügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="331"/>
+        <location filename="../src/historyitemview.cpp" line="342"/>
         <source>New group</source>
         <translation>Neue Gruppe</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="332"/>
+        <location filename="../src/historyitemview.cpp" line="343"/>
         <source>Clippings</source>
         <translation>Einträge</translation>
     </message>
@@ -712,56 +738,61 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>MainWindow</name>
     <message>
-        <location filename="../src/mainwindow.cpp" line="87"/>
+        <location filename="../src/mainwindow.cpp" line="88"/>
         <source>Velmorin</source>
         <translation>Velmorin</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="132"/>
+        <location filename="../src/mainwindow.cpp" line="144"/>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="133"/>
+        <location filename="../src/mainwindow.cpp" line="145"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="136"/>
+        <location filename="../src/mainwindow.cpp" line="148"/>
         <source>History (%1)</source>
         <translation>Verlauf (%1)</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="137"/>
+        <location filename="../src/mainwindow.cpp" line="149"/>
         <source>Snippets (%1)</source>
         <translation>Textbausteine (%1)</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="146"/>
+        <location filename="../src/mainwindow.cpp" line="158"/>
         <source>Settings</source>
         <translation>Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="148"/>
+        <location filename="../src/mainwindow.cpp" line="160"/>
         <source>Keep the window open</source>
         <translation>Fenster geöffnet lassen</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="168"/>
+        <location filename="../src/mainwindow.cpp" line="180"/>
         <source>Copied items appear here.</source>
         <translation>Kopierte Einträge erscheinen hier.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="411"/>
+        <location filename="../src/mainwindow.cpp" line="431"/>
         <source>Current clipboard content is not text. Unable to run the action.</source>
         <translation>Die Zwischenablage enthält keinen Text. Die Aktion kann nicht ausgeführt werden.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="420"/>
+        <location filename="../src/mainwindow.cpp" line="440"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
 %2</translation>
+    </message>
+    <message>
+        <location filename="../src/mainwindow.cpp" line="700"/>
+        <source>Another program already uses %1, so Velmorin cannot use it. &lt;a href=&quot;shortcuts&quot;&gt;Choose another shortcut&lt;/a&gt;</source>
+        <translation>Ein anderes Programm verwendet bereits %1, daher kann Velmorin dieses Tastenkürzel nicht nutzen. &lt;a href=&quot;shortcuts&quot;&gt;Anderes Tastenkürzel wählen&lt;/a&gt;</translation>
     </message>
 </context>
 <context>
@@ -813,7 +844,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>QObject</name>
     <message>
-        <location filename="../src/main.cpp" line="149"/>
+        <location filename="../src/main.cpp" line="136"/>
         <source>Velmorin is already running!</source>
         <translation>Velmorin läuft bereits!</translation>
     </message>
@@ -879,12 +910,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>ReleaseNotesDialog</name>
     <message>
-        <location filename="../src/releasenotesdialog.cpp" line="10"/>
+        <location filename="../src/releasenotesdialog.cpp" line="11"/>
         <source>What&apos;s new in Velmorin</source>
         <translation>Neu in Velmorin</translation>
     </message>
     <message>
-        <location filename="../src/releasenotesdialog.cpp" line="30"/>
+        <location filename="../src/releasenotesdialog.cpp" line="34"/>
         <source>The release notes are missing from this build.</source>
         <translation>Diesem Build fehlen die Versionshinweise.</translation>
     </message>
@@ -901,8 +932,8 @@ Möchten Sie den Ordner öffnen?</translation>
     <name>SearchEdit</name>
     <message>
         <location filename="../src/searchedit.cpp" line="7"/>
-        <source>Search clippings and snippets</source>
-        <translation>Einträge und Textbausteine durchsuchen</translation>
+        <source>Search clippings and snippets (Alt+1 to 9 pastes)</source>
+        <translation>Einträge und Textbausteine durchsuchen (Alt+1 bis 9 fügt ein)</translation>
     </message>
     <message>
         <location filename="../src/searchedit.cpp" line="8"/>
@@ -913,269 +944,279 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SearchView</name>
     <message>
-        <location filename="../src/searchview.cpp" line="10"/>
+        <location filename="../src/searchview.cpp" line="11"/>
         <source>Search results</source>
         <translation>Suchergebnisse</translation>
+    </message>
+    <message>
+        <location filename="../src/searchview.cpp" line="31"/>
+        <source>No clippings match</source>
+        <translation>Keine passenden Einträge</translation>
     </message>
 </context>
 <context>
     <name>SettingsDialog</name>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="37"/>
+        <location filename="../src/settingsdialog.cpp" line="38"/>
         <source>Velmorin Settings</source>
         <translation>Velmorin-Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="39"/>
+        <location filename="../src/settingsdialog.cpp" line="40"/>
         <source>General</source>
         <translation>Allgemein</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="40"/>
+        <location filename="../src/settingsdialog.cpp" line="41"/>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="42"/>
+        <location filename="../src/settingsdialog.cpp" line="43"/>
         <source>Applications</source>
         <translation>Anwendungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="43"/>
+        <location filename="../src/settingsdialog.cpp" line="44"/>
         <source>Actions</source>
         <translation>Aktionen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="45"/>
+        <location filename="../src/settingsdialog.cpp" line="46"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="70"/>
+        <location filename="../src/settingsdialog.cpp" line="71"/>
         <source>Write a debug log</source>
         <translation>Debug-Protokoll schreiben</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="71"/>
+        <location filename="../src/settingsdialog.cpp" line="72"/>
         <source>The debug log is written from the next start on.</source>
         <translation>Das Debug-Protokoll wird ab dem nächsten Start geschrieben.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="65"/>
+        <location filename="../src/settingsdialog.cpp" line="66"/>
         <source>Start with the system</source>
         <translation>Mit dem System starten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="139"/>
+        <location filename="../src/settingsdialog.cpp" line="152"/>
         <source>Only expand keyword after space is pressed</source>
         <translation>Schlüsselwort erst nach einem Leerzeichen ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="100"/>
+        <location filename="../src/settingsdialog.cpp" line="113"/>
         <source>Open the paste window:</source>
         <translation>Einfügefenster öffnen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="41"/>
+        <location filename="../src/settingsdialog.cpp" line="42"/>
         <source>Shortcuts</source>
         <translation>Tastenkürzel</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="48"/>
+        <location filename="../src/settingsdialog.cpp" line="49"/>
         <source>Sync</source>
         <translation>Synchronisation</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="66"/>
+        <location filename="../src/settingsdialog.cpp" line="67"/>
         <source>Open the paste window at the mouse</source>
         <translation>Einfügefenster an der Maus öffnen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="67"/>
+        <location filename="../src/settingsdialog.cpp" line="68"/>
         <source>Paste as plain text by default</source>
         <translation>Standardmäßig als reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="69"/>
+        <location filename="../src/settingsdialog.cpp" line="70"/>
         <source>Send crash reports</source>
         <translation>Absturzberichte senden</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="74"/>
+        <location filename="../src/settingsdialog.cpp" line="75"/>
         <source>Light</source>
         <translation>Hell</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="75"/>
+        <location filename="../src/settingsdialog.cpp" line="76"/>
         <source>Dark</source>
         <translation>Dunkel</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="76"/>
+        <location filename="../src/settingsdialog.cpp" line="77"/>
         <source>Follow the system</source>
         <translation>Wie das System</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="79"/>
+        <location filename="../src/settingsdialog.cpp" line="80"/>
         <source>Theme:</source>
         <translation>Erscheinungsbild:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="96"/>
+        <location filename="../src/settingsdialog.cpp" line="89"/>
+        <source>This build has no address to send crash reports to; they stay on this computer.</source>
+        <translation>Diese Ausgabe hat keine Adresse für Absturzberichte; sie bleiben auf diesem Computer.</translation>
+    </message>
+    <message>
+        <location filename="../src/settingsdialog.cpp" line="109"/>
         <source>Open the paste window</source>
         <translation>Einfügefenster öffnen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="97"/>
+        <location filename="../src/settingsdialog.cpp" line="110"/>
         <source>Paste as plain text</source>
         <translation>Als reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="98"/>
+        <location filename="../src/settingsdialog.cpp" line="111"/>
         <source>Paste the next item</source>
         <translation>Nächsten Eintrag einfügen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="102"/>
+        <location filename="../src/settingsdialog.cpp" line="115"/>
         <source>Paste as plain text:</source>
         <translation>Als reinen Text einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="104"/>
+        <location filename="../src/settingsdialog.cpp" line="117"/>
         <source>Paste the next item:</source>
         <translation>Nächsten Eintrag einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="120"/>
+        <location filename="../src/settingsdialog.cpp" line="133"/>
         <source>Browse...</source>
         <translation>Durchsuchen...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="123"/>
+        <location filename="../src/settingsdialog.cpp" line="136"/>
         <source>JSON files (*.json)</source>
         <translation>JSON-Dateien (*.json)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="141"/>
-        <location filename="../src/settingsdialog.cpp" line="143"/>
+        <location filename="../src/settingsdialog.cpp" line="154"/>
+        <location filename="../src/settingsdialog.cpp" line="156"/>
         <source>Snippet file</source>
         <translation>Textbaustein-Datei</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="143"/>
+        <location filename="../src/settingsdialog.cpp" line="156"/>
         <source>Snippet file:</source>
         <translation>Textbaustein-Datei:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="144"/>
-        <location filename="../src/settingsdialog.cpp" line="211"/>
+        <location filename="../src/settingsdialog.cpp" line="157"/>
+        <location filename="../src/settingsdialog.cpp" line="224"/>
         <source>A new file place applies from the next start.</source>
         <translation>Ein neuer Speicherort gilt ab dem nächsten Start.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="159"/>
+        <location filename="../src/settingsdialog.cpp" line="172"/>
         <source>Export snippets...</source>
         <translation>Textbausteine exportieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="161"/>
+        <location filename="../src/settingsdialog.cpp" line="174"/>
         <source>Import snippets...</source>
         <translation>Textbausteine importieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="179"/>
+        <location filename="../src/settingsdialog.cpp" line="192"/>
         <source>Save snippets</source>
         <translation>Textbausteine speichern</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="180"/>
-        <location filename="../src/settingsdialog.cpp" line="190"/>
+        <location filename="../src/settingsdialog.cpp" line="193"/>
+        <location filename="../src/settingsdialog.cpp" line="203"/>
         <source>JSON files (*.json);;All files (*.*);</source>
         <translation>JSON-Dateien (*.json);;Alle Dateien (*.*);</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="183"/>
+        <location filename="../src/settingsdialog.cpp" line="196"/>
         <source>Writing the snippets file failed: </source>
         <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="189"/>
+        <location filename="../src/settingsdialog.cpp" line="202"/>
         <source>Load snippets</source>
         <translation>Textbausteine laden</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="193"/>
+        <location filename="../src/settingsdialog.cpp" line="206"/>
         <source>Failed to parse the snippets file: </source>
         <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="204"/>
+        <location filename="../src/settingsdialog.cpp" line="217"/>
         <source> characters</source>
         <translation> Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="207"/>
+        <location filename="../src/settingsdialog.cpp" line="220"/>
         <source> × 1024 characters</source>
         <translation> × 1024 Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="208"/>
+        <location filename="../src/settingsdialog.cpp" line="221"/>
         <source>Keep copied images</source>
         <translation>Kopierte Bilder behalten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="68"/>
+        <location filename="../src/settingsdialog.cpp" line="69"/>
         <source>Clear the history on quit (locked items stay)</source>
         <translation>Verlauf beim Beenden leeren (gesperrte Elemente bleiben)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="106"/>
+        <location filename="../src/settingsdialog.cpp" line="119"/>
         <source>Snippets and actions get their own shortcuts on their pages. Linux terminals keep Ctrl+Shift+V for their own paste: to open the paste window there, choose other keys.</source>
         <translation>Textbausteine und Aktionen erhalten ihre eigenen Tastenkürzel auf ihren Seiten. Linux-Terminals behalten Strg+Umschalt+V für ihr eigenes Einfügen: Um das Einfügefenster dort zu öffnen, wählen Sie andere Tasten.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="210"/>
-        <location filename="../src/settingsdialog.cpp" line="219"/>
+        <location filename="../src/settingsdialog.cpp" line="223"/>
+        <location filename="../src/settingsdialog.cpp" line="232"/>
         <source>History file</source>
         <translation>Verlaufsdatei</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="215"/>
+        <location filename="../src/settingsdialog.cpp" line="228"/>
         <source>Clippings to keep:</source>
         <translation>Anzahl der Einträge:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="216"/>
+        <location filename="../src/settingsdialog.cpp" line="229"/>
         <source>Ignore texts shorter than:</source>
         <translation>Texte ignorieren, kürzer als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="217"/>
+        <location filename="../src/settingsdialog.cpp" line="230"/>
         <source>Ignore texts longer than:</source>
         <translation>Texte ignorieren, länger als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="219"/>
+        <location filename="../src/settingsdialog.cpp" line="232"/>
         <source>History file:</source>
         <translation>Verlaufsdatei:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="229"/>
+        <location filename="../src/settingsdialog.cpp" line="242"/>
         <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated and which keys paste into it.</source>
         <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden und mit welchen Tasten in sie eingefügt wird.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="235"/>
+        <location filename="../src/settingsdialog.cpp" line="248"/>
         <source>Rules</source>
         <translation>Regeln</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="250"/>
+        <location filename="../src/settingsdialog.cpp" line="263"/>
         <source>Actions change a clipping&apos;s text with a small script. Run them from a clipping&apos;s menu or give them a shortcut. Changes here apply at once.</source>
         <translation>Aktionen ändern den Text eines Eintrags mit einem kleinen Skript. Führen Sie sie aus dem Menü eines Eintrags aus oder geben Sie ihnen ein Tastenkürzel. Änderungen hier gelten sofort.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="257"/>
+        <location filename="../src/settingsdialog.cpp" line="270"/>
         <source>New action</source>
         <translation>Neue Aktion</translation>
     </message>
@@ -1557,8 +1598,8 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Synchronisation erfolgreich.</translation>
     </message>
     <message>
-        <location filename="../src/sync.cpp" line="818"/>
-        <location filename="../src/sync.cpp" line="837"/>
+        <location filename="../src/sync.cpp" line="821"/>
+        <location filename="../src/sync.cpp" line="840"/>
         <source>Decryption failed.</source>
         <translation>Entschlüsselung fehlgeschlagen.</translation>
     </message>
@@ -1786,7 +1827,7 @@ Möchten Sie den Ordner öffnen?</translation>
     <message>
         <location filename="../src/syncsettingspage.cpp" line="328"/>
         <source>Synchronizing with %1</source>
-        <translation>Synchronisation mit %1</translation>
+        <translation>Synchronisiert mit: %1</translation>
     </message>
     <message>
         <location filename="../src/syncsettingspage.cpp" line="367"/>

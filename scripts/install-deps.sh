@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
     # build
     cmake ninja-build g++ pkg-config git
-    qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins
+    qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins qt6-translations-l10n
     qt6-websockets-dev qt6-declarative-dev qt6-svg-dev libqt6svg6
     qt6-httpserver-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
     libqscintilla2-qt6-dev libgl-dev

@@ -19,6 +19,7 @@
 #include <QDate>
 #include <QDebug>
 #include <QFile>
+#include <QFileInfo>
 #include <QImageReader>
 #include <QLibraryInfo>
 #include <QMessageBox>
@@ -75,14 +76,22 @@ void logBanner(const AppModes &modes)
 
 void installTranslators(QCoreApplication &app)
 {
-    auto *qtTranslator = new QTranslator(&app);
-    if (qtTranslator->load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
-                           QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(qtTranslator);
-    auto *translator = new QTranslator(&app);
-    if (translator->load(QLocale(), QStringLiteral("velmorin"), QStringLiteral("_"),
-                         QStringLiteral(":/i18n")))
-        QCoreApplication::installTranslator(translator);
+    // Qt's own buttons and dialogs (Cancel, Yes, the file dialog) come from Qt's catalogue.
+    const QList<QPair<QString, QString>> catalogues{
+        {QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)},
+        {QStringLiteral("velmorin"), QStringLiteral(":/i18n")}};
+    QStringList loaded;
+    for (const auto &[name, folder] : catalogues) {
+        auto *translator = new QTranslator(&app);
+        if (translator->load(QLocale(), name, QStringLiteral("_"), folder)) {
+            QCoreApplication::installTranslator(translator);
+            loaded.append(QFileInfo(translator->filePath()).completeBaseName());
+        } else {
+            delete translator;
+        }
+    }
+    qDebug().noquote() << "Translations for" << QLocale().name() << "loaded:"
+                       << (loaded.isEmpty() ? QStringLiteral("none") : loaded.join(u", "));
 }
 
 void connectTrayIcon(TrayIcon &tray, MainWindow &mainWindow)

@@ -2,6 +2,7 @@
 
 #include <QDialogButtonBox>
 #include <QFile>
+#include <QLocale>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
@@ -25,7 +26,10 @@ ReleaseNotesDialog::ReleaseNotesDialog(QWidget *parent) : QDialog(parent)
 
 QString ReleaseNotesDialog::notes()
 {
-    QFile file(QStringLiteral(":/data/release-notes.md"));
+    // In the language of the user interface when there is a translation of them.
+    QFile file(QStringLiteral(":/data/release-notes.%1.md").arg(QLocale().name().left(2)));
+    if (!file.exists())
+        file.setFileName(QStringLiteral(":/data/release-notes.md"));
     if (!file.open(QIODevice::ReadOnly))
         return tr("The release notes are missing from this build.");
     return QString::fromUtf8(file.readAll());

@@ -13,6 +13,7 @@
 #include "mainwindow.h"
 #include "platform.h"
 #include "qhotkey.h"
+#include "releasenotesdialog.h"
 #include "searchedit.h"
 #include "searchmodel.h"
 #include "searchview.h"
@@ -697,6 +698,13 @@ void TestMainWindow::settingsDialogWritesWhatItShows()
     m_window->showSettings();
     QCOMPARE(theme->currentData().toInt(), int(Theme::Light));
     dialog->reject();
+
+    // The release notes come in German to a German user.
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    const QString german = ReleaseNotesDialog::notes();
+    QLocale::setDefault(QLocale::c());
+    QVERIFY(german.contains(QStringLiteral("Willkommen bei Velmorin")));
+    QVERIFY(ReleaseNotesDialog::notes().contains(QStringLiteral("Welcome to Velmorin")));
 }
 
 void TestMainWindow::screenshots()

@@ -23,6 +23,7 @@ private slots:
     void writeDebugLogSettingStartsTheFileLog();
     void sigtermQuitsCleanlyAndKeepsSettings();
     void releaseNotesShowOncePerVersion();
+    void germanUsersGetQtsOwnTextsInGermanToo();
     void testModesKeepTheirOwnHistory();
     void clearHistoryOnQuitKeepsLockedClippings();
 
@@ -223,6 +224,17 @@ void TestStartup::sigtermQuitsCleanlyAndKeepsSettings()
     QFile autostart(profile.path(QStringLiteral("config/autostart/velmorin.desktop")));
     QVERIFY(autostart.open(QIODevice::ReadOnly));
     QVERIFY(autostart.readAll().contains(VELMORIN_BINARY));
+}
+
+void TestStartup::germanUsersGetQtsOwnTextsInGermanToo()
+{
+    TestProfile profile;
+    AppProcess app(QStringLiteral(VELMORIN_BINARY), profile);
+    for (const char *variable : {"LANG", "LC_ALL", "LC_MESSAGES"})
+        app.setEnvironmentValue(QLatin1String(variable), QStringLiteral("de_DE.UTF-8"));
+    startAndWait(app);
+    QVERIFY2(app.output().contains(QStringLiteral("loaded: qtbase_de, velmorin_de")),
+             qPrintable(app.output().left(3000)));
 }
 
 void TestStartup::releaseNotesShowOncePerVersion()
