@@ -466,62 +466,72 @@
 <context>
     <name>ClipboardMonitor</name>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="31"/>
+        <location filename="../src/clipboardmonitor.cpp" line="34"/>
         <source>Clipboard monitor</source>
         <translation>Zwischenablage-Monitor</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="33"/>
+        <location filename="../src/clipboardmonitor.cpp" line="36"/>
         <source>Format</source>
         <translation>Format</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="33"/>
+        <location filename="../src/clipboardmonitor.cpp" line="36"/>
         <source>Size (bytes)</source>
         <translation>Größe (Bytes)</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="36"/>
+        <location filename="../src/clipboardmonitor.cpp" line="39"/>
         <source>Clipboard formats</source>
         <translation>Formate der Zwischenablage</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="73"/>
-        <source>Copied in: %1</source>
-        <translation>Kopiert in: %1</translation>
+        <location filename="../src/clipboardmonitor.cpp" line="50"/>
+        <source>Marked private: the content is hidden.</source>
+        <translation>Als privat gekennzeichnet: Der Inhalt ist verborgen.</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="73"/>
+        <location filename="../src/clipboardmonitor.cpp" line="51"/>
+        <source>Show the content</source>
+        <translation>Inhalt anzeigen</translation>
+    </message>
+    <message>
+        <location filename="../src/clipboardmonitor.cpp" line="90"/>
         <source>unknown</source>
         <translation>unbekannt</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="76"/>
+        <location filename="../src/clipboardmonitor.cpp" line="90"/>
+        <source>Owned by: %1</source>
+        <translation>Gehört zu: %1</translation>
+    </message>
+    <message>
+        <location filename="../src/clipboardmonitor.cpp" line="93"/>
         <source>The clipboard is empty.</source>
         <translation>Die Zwischenablage ist leer.</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="94"/>
+        <location filename="../src/clipboardmonitor.cpp" line="124"/>
         <source>Marked private by the program that copied it: Velmorin does not record it.</source>
         <translation>Vom kopierenden Programm als privat markiert: Velmorin zeichnet es nicht auf.</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="98"/>
+        <location filename="../src/clipboardmonitor.cpp" line="128"/>
         <source>Put there by Velmorin (for %1): not recorded again.</source>
         <translation>Von Velmorin eingefügt (für %1): wird nicht erneut aufgezeichnet.</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="99"/>
+        <location filename="../src/clipboardmonitor.cpp" line="129"/>
         <source>no application</source>
         <translation>keine Anwendung</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="101"/>
+        <location filename="../src/clipboardmonitor.cpp" line="131"/>
         <source>No marks: Velmorin records it unless a rule for the application says otherwise.</source>
         <translation>Keine Markierungen: Velmorin zeichnet es auf, sofern keine Regel für die Anwendung etwas anderes sagt.</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="120"/>
+        <location filename="../src/clipboardmonitor.cpp" line="154"/>
         <source>This image cannot be shown.</source>
         <translation>Dieses Bild kann nicht angezeigt werden.</translation>
     </message>

@@ -10,13 +10,15 @@ packages=(
     qt6-websockets-dev qt6-declarative-dev qt6-svg-dev libqt6svg6
     qt6-httpserver-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
     libqscintilla2-qt6-dev libgl-dev
-    libx11-dev libx11-xcb-dev libxcb1-dev libxfixes-dev libxi-dev libxtst-dev
+    libx11-dev libx11-xcb-dev libxcb1-dev libxfixes-dev libxi-dev libxtst-dev libxres-dev
     libxkbcommon-dev libxkbcommon-x11-dev
     x11-xkb-utils
     # running without a display, and the desktop tests
     xvfb xauth jwm x11-utils xdotool dbus
     # third-party terminals the paste and expansion tests type into
     xterm xfce4-terminal
+    # copies made by another program: the desktop test and the image flood benchmark
+    xclip
     # the Windows build path: cross compiler and Wine to run its tests
     g++-mingw-w64-x86-64-posix wine wine64
     # the package and its metadata checks

@@ -2,6 +2,7 @@
 
 #include "clipboardmarks.h"
 #include "platform.h"
+#include "platform/idesktop.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -10,6 +11,7 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -26,7 +28,8 @@ constexpr qsizetype PreviewBytes = 64 * 1024;
 ClipboardMonitor::ClipboardMonitor(QWidget *parent)
     : QWidget(parent, Qt::Window), m_formats(new QTreeWidget(this)),
       m_preview(new QStackedWidget(this)), m_text(new QPlainTextEdit(this)),
-      m_image(new QLabel(this)), m_source(new QLabel(this)), m_marks(new QLabel(this))
+      m_image(new QLabel(this)), m_source(new QLabel(this)), m_marks(new QLabel(this)),
+      m_hidden(new QWidget(this))
 {
     setWindowTitle(tr("Clipboard monitor"));
     setObjectName(QStringLiteral("clipboardMonitor"));
@@ -43,6 +46,20 @@ ClipboardMonitor::ClipboardMonitor(QWidget *parent)
     imageArea->setWidgetResizable(true);
     m_preview->addWidget(m_text);
     m_preview->addWidget(imageArea);
+    // A password on screen is seen by whoever stands behind the user.
+    auto *hiddenText = new QLabel(tr("Marked private: the content is hidden."), m_hidden);
+    auto *reveal = new QPushButton(tr("Show the content"), m_hidden);
+    reveal->setObjectName(QStringLiteral("revealButton"));
+    auto *hiddenLayout = new QVBoxLayout(m_hidden);
+    hiddenLayout->addStretch(1);
+    hiddenLayout->addWidget(hiddenText, 0, Qt::AlignCenter);
+    hiddenLayout->addWidget(reveal, 0, Qt::AlignCenter);
+    hiddenLayout->addStretch(1);
+    m_preview->addWidget(m_hidden);
+    connect(reveal, &QPushButton::clicked, this, [this] {
+        m_revealed = true;
+        showPreview(m_formats->currentItem());
+    });
     m_source->setObjectName(QStringLiteral("monitorSource"));
     m_marks->setObjectName(QStringLiteral("monitorMarks"));
     m_marks->setWordWrap(true);
@@ -70,7 +87,7 @@ void ClipboardMonitor::refresh()
     m_text->clear();
     m_image->clear();
     m_source->setText(
-        tr("Copied in: %1").arg(m_application.isEmpty() ? tr("unknown") : m_application));
+        tr("Owned by: %1").arg(m_application.isEmpty() ? tr("unknown") : m_application));
     const QMimeData *data = QGuiApplication::clipboard()->mimeData();
     if (!data) {
         m_marks->setText(tr("The clipboard is empty."));
@@ -83,8 +100,21 @@ void ClipboardMonitor::refresh()
         row->setText(1, QString::number(data->data(format).size()));
         row->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
     }
-    if (m_formats->topLevelItemCount() > 0)
-        m_formats->setCurrentItem(m_formats->topLevelItem(0));
+    const auto first = m_formats->findItems(formatToShowFirst(data->formats()), Qt::MatchExactly);
+    if (!first.isEmpty())
+        m_formats->setCurrentItem(first.first());
+}
+
+QString ClipboardMonitor::formatToShowFirst(const QStringList &formats)
+{
+    // What a person reads: the text, else the image, else whatever is there.
+    for (const char *prefix : {"text/plain", "text/", "image/"}) {
+        for (const QString &format : formats) {
+            if (format.startsWith(QLatin1String(prefix)))
+                return format;
+        }
+    }
+    return formats.value(0);
 }
 
 QString ClipboardMonitor::marksText(const QMimeData &data)
@@ -108,6 +138,10 @@ void ClipboardMonitor::showPreview(const QTreeWidgetItem *row)
     const QMimeData *data = QGuiApplication::clipboard()->mimeData();
     if (!row || !data)
         return;
+    if (ClipboardMarks::isPrivate(*data) && !m_revealed) {
+        m_preview->setCurrentWidget(m_hidden);
+        return;
+    }
     const QString format = row->text(0);
     const QByteArray bytes = data->data(format);
     if (format.startsWith(QLatin1String("image/")) ||
@@ -137,8 +171,11 @@ void ClipboardMonitor::showEvent(QShowEvent *event)
 
 void ClipboardMonitor::onClipboardChanged()
 {
-    // The program that copied is in front as the clipboard changes.
-    m_application = Platform::foregroundApplicationName();
+    // The owner, when the system tells it: a program may copy while another is in front.
+    m_application = Platform::desktop()->clipboardOwnerName();
+    if (m_application.isEmpty())
+        m_application = Platform::foregroundApplicationName();
+    m_revealed = false;
     // Reading every format costs; nobody looks while the window is closed.
     if (isVisible())
         refresh();

@@ -10,9 +10,10 @@ class QTreeWidget;
 class QTreeWidgetItem;
 
 // A diagnostic window for "why was this not recorded?": the formats on the clipboard with
-// their sizes and a preview of the chosen one (text, HTML source, image), the application the
-// content came from, and the marks that decide whether Velmorin records it. It follows every
-// clipboard change while it is open.
+// their sizes and a preview of the chosen one (text, HTML source, image), the application that
+// owns the content, and the marks that decide whether Velmorin records it. It opens on the
+// text, keeps content marked private hidden until asked, and follows every clipboard change
+// while it is open.
 class ClipboardMonitor final : public QWidget
 {
     Q_OBJECT
@@ -29,6 +30,7 @@ private:
     void onClipboardChanged();
     void showPreview(const QTreeWidgetItem *row);
     static QString marksText(const QMimeData &data);
+    static QString formatToShowFirst(const QStringList &formats);
 
     QTreeWidget *m_formats;
     QStackedWidget *m_preview;
@@ -36,5 +38,7 @@ private:
     QLabel *m_image;
     QLabel *m_source;
     QLabel *m_marks;
+    QWidget *m_hidden;
     QString m_application;
+    bool m_revealed = false;
 };

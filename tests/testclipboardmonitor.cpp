@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTreeWidget>
@@ -35,13 +36,18 @@ void TestClipboardMonitor::showsFormatsPreviewsAndMarks()
     auto *text = monitor.findChild<QPlainTextEdit *>(QStringLiteral("monitorText"));
     auto *marks = monitor.findChild<QLabel *>(QStringLiteral("monitorMarks"));
 
+    // HTML offered first; the monitor opens on the text. The owner is named, not the window
+    // in front.
+    desktop.clipboardOwner = QStringLiteral("mailer");
     auto *data = new QMimeData;
-    data->setText(QStringLiteral("plain words"));
     data->setHtml(QStringLiteral("<b>bold</b> words"));
+    data->setText(QStringLiteral("plain words"));
     QGuiApplication::clipboard()->setMimeData(data);
     QTRY_COMPARE(formats->topLevelItemCount(), 2);
+    QCOMPARE(formats->currentItem()->text(0), QStringLiteral("text/plain"));
+    QCOMPARE(text->toPlainText(), QStringLiteral("plain words"));
     QCOMPARE(monitor.findChild<QLabel *>(QStringLiteral("monitorSource"))->text(),
-             QStringLiteral("Copied in: writer.exe"));
+             QStringLiteral("Owned by: mailer"));
     QVERIFY(marks->text().startsWith(QLatin1String("No marks")));
     const auto rows = formats->findItems(QStringLiteral("text/html"), Qt::MatchExactly);
     QCOMPARE(rows.size(), 1);
@@ -57,6 +63,13 @@ void TestClipboardMonitor::showsFormatsPreviewsAndMarks()
     QGuiApplication::clipboard()->setMimeData(secret);
     QTRY_VERIFY(marks->text().contains(QLatin1String("Marked private")));
     QVERIFY(marks->text().contains(QLatin1String("Put there by Velmorin (for vault.exe)")));
+    // Hidden until asked for.
+    QVERIFY(!text->isVisible());
+    auto *reveal = monitor.findChild<QPushButton *>(QStringLiteral("revealButton"));
+    QVERIFY(reveal->isVisible());
+    reveal->click();
+    QVERIFY(text->isVisible());
+    QCOMPARE(text->toPlainText(), QStringLiteral("hunter2"));
 
     QImage image(30, 20, QImage::Format_RGB32);
     image.fill(Qt::red);

@@ -40,6 +40,9 @@ public:
     // The class of the foreground window (WM_CLASS on X11, the window class on Windows), which
     // tells terminals from other programs; empty if unknown.
     virtual QString foregroundWindowClass() = 0;
+    // Executable name of the application that owns the clipboard's content (which need not be
+    // the one in front); empty if unknown.
+    virtual QString clipboardOwnerName() = 0;
     // Changes whenever the clipboard gets new content, from any program; comparing two
     // readings tells whether the clipboard changed in between.
     virtual quint64 clipboardChangeCount() = 0;

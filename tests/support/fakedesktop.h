@@ -38,6 +38,7 @@ public:
     QString foregroundApplicationName() override { return foregroundName; }
     QImage foregroundApplicationIcon() override { return foregroundIcon; }
     QString foregroundWindowClass() override { return foregroundClass; }
+    QString clipboardOwnerName() override { return clipboardOwner; }
     // With clipboardChangesWhileRead, every reading differs from the one before, as if the
     // clipboard changed each time it was read.
     quint64 clipboardChangeCount() override
@@ -61,6 +62,7 @@ public:
     Qt::KeyboardModifiers held;
     QString foregroundName;
     QString foregroundClass;
+    QString clipboardOwner;
     quint64 focusedWindow = 0;
     QList<quint64> activatedWindows;
     QImage foregroundIcon;

@@ -15,8 +15,10 @@
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QStandardItemModel>
+#include <QStandardPaths>
 #include <QTest>
 
 #include <X11/Xlib.h>
@@ -82,6 +84,19 @@ void TestDesktop::initTestCase()
 void TestDesktop::foregroundApplication()
 {
     QCOMPARE(Platform::foregroundApplicationName(), QStringLiteral("targeteditor"));
+    // The clipboard's owner is told apart from the window in front, also when its window has
+    // no process id on it (xclip's has none).
+    if (!QStandardPaths::findExecutable(QStringLiteral("xclip")).isEmpty()) {
+        QProcess xclip; // in the foreground (-quiet): the process that connected owns it
+        xclip.start(
+            QStringLiteral("xclip"),
+            {QStringLiteral("-quiet"), QStringLiteral("-selection"), QStringLiteral("clipboard")});
+        xclip.write("owned by xclip");
+        xclip.closeWriteChannel();
+        QTRY_COMPARE(Platform::desktop()->clipboardOwnerName(), QStringLiteral("xclip"));
+        xclip.kill();
+        xclip.waitForFinished();
+    }
     // The editor's 256 x 256 window icon comes back at the size the history keeps.
     QCOMPARE(Platform::foregroundApplicationIcon().size(), QSize(64, 64));
 }

@@ -108,6 +108,12 @@ QString WinDesktop::foregroundApplicationName()
     return QString::fromLocal8Bit(Win32Foreground::applicationName());
 }
 
+QString WinDesktop::clipboardOwnerName()
+{
+    const HWND owner = GetClipboardOwner();
+    return owner ? QString::fromLocal8Bit(Win32Foreground::applicationName(owner)) : QString();
+}
+
 QString WinDesktop::foregroundWindowClass()
 {
     return QString::fromStdWString(Win32Foreground::windowClass(GetForegroundWindow()));

@@ -26,6 +26,7 @@ public:
     QString foregroundApplicationName() override;
     QImage foregroundApplicationIcon() override;
     QString foregroundWindowClass() override;
+    QString clipboardOwnerName() override;
     quint64 clipboardChangeCount() override;
     quint64 foregroundWindow() override;
     bool activateWindow(quint64 window) override;

@@ -24,6 +24,7 @@
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <X11/extensions/XRes.h>
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
 
@@ -162,6 +163,15 @@ QVariant unwrapped(QVariant value)
     while (value.canConvert<QDBusVariant>() && value.userType() == qMetaTypeId<QDBusVariant>())
         value = qvariant_cast<QDBusVariant>(value).variant();
     return value;
+}
+
+QString executableName(unsigned long pid)
+{
+    QString name =
+        QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(pid))).fileName();
+    // The program was replaced on disk while it runs.
+    name.remove(QLatin1String(" (deleted)"));
+    return name;
 }
 
 } // namespace
@@ -326,13 +336,33 @@ QString X11Desktop::foregroundApplicationName()
         return {};
     const QVector<unsigned long> pid =
         inheritedCardinals(m_display, foregroundWindow(), "_NET_WM_PID");
-    if (pid.isEmpty())
+    return pid.isEmpty() ? QString() : executableName(pid.first());
+}
+
+QString X11Desktop::clipboardOwnerName()
+{
+    if (!m_display)
         return {};
-    QString name =
-        QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(pid.first()))).fileName();
-    // The program was replaced on disk while it runs.
-    name.remove(QLatin1String(" (deleted)"));
-    return name;
+    const Window owner = XGetSelectionOwner(m_display, XInternAtom(m_display, "CLIPBOARD", False));
+    if (owner == None)
+        return {};
+    // The owner is mostly a hidden window without _NET_WM_PID (xclip's, a toolkit's); the
+    // server knows the process of every local client, as it was when it connected (a program
+    // that forked since is not found by it).
+    XResClientIdSpec spec{owner, XRES_CLIENT_ID_PID_MASK};
+    long count = 0;
+    XResClientIdValue *ids = nullptr;
+    pid_t pid = -1;
+    if (XResQueryClientIds(m_display, 1, &spec, &count, &ids) == Success) {
+        for (long i = 0; i < count && pid < 0; ++i)
+            pid = XResGetClientPid(&ids[i]);
+        XResClientIdsDestroy(count, ids);
+    }
+    const QString name = pid < 0 ? QString() : executableName(pid);
+    if (!name.isEmpty())
+        return name;
+    const QVector<unsigned long> property = inheritedCardinals(m_display, owner, "_NET_WM_PID");
+    return property.isEmpty() ? QString() : executableName(property.first());
 }
 
 QString X11Desktop::foregroundWindowClass()

@@ -2,7 +2,7 @@
 # and logind for the session.
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(VELMORIN_X11 REQUIRED IMPORTED_TARGET GLOBAL
-    x11 x11-xcb xfixes xi xtst xkbcommon xkbcommon-x11)
+    x11 x11-xcb xfixes xi xtst xres xkbcommon xkbcommon-x11)
 
 set(VELMORIN_PLATFORM_CORE_SOURCES
     ${CMAKE_CURRENT_LIST_DIR}/crashhandler.cpp
