@@ -264,6 +264,7 @@ void MainWindow::connectSearch()
             activateSearchResult(SearchModel::sourceIndex(first));
     });
     connect(m_searchView, &QAbstractItemView::activated, this, &MainWindow::activateSearchResult);
+    connect(m_searchModel, &SearchModel::updated, m_searchView, &SearchView::selectFirst);
     connect(m_searchView, &SearchView::historyMenuRequested, this,
             [this](const QModelIndex &clipping, const QPoint &position) {
                 m_historyView->showMenu({clipping}, position);

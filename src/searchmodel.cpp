@@ -125,6 +125,7 @@ void SearchModel::update()
     clear();
     if (m_text.isEmpty()) {
         forgetBriefs();
+        emit updated();
         return;
     }
     // Added in one go: one insertion for the views, however many rows match.
@@ -146,6 +147,7 @@ void SearchModel::update()
     }
     if (!results.isEmpty())
         appendColumn(results);
+    emit updated();
 }
 
 void SearchModel::updateNow()

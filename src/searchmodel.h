@@ -32,6 +32,10 @@ public slots:
     // Rebuilds at once when typing has not paused yet, for keys that need the results now.
     void updateNow();
 
+signals:
+    // The results were made again.
+    void updated();
+
 private:
     const QStringList &historyBriefs();
     void forgetBriefs();

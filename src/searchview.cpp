@@ -33,7 +33,8 @@ void SearchView::paintEvent(QPaintEvent *event)
 
 void SearchView::selectFirst()
 {
-    setCurrentIndex(model()->index(0, 0));
+    // Enter in the search field pastes this one: it shows as chosen.
+    selectionModel()->setCurrentIndex(model()->index(0, 0), QItemSelectionModel::ClearAndSelect);
     scrollToTop();
 }
 

@@ -212,6 +212,9 @@ void TestMainWindow::searchResultsMarkTheMatchOrSayThereIsNone()
     const QImage oneResult = results->grab().toImage();
     search(QStringLiteral("marked"));
     QVERIFY(marked() > 20);
+    // The result Enter pastes shows as chosen.
+    QVERIFY(m_window->findChild<SearchView *>()->selectionModel()->isSelected(
+        m_window->searchModel()->index(0, 0)));
     search(QStringLiteral("nowhere to be found"));
     QCOMPARE(m_window->searchModel()->rowCount(), 0);
     const QImage none = results->grab().toImage();
