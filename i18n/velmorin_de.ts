@@ -788,19 +788,19 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Kopierte Einträge erscheinen hier.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="431"/>
+        <location filename="../src/mainwindow.cpp" line="432"/>
         <source>Current clipboard content is not text. Unable to run the action.</source>
         <translation>Die Zwischenablage enthält keinen Text. Die Aktion kann nicht ausgeführt werden.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="440"/>
+        <location filename="../src/mainwindow.cpp" line="441"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
 %2</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="700"/>
+        <location filename="../src/mainwindow.cpp" line="701"/>
         <source>Another program already uses %1, so Velmorin cannot use it. &lt;a href=&quot;shortcuts&quot;&gt;Choose another shortcut&lt;/a&gt;</source>
         <translation>Ein anderes Programm verwendet bereits %1, daher kann Velmorin dieses Tastenkürzel nicht nutzen. &lt;a href=&quot;shortcuts&quot;&gt;Anderes Tastenkürzel wählen&lt;/a&gt;</translation>
     </message>
@@ -942,8 +942,8 @@ Möchten Sie den Ordner öffnen?</translation>
     <name>SearchEdit</name>
     <message>
         <location filename="../src/searchedit.cpp" line="7"/>
-        <source>Search clippings and snippets (Alt+1 to 9 pastes)</source>
-        <translation>Einträge und Textbausteine durchsuchen (Alt+1 bis 9 fügt ein)</translation>
+        <source>Type to search, Alt+1–9 to paste</source>
+        <translation>Tippen zum Suchen, Alt+1–9 fügt ein</translation>
     </message>
     <message>
         <location filename="../src/searchedit.cpp" line="8"/>

@@ -69,13 +69,16 @@ void SyncLog::clear()
 bool SyncLog::exportTo(const QString &path, QString *error) const
 {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
+    QByteArray bytes;
+    for (const QString &line : lines())
+        bytes += line.toUtf8() + '\n';
+    // Unbuffered: a short write on a full disk must show before the commit.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text | QIODevice::Unbuffered) ||
+        file.write(bytes) != bytes.size()) {
         if (error)
             *error = file.errorString();
         return false;
     }
-    for (const QString &line : lines())
-        file.write(line.toUtf8() + '\n');
     if (!file.commit()) {
         if (error)
             *error = file.errorString();

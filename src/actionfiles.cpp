@@ -139,10 +139,11 @@ QString newFilePath(const QString &title)
 bool writeAction(const QString &path, const QJsonObject &action)
 {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    // Unbuffered: a short write on a full disk must show before the commit.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;
-    file.write(QJsonDocument(action).toJson(QJsonDocument::Compact));
-    return file.commit();
+    const QByteArray bytes = QJsonDocument(action).toJson(QJsonDocument::Compact);
+    return file.write(bytes) == bytes.size() && file.commit();
 }
 
 bool markDeleted(const QString &path)

@@ -71,7 +71,9 @@ void CopyToCache::run()
     // The file appears under its name only when complete: the thumbnailer, the editor and sync
     // read it as soon as it exists.
     QSaveFile file(target);
-    if (!(file.open(QIODevice::WriteOnly) && writeInto(&file, target) && file.commit())) {
+    // Unbuffered: a short write on a full disk must show before the commit.
+    if (!(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeInto(&file, target) &&
+          file.commit())) {
         if (m_source.isLocalFile())
             qWarning() << "Failed to copy" << m_source.toLocalFile() << "to" << target;
         else

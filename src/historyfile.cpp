@@ -304,7 +304,9 @@ HistoryFile::WriteResult HistoryFile::write(const QString &path, const QByteArra
         // so the old history is removed only once a complete new one is on disk.
         const QString temporary = temporaryPath(path);
         QSaveFile file(temporary);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        // Unbuffered: Qt's buffer would take the whole write, then lose its end on a full disk
+        // and still commit the cut-off file. Unbuffered, the short write shows here.
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
             qWarning().noquote() << temporary + " cannot be opened for writing.";
             reason = file.errorString();
             return WriteResult::TemporaryFailed;

@@ -4,7 +4,7 @@
 
 SearchEdit::SearchEdit(QWidget *parent) : QLineEdit(parent)
 {
-    setPlaceholderText(tr("Search clippings and snippets (Alt+1 to 9 pastes)"));
+    setPlaceholderText(tr("Type to search, Alt+1–9 to paste"));
     setAccessibleName(tr("Search"));
     setClearButtonEnabled(true);
 }

@@ -33,7 +33,9 @@ QString SnippetFile::path(const AppModes &modes)
 bool SnippetFile::write(const QString &path, const QByteArray &bytes)
 {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+    // Unbuffered: a short write on a full disk must show before the commit.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        file.write(bytes) != bytes.size() || !file.commit()) {
         qWarning().noquote() << path + QStringLiteral(" cannot be opened for writing.");
         return false;
     }

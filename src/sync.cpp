@@ -853,7 +853,9 @@ void Sync::writeAction(const QString &fileName, const QByteArray &bytes)
     QDir().mkpath(actionsFolder());
     const QString path = actionsFolder() + QDir::separator() + fileName;
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+    // Unbuffered: a short write on a full disk must show before the commit.
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+        file.write(bytes) == bytes.size() && file.commit())
         emit actionsChanged();
     else
         log(path + QStringLiteral(" cannot be opened for writing."));

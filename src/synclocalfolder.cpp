@@ -110,7 +110,8 @@ void SyncLocalFolder::upload(int kind, const SyncEntry &entry, const QByteArray 
     const QString path = pathOf(entry.file);
     const QDateTime created = QFileInfo(path).lastModified();
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    // Unbuffered: a short write on a full disk must show before the commit.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         qWarning() << "Unable to open file for writing" << file.fileName();
         return;
     }

@@ -17,6 +17,11 @@
 #include <QTest>
 #include <QThreadPool>
 
+#include <csignal>
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#endif
+
 using namespace Clipping;
 
 namespace {
@@ -115,6 +120,7 @@ private slots:
     void trimmingWhileLoadingRemovesImageFolders();
     void anInterruptedSaveIsRecovered();
     void failedSavesSayWhatFailed();
+    void aDiskFullPartWayKeepsTheOldFile();
     void syncMergeUnitesTwoHistories();
 
 private:
@@ -493,6 +499,30 @@ void TestHistoryFile::failedSavesSayWhatFailed()
     elsewhere->save(false);
     elsewhere->finishSaves();
     QCOMPARE(elsewhereProblems.size(), 1);
+}
+
+void TestHistoryFile::aDiskFullPartWayKeepsTheOldFile()
+{
+#ifdef Q_OS_UNIX
+    // A file size limit stands for a disk that fills part way through the write: the first
+    // 4 kB go, the rest does not.
+    writeFile(m_path, "the old history");
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit saved{};
+    QVERIFY(getrlimit(RLIMIT_FSIZE, &saved) == 0);
+    rlimit small = saved;
+    small.rlim_cur = 4096;
+    QVERIFY(setrlimit(RLIMIT_FSIZE, &small) == 0);
+    QString error;
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Writing to file")));
+    const auto result = HistoryFile::write(m_path, QByteArray(10000, 'x'), &error);
+    setrlimit(RLIMIT_FSIZE, &saved);
+    QCOMPARE(result, HistoryFile::WriteResult::WriteFailed);
+    QCOMPARE(readFile(m_path), QByteArray("the old history"));
+    QVERIFY(!QFile::exists(HistoryFile::temporaryPath(m_path)));
+#else
+    QSKIP("Needs a file size limit");
+#endif
 }
 
 void TestHistoryFile::syncMergeUnitesTwoHistories()
