@@ -45,12 +45,12 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QRegularExpression>
 #include <QScreen>
 #include <QSettings>
 #include <QShortcut>
 #include <QSortFilterProxyModel>
 #include <QStackedWidget>
+#include <QTextDocumentFragment>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -106,6 +106,7 @@ MainWindow::MainWindow(bool testModes, QWidget *parent)
     m_notice = new QLabel(this);
     m_notice->setObjectName(QStringLiteral("notice"));
     m_notice->setWordWrap(true);
+    m_notice->setTextFormat(Qt::RichText);
     m_notice->setStyleSheet(QStringLiteral("QLabel#notice { background: #fff3cd; color: #5c4400; "
                                            "border: 1px solid #e0c060; padding: 4px; }"));
     m_notice->hide();
@@ -208,9 +209,9 @@ void MainWindow::connectHistory()
         QMessageBox::warning(this, QStringLiteral("Velmorin"), text);
     });
     connect(m_history, &HistoryItemModel::saveProblemChanged, this,
-            [this](const QString &text) { showNotice(text, true); });
+            [this](const QString &text) { setNotice(Notice::SaveProblem, text.toHtmlEscaped()); });
     connect(m_history, &HistoryItemModel::notice, this,
-            [this](const QString &text) { showNotice(text, false); });
+            [this](const QString &text) { setNotice(Notice::Told, text.toHtmlEscaped()); });
     for (auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
         connect(m_history->proxy(), signal, this, &MainWindow::updateEmptyState);
     connect(m_history->proxy(), &QAbstractItemModel::modelReset, this,
@@ -650,21 +651,27 @@ void MainWindow::hideWindow()
     hide();
     m_historyView->forgetRemovals();
     // A notice told once has been seen once the window was open with it.
-    if (!m_noticeLasts && wasVisible)
-        m_notice->hide();
+    if (wasVisible && m_notices.contains(Notice::Told))
+        setNotice(Notice::Told, QString());
 }
 
-void MainWindow::showNotice(const QString &text, bool lasting)
+void MainWindow::setNotice(Notice notice, const QString &html)
 {
-    m_notice->setText(text);
-    m_notice->setVisible(!text.isEmpty());
-    m_noticeLasts = lasting;
+    const bool isNew = !html.isEmpty() && m_notices.value(notice) != html;
+    if (html.isEmpty())
+        m_notices.remove(notice);
+    else
+        m_notices.insert(notice, html);
+    const QStringList shown = m_notices.values();
+    m_notice->setText(shown.join(QLatin1String("<br>")));
+    m_notice->setVisible(!shown.isEmpty());
     // Queued: the history is read while the window is made, before the tray listens. The tray
     // shows plain text.
-    const QString plain = QString(text).remove(QRegularExpression(QStringLiteral("<[^>]*>")));
-    if (!text.isEmpty())
+    if (isNew) {
+        const QString plain = QTextDocumentFragment::fromHtml(html).toPlainText();
         QMetaObject::invokeMethod(
             this, [this, plain] { emit problemStarted(plain); }, Qt::QueuedConnection);
+    }
 }
 
 void MainWindow::showSettings()
@@ -693,15 +700,11 @@ void MainWindow::chooseOtherShortcut()
 void MainWindow::tellTakenShortcuts()
 {
     const QStringList taken = m_shortcuts->taken();
-    if (taken.isEmpty()) {
-        if (m_noticeLasts && m_notice->text().contains(QLatin1String("href=\"shortcuts\"")))
-            showNotice(QString(), true);
-        return;
-    }
-    showNotice(tr("Another program already uses %1, so Velmorin cannot use it. "
-                  "<a href=\"shortcuts\">Choose another shortcut</a>")
-                   .arg(taken.join(QLatin1String(", ")).toHtmlEscaped()),
-               true);
+    setNotice(Notice::TakenShortcut,
+              taken.isEmpty() ? QString()
+                              : tr("Another program already uses %1, so Velmorin cannot use it. "
+                                   "<a href=\"shortcuts\">Choose another shortcut</a>")
+                                    .arg(taken.join(QLatin1String(", ")).toHtmlEscaped()));
 }
 
 void MainWindow::createSync()

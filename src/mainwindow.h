@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QPersistentModelIndex>
 #include <QPointer>
 #include <QWidget>
@@ -114,8 +115,11 @@ private:
     void loadSnippets();
     void createSync();
     void updateEmptyState();
-    // Shows text above the lists (hides the notice when it is empty) and in the tray.
-    void showNotice(const QString &text, bool lasting);
+    // What the notice above the lists can say, each shown until it is solved (Told: until the
+    // window has been open with it).
+    enum class Notice { SaveProblem, TakenShortcut, Told };
+    // html empty: that one is solved. A new one goes to the tray too.
+    void setNotice(Notice notice, const QString &html);
     void tellTakenShortcuts();
     void keepActionResult(const QModelIndex &proxyIndex, const QString &text);
     void editClipping(const QModelIndex &proxyIndex);
@@ -140,7 +144,7 @@ private:
     QStackedWidget *m_historyStack = nullptr;
     QLabel *m_emptyLabel = nullptr;
     QLabel *m_notice = nullptr;
-    bool m_noticeLasts = false; // shown until the problem is solved, not until seen
+    QMap<Notice, QString> m_notices;
     HistoryItemView *m_historyView = nullptr;
     SnippetTreeView *m_snippetView = nullptr;
     SearchModel *m_searchModel = nullptr;
