@@ -82,18 +82,6 @@ bool historyHolds(const QString &historyFile, const QString &text)
                        [&text](const HistoryFile::Record &record) { return record.text == text; });
 }
 
-long statusKilobytes(qint64 pid, const QByteArray &field)
-{
-    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith(field + ':'))
-            return line.mid(field.size() + 1).trimmed().split(' ').first().toLong();
-    }
-    return -1;
-}
-
 struct Flood
 {
     QStringList images;
@@ -155,7 +143,8 @@ int main(int argc, char *argv[])
         return 1;
     }
     QTest::qWait(3000);
-    const long startedKb = statusKilobytes(velmorin.processId(), "VmRSS");
+    const long startedKb =
+        AppProcess::procKilobytes(velmorin.processId(), QStringLiteral("status"), "VmRSS");
     for (int i = 0; i < 5; ++i)
         copyTextDuring(flood, 0, QStringLiteral("calm text %1").arg(i));
     const QList<double> calmDelays = flood.textDelays;
@@ -172,8 +161,10 @@ int main(int argc, char *argv[])
         }
         copyTextDuring(flood, 125, QStringLiteral("flood text %1").arg(text++));
     }
-    const long peakKb = statusKilobytes(velmorin.processId(), "VmHWM");
-    const long endKb = statusKilobytes(velmorin.processId(), "VmRSS");
+    const long peakKb =
+        AppProcess::procKilobytes(velmorin.processId(), QStringLiteral("status"), "VmHWM");
+    const long endKb =
+        AppProcess::procKilobytes(velmorin.processId(), QStringLiteral("status"), "VmRSS");
 
     QElapsedTimer quitting;
     quitting.start();

@@ -3,9 +3,10 @@
 // service's resident memory per computer, beside its memory with no computer connected.
 //   ./bench/benchnotifyd [computers]
 // Needs an open-file limit above the number of computers (ulimit -n).
+#include "support/appprocess.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTest>
@@ -16,18 +17,6 @@
 #include <vector>
 
 namespace {
-
-long residentKilobytes(qint64 pid)
-{
-    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toLong();
-    }
-    return -1;
-}
 
 quint16 startService(QProcess &service, int computers)
 {
@@ -65,7 +54,8 @@ int main(int argc, char *argv[])
     QObject::connect(&service, &QProcess::readyReadStandardError, &service,
                      [&service] { service.readAllStandardError(); });
     QTest::qWait(500);
-    const long emptyKb = residentKilobytes(service.processId());
+    const long emptyKb =
+        AppProcess::procKilobytes(service.processId(), QStringLiteral("status"), "VmRSS");
 
     const QUrl url(QStringLiteral("ws://127.0.0.1:%1/notifier").arg(port));
     std::vector<std::unique_ptr<QWebSocket>> sockets;
@@ -93,7 +83,8 @@ int main(int argc, char *argv[])
     (void)QTest::qWaitFor([&] { return open == computers; }, 60000);
     const double connectSeconds = clock.elapsed() / 1000.0;
     QTest::qWait(2000); // the last registrations arrive
-    const long loadedKb = residentKilobytes(service.processId());
+    const long loadedKb =
+        AppProcess::procKilobytes(service.processId(), QStringLiteral("status"), "VmRSS");
 
     // Every even computer tells its user's other one.
     for (int i = 0; i < computers; i += 2)

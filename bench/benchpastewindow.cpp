@@ -149,20 +149,6 @@ void writeImageHistory(const QString &dataFolder, int count)
         file.write(HistoryFile::encode(document));
 }
 
-// A field of /proc/PID/smaps_rollup in kB: "Rss" is all resident pages, shared library code
-// included; "Anonymous" is the program's own memory.
-long memoryKilobytes(qint64 pid, const QByteArray &field)
-{
-    QFile status(QStringLiteral("/proc/%1/smaps_rollup").arg(pid));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith(field + ':'))
-            return line.mid(field.size() + 1).trimmed().split(' ').first().toLong();
-    }
-    return -1;
-}
-
 void benchMemory(const char *label, int keepItems,
                  const std::function<void(const QString &)> &writeHistory)
 {
@@ -181,9 +167,13 @@ void benchMemory(const char *label, int keepItems,
     }
     // Loading, thumbnails and the cache clean-up settle.
     QTest::qWait(5000);
-    std::printf("resident memory idle, %s: %.1f MB (own memory %.1f MB)\n", label,
-                memoryKilobytes(velmorin.processId(), "Rss") / 1024.0,
-                memoryKilobytes(velmorin.processId(), "Anonymous") / 1024.0);
+    std::printf(
+        "resident memory idle, %s: %.1f MB (own memory %.1f MB)\n", label,
+        AppProcess::procKilobytes(velmorin.processId(), QStringLiteral("smaps_rollup"), "Rss") /
+            1024.0,
+        AppProcess::procKilobytes(velmorin.processId(), QStringLiteral("smaps_rollup"),
+                                  "Anonymous") /
+            1024.0);
     velmorin.terminate();
 }
 

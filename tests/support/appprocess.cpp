@@ -3,6 +3,7 @@
 #include "testprofile.h"
 
 #include <QDeadlineTimer>
+#include <QFile>
 #include <QTest>
 
 AppProcess::AppProcess(const QString &program, const TestProfile &profile, QObject *parent)
@@ -58,6 +59,18 @@ bool AppProcess::waitForExit(int timeoutMs)
         QTest::qWait(20);
     m_output += QString::fromUtf8(m_process.readAll());
     return !isRunning();
+}
+
+long AppProcess::procKilobytes(qint64 pid, const QString &file, const QByteArray &field)
+{
+    QFile proc(QStringLiteral("/proc/%1/%2").arg(pid).arg(file));
+    if (!proc.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray &line : proc.readAll().split('\n')) {
+        if (line.startsWith(field + ':'))
+            return line.mid(field.size() + 1).trimmed().split(' ').first().toLong();
+    }
+    return -1;
 }
 
 void AppProcess::terminate()

@@ -31,6 +31,10 @@ public:
     QProcess::ExitStatus exitStatus() const { return m_process.exitStatus(); }
     qint64 processId() const { return m_process.processId(); }
 
+    // A field of /proc/PID/FILE in kB, -1 when not there: "status" has "VmRSS" and "VmHWM",
+    // "smaps_rollup" "Rss" and "Anonymous" (the process's own memory).
+    static long procKilobytes(qint64 pid, const QString &file, const QByteArray &field);
+
 private:
     QProcess m_process;
     QString m_output;
