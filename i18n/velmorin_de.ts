@@ -537,6 +537,14 @@
     </message>
 </context>
 <context>
+    <name>Clipping</name>
+    <message>
+        <location filename="../src/clipping.cpp" line="151"/>
+        <source>%1 × %2 pixels, %3</source>
+        <translation>%1 × %2 Pixel, %3</translation>
+    </message>
+</context>
+<context>
     <name>ClippingEditor</name>
     <message>
         <location filename="../src/clippingeditor.cpp" line="17"/>
@@ -753,54 +761,54 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Velmorin</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="144"/>
+        <location filename="../src/mainwindow.cpp" line="145"/>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="145"/>
+        <location filename="../src/mainwindow.cpp" line="146"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="148"/>
+        <location filename="../src/mainwindow.cpp" line="149"/>
         <source>History (%1)</source>
         <translation>Verlauf (%1)</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="149"/>
+        <location filename="../src/mainwindow.cpp" line="150"/>
         <source>Snippets (%1)</source>
         <translation>Textbausteine (%1)</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="158"/>
+        <location filename="../src/mainwindow.cpp" line="159"/>
         <source>Settings</source>
         <translation>Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="160"/>
+        <location filename="../src/mainwindow.cpp" line="161"/>
         <source>Keep the window open</source>
         <translation>Fenster geöffnet lassen</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="180"/>
+        <location filename="../src/mainwindow.cpp" line="181"/>
         <source>Copied items appear here.</source>
         <translation>Kopierte Einträge erscheinen hier.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="432"/>
+        <location filename="../src/mainwindow.cpp" line="433"/>
         <source>Current clipboard content is not text. Unable to run the action.</source>
         <translation>Die Zwischenablage enthält keinen Text. Die Aktion kann nicht ausgeführt werden.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="441"/>
+        <location filename="../src/mainwindow.cpp" line="442"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
 %2</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="701"/>
+        <location filename="../src/mainwindow.cpp" line="705"/>
         <source>Another program already uses %1, so Velmorin cannot use it. &lt;a href=&quot;shortcuts&quot;&gt;Choose another shortcut&lt;/a&gt;</source>
         <translation>Ein anderes Programm verwendet bereits %1, daher kann Velmorin dieses Tastenkürzel nicht nutzen. &lt;a href=&quot;shortcuts&quot;&gt;Anderes Tastenkürzel wählen&lt;/a&gt;</translation>
     </message>

@@ -1,5 +1,6 @@
 #include "notifyserver.h"
 
+#include "framemaskcheck.h"
 #include "notifyclient.h"
 
 #include <QFile>
@@ -8,13 +9,14 @@
 #include <QJsonObject>
 #include <QSslCertificate>
 #include <QSslKey>
+#include <QSslServer>
+#include <QTcpServer>
 #include <QWebSocket>
 #include <QWebSocketServer>
 
 #include <QTimer>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #ifdef Q_OS_UNIX
 #include <sys/resource.h>
@@ -38,6 +40,12 @@ QString field(const QJsonObject &message, const char *name)
     return value.size() <= MaxFieldLength ? value : QString();
 }
 
+template <typename Socket> QString peerOf(const Socket *socket)
+{
+    return socket->peerAddress().toString() + QLatin1Char(' ') +
+           QString::number(socket->peerPort());
+}
+
 QString compact(const QJsonObject &object)
 {
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
@@ -54,28 +62,36 @@ NotifyServer::~NotifyServer() = default;
 bool NotifyServer::start()
 {
     const bool secure = !m_options.certificateFile.isEmpty() || !m_options.keyFile.isEmpty();
-    m_server = new QWebSocketServer(
-        QStringLiteral("Velmorin notifier"),
-        secure ? QWebSocketServer::SecureMode : QWebSocketServer::NonSecureMode, this);
-    if (secure && !loadTls())
-        return false;
-    if (!m_server->listen(m_options.address, m_options.port)) {
-        m_error = m_server->errorString();
+    // The service accepts the connections itself, so that each socket is watched from its
+    // first byte, and hands them to the websocket server, which speaks plain websockets over
+    // the already decrypted socket.
+    m_server = new QWebSocketServer(QStringLiteral("Velmorin notifier"),
+                                    QWebSocketServer::NonSecureMode, this);
+    if (secure) {
+        auto *tls = new QSslServer(this);
+        m_listener = tls;
+        if (!loadTls(tls))
+            return false;
+    } else {
+        m_listener = new QTcpServer(this);
+    }
+    if (!m_listener->listen(m_options.address, m_options.port)) {
+        m_error = m_listener->errorString();
         return false;
     }
-    m_server->setHandshakeTimeout(std::chrono::milliseconds(m_options.registrationTimeoutMs));
     if (m_options.maxConnections <= 0)
         m_options.maxConnections = connectionsTheFileLimitAllows();
+    connect(m_listener, &QTcpServer::pendingConnectionAvailable, this, &NotifyServer::onNewSocket);
     connect(m_server, &QWebSocketServer::newConnection, this, &NotifyServer::onNewConnection);
     log(QStringLiteral("Listening on %1://%2:%3%4")
             .arg(secure ? QStringLiteral("wss") : QStringLiteral("ws"),
-                 m_server->serverAddress().toString())
-            .arg(m_server->serverPort())
+                 m_listener->serverAddress().toString())
+            .arg(m_listener->serverPort())
             .arg(Path));
     return true;
 }
 
-bool NotifyServer::loadTls()
+bool NotifyServer::loadTls(QSslServer *server)
 {
     QFile certificateFile(m_options.certificateFile);
     QFile keyFile(m_options.keyFile);
@@ -96,7 +112,7 @@ bool NotifyServer::loadTls()
     tls.setLocalCertificateChain(chain);
     tls.setPrivateKey(key);
     tls.setPeerVerifyMode(QSslSocket::VerifyNone);
-    m_server->setSslConfiguration(tls);
+    server->setSslConfiguration(tls);
     return true;
 }
 
@@ -113,12 +129,56 @@ int NotifyServer::connectionsTheFileLimitAllows()
 
 quint16 NotifyServer::port() const
 {
-    return m_server ? m_server->serverPort() : 0;
+    return m_listener ? m_listener->serverPort() : 0;
+}
+
+void NotifyServer::onNewSocket()
+{
+    while (QTcpSocket *socket = m_listener->nextPendingConnection()) {
+        ++m_sockets;
+        if (m_sockets >= m_options.maxConnections) {
+            // Further connections wait in the system's queue rather than take descriptors.
+            log(QStringLiteral("Full at %1 connections; accepting again when one goes")
+                    .arg(m_sockets));
+            m_listener->pauseAccepting();
+        }
+        auto *check = new FrameMaskCheck(socket);
+        // The websocket made of the socket is found again by its peer.
+        const QString peer = peerOf(socket);
+        m_checks.insert(peer, check);
+        // Counted by the check, a child of the socket: the websocket cuts the socket's own
+        // connections when it lets go of it.
+        connect(check, &QObject::destroyed, this, [this, peer, check] {
+            if (m_checks.value(peer) == check)
+                m_checks.remove(peer);
+            onSocketGone();
+        });
+        connect(check, &FrameMaskCheck::violated, socket, [socket](const QString &reason) {
+            log(QStringLiteral("Closing a connection from %1: %2")
+                    .arg(socket->peerAddress().toString(), reason));
+            socket->abort();
+        });
+        // A socket stuck before or in the handshake is closed like one that does not register.
+        QTimer::singleShot(m_options.registrationTimeoutMs, check, [socket, check] {
+            if (!check->hasStartedFrames())
+                socket->abort();
+        });
+        m_server->handleConnection(socket);
+    }
+}
+
+void NotifyServer::onSocketGone()
+{
+    --m_sockets;
+    if (m_listener->isListening() && m_sockets < m_options.maxConnections)
+        m_listener->resumeAccepting();
 }
 
 void NotifyServer::onNewConnection()
 {
     while (QWebSocket *socket = m_server->nextPendingConnection()) {
+        if (FrameMaskCheck *check = m_checks.take(peerOf(socket)))
+            check->startFrames();
         if (!admit(socket)) {
             socket->deleteLater();
             continue;
@@ -128,12 +188,6 @@ void NotifyServer::onNewConnection()
         socket->setMaxAllowedIncomingMessageSize(quint64(m_options.maxMessageBytes));
         auto *client = new NotifyClient(socket, m_options.messagesPerMinute, this);
         m_clients.append(client);
-        if (m_clients.size() >= m_options.maxConnections) {
-            // Further connections wait in the system's queue rather than take descriptors.
-            log(QStringLiteral("Full at %1 connections; accepting again when one goes")
-                    .arg(m_clients.size()));
-            m_server->pauseAccepting();
-        }
         QTimer::singleShot(m_options.registrationTimeoutMs, client, [client] {
             if (!client->isRegistered())
                 client->socket()->close(QWebSocketProtocol::CloseCodePolicyViolated,
@@ -242,6 +296,4 @@ void NotifyServer::drop(NotifyClient *client)
 {
     m_clients.removeOne(client);
     client->deleteLater();
-    if (m_server->isListening() && m_clients.size() < m_options.maxConnections)
-        m_server->resumeAccepting();
 }

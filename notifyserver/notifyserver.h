@@ -1,13 +1,17 @@
 #pragma once
 
+#include <QHash>
 #include <QHostAddress>
 #include <QList>
 #include <QObject>
 #include <QSslConfiguration>
 #include <QString>
 
+class FrameMaskCheck;
 class NotifyClient;
 class QJsonObject;
+class QSslServer;
+class QTcpServer;
 class QWebSocket;
 class QWebSocketServer;
 
@@ -53,7 +57,9 @@ public:
     int clientCount() const { return int(m_clients.size()); }
 
 private:
-    bool loadTls();
+    bool loadTls(QSslServer *server);
+    void onNewSocket();
+    void onSocketGone();
     void onNewConnection();
     void onMessage(NotifyClient *client, const QString &message);
     void registerClient(NotifyClient *client, const QJsonObject &message);
@@ -64,7 +70,10 @@ private:
     QList<NotifyClient *> othersOf(const NotifyClient *client) const;
 
     Options m_options;
+    QTcpServer *m_listener = nullptr;
     QWebSocketServer *m_server = nullptr;
+    int m_sockets = 0;
+    QHash<QString, FrameMaskCheck *> m_checks; // by peer, until the handshake is done
     QList<NotifyClient *> m_clients;
     QString m_error;
 };

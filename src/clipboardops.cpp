@@ -10,7 +10,6 @@
 
 #include <QClipboard>
 #include <QDebug>
-#include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
@@ -306,8 +305,8 @@ void putClippingText(const QModelIndex &clipping, int mode)
 
 void putClippingImage(const QModelIndex &clipping, bool asFile)
 {
-    const QString path = Clipping::imageFolder(clipping.data(Clipping::IdRole).toUuid()) +
-                         QDir::separator() + clipping.data(Clipping::FilenameRole).toString();
+    const QString path = Clipping::imageFile(clipping.data(Clipping::IdRole).toUuid(),
+                                             clipping.data(Clipping::FilenameRole).toString());
     auto *data = new QMimeData;
     ClipboardMarks::setOwner(data, clipping.data(Clipping::ApplicationRole).toString());
     if (asFile) {

@@ -1,8 +1,12 @@
 #include "clipping.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
+#include <QFileInfo>
 #include <QImage>
+#include <QImageReader>
+#include <QLocale>
 #include <QStandardItem>
 #include <QStandardPaths>
 
@@ -130,6 +134,29 @@ QString idFolderName(const QUuid &id)
 QString imageFolder(const QUuid &id)
 {
     return imagesRoot() + QDir::separator() + idFolderName(id);
+}
+
+QString imageFile(const QUuid &id, const QString &fileName)
+{
+    return imageFolder(id) + QDir::separator() + fileName;
+}
+
+QString imageToolTip(const QString &file, const QString &label)
+{
+    const QSize size = QImageReader(file).size();
+    if (!size.isValid())
+        return label.toHtmlEscaped();
+    const QSize preview = size.boundedTo(size.scaled(QSize(400, 300), Qt::KeepAspectRatio));
+    const QString details =
+        QCoreApplication::translate("Clipping", "%1 × %2 pixels, %3")
+            .arg(size.width())
+            .arg(size.height())
+            .arg(QLocale().formattedDataSize(QFileInfo(file).size(), 1, QLocale::DataSizeSIFormat));
+    return QStringLiteral("<img src=\"%1\" width=\"%2\" height=\"%3\"><br>%4<br>%5")
+        .arg(QUrl::fromLocalFile(file).toString().toHtmlEscaped())
+        .arg(preview.width())
+        .arg(preview.height())
+        .arg(label.toHtmlEscaped(), details);
 }
 
 } // namespace Clipping

@@ -63,7 +63,11 @@ QStandardItem *newImageItem(const QUrl &source, const QImage &image, const QPixm
 // "images" in the application data folder, and one clipping's folder inside it.
 QString imagesRoot();
 QString imageFolder(const QUuid &id);
+QString imageFile(const QUuid &id, const QString &fileName);
 QString idFolderName(const QUuid &id);
+// A tool tip with a preview larger than the thumbnail, the label, the size in pixels and on
+// disk; read from the file's header when asked, so that no clipping carries it.
+QString imageToolTip(const QString &file, const QString &label);
 // Deletes a clipping's image folder; a failure is logged.
 void removeImageFolder(const QUuid &id);
 

@@ -794,6 +794,15 @@ void HistoryItemModel::fillWithGeneratedClippings(int count)
     }
 }
 
+QVariant HistoryItemModel::data(const QModelIndex &index, int role) const
+{
+    if (role != ToolTipRole || !isImage(QStandardItemModel::data(index, TypeRole).toInt()))
+        return QStandardItemModel::data(index, role);
+    return imageToolTip(imageFile(QStandardItemModel::data(index, IdRole).toUuid(),
+                                  QStandardItemModel::data(index, FilenameRole).toString()),
+                        QStandardItemModel::data(index, TextRole).toString());
+}
+
 QStringList HistoryItemModel::clippingTexts()
 {
     QStringList texts;

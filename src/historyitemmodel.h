@@ -32,6 +32,9 @@ public:
     ~HistoryItemModel() override;
 
     static HistoryItemModel *instance();
+
+    // An image's tool tip is made when asked, from its file.
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     // The texts of the history as its list shows them, newest first; none without a history.
     static QStringList clippingTexts();
 

@@ -24,8 +24,8 @@ namespace {
 // Where an image clipping's picture is kept in the cache.
 QString imageFile(const QModelIndex &clipping)
 {
-    return Clipping::imageFolder(clipping.data(IdRole).toUuid()) + QLatin1Char('/') +
-           clipping.data(FilenameRole).toString();
+    return Clipping::imageFile(clipping.data(IdRole).toUuid(),
+                               clipping.data(FilenameRole).toString());
 }
 
 bool isText(const QModelIndex &clipping)

@@ -3,7 +3,6 @@
 #include "clipping.h"
 
 #include <QDebug>
-#include <QDir>
 
 MakeThumbnail::MakeThumbnail(const QUuid &id, const QString &fileName)
     : m_id(id), m_fileName(fileName)
@@ -21,7 +20,7 @@ QImage MakeThumbnail::thumbnailOf(const QImage &image)
 
 void MakeThumbnail::run()
 {
-    const QString path = Clipping::imageFolder(m_id) + QDir::separator() + m_fileName;
+    const QString path = Clipping::imageFile(m_id, m_fileName);
     const QImage image(path);
     if (image.isNull()) {
         qWarning() << "Failed to load image" << path;

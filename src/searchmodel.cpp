@@ -158,11 +158,17 @@ void SearchModel::updateNow()
     update();
 }
 
+QVariant SearchModel::data(const QModelIndex &index, int role) const
+{
+    if (role == Qt::ToolTipRole)
+        return sourceIndex(index).data(role);
+    return QStandardItemModel::data(index, role);
+}
+
 QStandardItem *SearchModel::newResult(const QModelIndex &source, const QString &display)
 {
     auto *result = new QStandardItem(display);
     result->setEditable(false);
-    result->setToolTip(source.data(Qt::ToolTipRole).toString());
     result->setData(QVariant::fromValue(source), SourceRole);
     return result;
 }

@@ -23,6 +23,8 @@ public:
     QString searchText() const { return m_text; }
     bool isHistoryIndex(const QModelIndex &source) const;
     static QModelIndex sourceIndex(const QModelIndex &result);
+    // A result's tool tip is its source's, asked for when shown.
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     // Reads the history's rows ahead of the first search, while the user is still to type.
     void prepare();
 

@@ -222,7 +222,7 @@ QString Sync::actionsFolder()
 QString Sync::imagePath(const QString &imageName)
 {
     const QUuid id = QUuid::fromString(imageName.section(QLatin1Char('_'), 0, 0));
-    return Clipping::imageFolder(id) + QDir::separator() + imageName.section(QLatin1Char('_'), 1);
+    return Clipping::imageFile(id, imageName.section(QLatin1Char('_'), 1));
 }
 
 QStringList Sync::queuedFiles() const

@@ -75,8 +75,8 @@ class TestImageCache final : public QObject
 private slots:
     void initTestCase();
     void init();
-    void thumbnailsShowTheWholeImage_data();
-    void thumbnailsShowTheWholeImage();
+    void previewsShowTheWholeImage_data();
+    void previewsShowTheWholeImage();
     void copyToCacheWritesWhatItIsGiven();
     void thumbnailsComeFromTheCacheOrNotAtAll();
     void cleaningDeletesOnlyFoldersNobodyOwns();
@@ -98,20 +98,33 @@ void TestImageCache::init()
     QDir(imagesRoot()).removeRecursively();
 }
 
-void TestImageCache::thumbnailsShowTheWholeImage_data()
+void TestImageCache::previewsShowTheWholeImage_data()
 {
     QTest::addColumn<QImage>("image");
     QTest::addColumn<QSize>("size");
-    QTest::newRow("wide") << bands(1000, 500, 167, 833) << QSize(160, 80);
-    QTest::newRow("tall") << bands(300, 400, 87, 312) << QSize(90, 120);
-    QTest::newRow("small") << bands(40, 30, 10, 30) << QSize(160, 120);
+    QTest::addColumn<QString>("toolTip");
+    QTest::newRow("wide") << bands(1000, 500, 167, 833) << QSize(160, 80)
+                          << R"(width="400" height="200"><br>wide<br>1000 × 500 pixels)";
+    QTest::newRow("tall") << bands(300, 400, 87, 312) << QSize(90, 120)
+                          << R"(width="225" height="300"><br>tall<br>300 × 400 pixels)";
+    // Neither is enlarged.
+    QTest::newRow("small") << bands(40, 30, 10, 30) << QSize(160, 120)
+                           << R"(width="40" height="30"><br>small<br>40 × 30 pixels)";
 }
 
-void TestImageCache::thumbnailsShowTheWholeImage()
+void TestImageCache::previewsShowTheWholeImage()
 {
     QFETCH(QImage, image);
     QFETCH(QSize, size);
+    QFETCH(QString, toolTip);
     QVERIFY(showsAllBands(MakeThumbnail::thumbnailOf(image), size));
+
+    const QString file = imageFile(QUuid(), QStringLiteral("tip.png"));
+    QDir().mkpath(imageFolder(QUuid()));
+    QVERIFY(image.save(file));
+    const QString shown = imageToolTip(file, QString::fromLatin1(QTest::currentDataTag()));
+    QVERIFY2(shown.contains(toolTip), qPrintable(shown));
+    QVERIFY(shown.startsWith(QStringLiteral("<img src=\"file://")));
 }
 
 void TestImageCache::copyToCacheWritesWhatItIsGiven()

@@ -10,6 +10,7 @@
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QStandardPaths>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWebSocket>
@@ -87,6 +88,66 @@ QList<Notifier::Client> clientsOf(Notifier *notifier, int n)
     return clients;
 }
 
+// A client that writes its own bytes, to send what a websocket library never would.
+class RawClient
+{
+public:
+    bool open(quint16 port, const QByteArray &withRequest = {})
+    {
+        m_socket.connectToHost(QHostAddress::LocalHost, port);
+        if (!m_socket.waitForConnected())
+            return false;
+        m_socket.write("GET /notifier HTTP/1.1\r\nHost: 127.0.0.1\r\nUpgrade: websocket\r\n"
+                       "Connection: Upgrade\r\nSec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n"
+                       "Sec-WebSocket-Version: 13\r\n\r\n" +
+                       withRequest);
+        return QTest::qWaitFor([this] { return m_socket.peek(4096).contains("\r\n\r\n"); }) ||
+               m_socket.state() != QAbstractSocket::ConnectedState;
+    }
+    // Writes the bytes a few at a time, so that frames arrive cut at every place.
+    void send(const QByteArray &bytes, int step)
+    {
+        for (qsizetype at = 0; at < bytes.size(); at += step) {
+            m_socket.write(bytes.mid(at, step));
+            m_socket.flush();
+            QTest::qWait(5);
+        }
+    }
+    bool isOpen() { return m_socket.peek(4096).startsWith("HTTP/1.1 101"); }
+    bool answered(const char *text)
+    {
+        return QTest::qWaitFor([&] { return m_socket.peek(1 << 16).contains(text); }, 3000);
+    }
+    bool closed()
+    {
+        return QTest::qWaitFor(
+            [this] { return m_socket.state() == QAbstractSocket::UnconnectedState; }, 3000);
+    }
+
+    static QByteArray frame(const QByteArray &text, bool masked)
+    {
+        QByteArray frame(1, char(0x81));
+        const char maskBit = masked ? char(0x80) : char(0);
+        if (text.size() < 126) {
+            frame += char(maskBit | char(text.size()));
+        } else {
+            frame += char(maskBit | 126);
+            frame += char(text.size() >> 8);
+            frame += char(text.size() & 0xff);
+        }
+        if (!masked)
+            return frame + text;
+        const QByteArray key("\x12\x34\x56\x78", 4);
+        QByteArray payload = text;
+        for (qsizetype i = 0; i < payload.size(); ++i)
+            payload[i] = char(payload[i] ^ key[i % 4]);
+        return frame + key + payload;
+    }
+
+private:
+    QTcpSocket m_socket;
+};
+
 } // namespace
 
 class TestNotifier : public QObject
@@ -101,6 +162,8 @@ private slots:
     void notifyReachesOnlyTheSameUsersOtherComputers();
     void badClientsDoNotTakeTheServiceDown();
     void idleSocketsCannotFillTheService();
+    void unmaskedFramesEndTheConnection_data();
+    void unmaskedFramesEndTheConnection();
     void computersReconnectWithAGrowingDelay();
     void secureWebSocketsWithACertificate();
 
@@ -238,7 +301,8 @@ void TestNotifier::idleSocketsCannotFillTheService()
     m_service.stop();
     QVERIFY(m_service.start(m_service.port(),
                             {QStringLiteral("--max-per-address"), QStringLiteral("3"),
-                             QStringLiteral("--register-timeout"), QStringLiteral("800")}));
+                             QStringLiteral("--register-timeout"), QStringLiteral("800"),
+                             QStringLiteral("--max-connections"), QStringLiteral("5")}));
     const QUrl url(QStringLiteral("ws://127.0.0.1:%1/notifier").arg(m_service.port()));
     std::vector<std::unique_ptr<QWebSocket>> idle;
     std::vector<std::unique_ptr<QSignalSpy>> closed;
@@ -257,12 +321,57 @@ void TestNotifier::idleSocketsCannotFillTheService()
     for (int i = 0; i < 3; ++i)
         QTRY_COMPARE(closed.at(i)->size(), 1);
 
+    // Sockets that clients drop without a word leave room for others.
+    for (int round = 0; round < 3; ++round) {
+        std::vector<std::unique_ptr<RawClient>> dropped(3);
+        for (auto &client : dropped) {
+            client = std::make_unique<RawClient>();
+            QVERIFY2(client->open(m_service.port()) && client->isOpen(),
+                     qPrintable(QStringLiteral("round %1").arg(round)));
+        }
+        dropped.clear();
+        QTest::qWait(200);
+    }
+
     // A computer that registers stays past that time.
     auto alice = computer(QStringLiteral("alice"));
     auto other = computer(QStringLiteral("alice"));
     QCOMPARE(clientsOf(alice.get(), 1).size(), 1);
     QTest::qWait(1200);
     QCOMPARE(clientsOf(alice.get(), 1).size(), 1);
+}
+
+void TestNotifier::unmaskedFramesEndTheConnection_data()
+{
+    QTest::addColumn<int>("step");
+    QTest::addColumn<bool>("maskedLast");
+    QTest::addColumn<bool>("withRequest");
+    QTest::newRow("masked, whole") << 4096 << true << false;
+    QTest::newRow("masked, byte by byte") << 1 << true << false;
+    QTest::newRow("masked, three at a time") << 3 << true << false;
+    QTest::newRow("unmasked, whole") << 4096 << false << false;
+    QTest::newRow("unmasked after cut frames") << 3 << false << false;
+    QTest::newRow("sent with the request") << 4096 << true << true;
+}
+
+void TestNotifier::unmaskedFramesEndTheConnection()
+{
+    QFETCH(int, step);
+    QFETCH(bool, maskedLast);
+    QFETCH(bool, withRequest);
+    const QByteArray registration =
+        RawClient::frame(R"({"operation":"register","user":"dave","name":"raw","type":"Linux"})" +
+                             QByteArray(200, ' '),
+                         true);
+    const QByteArray ask = RawClient::frame(R"({"operation":"request-client-list"})", maskedLast);
+    RawClient client;
+    QVERIFY(client.open(m_service.port(), withRequest ? registration : QByteArray()));
+    client.send(withRequest ? ask : registration + ask, step);
+    if (maskedLast && !withRequest)
+        QVERIFY(client.answered("clientList"));
+    else
+        QVERIFY(client.closed());
+    QVERIFY(m_service.isRunning());
 }
 
 void TestNotifier::computersReconnectWithAGrowingDelay()
