@@ -38,11 +38,6 @@ QDateTime wholeSeconds(const QDateTime &time)
 
 HistoryItemModel *g_instance = nullptr;
 
-void mergeLog(const QString &line)
-{
-    SyncLog::write(QStringLiteral("Merge clippings: ") + line);
-}
-
 } // namespace
 
 HistoryItemModel::HistoryItemModel(const QString &path, QObject *parent)
@@ -207,9 +202,11 @@ bool HistoryItemModel::accepts(const QStandardItem *item, const QString &shortTe
     if (!m_excluded.isEmpty()) {
         const QString application = item->data(ApplicationRole).toString();
         if (m_excluded.contains(application)) {
-            mergeLog(QStringLiteral("Clipping '%1' comes from excluded application: '%2' -> "
-                                    "ignored")
-                         .arg(shortText, application));
+            decided(Excluded, [&] {
+                return QStringLiteral("Clipping '%1' comes from excluded application: '%2' -> "
+                                      "ignored")
+                    .arg(shortText, application);
+            });
             return false;
         }
     }
@@ -217,26 +214,32 @@ bool HistoryItemModel::accepts(const QStandardItem *item, const QString &shortTe
     if (isCleared(item))
         return true; // a mark, not content
     if (isImage(type) && !m_limits.includeImages) {
-        mergeLog(QStringLiteral("Adding images '%1' to history is disabled.").arg(shortText));
+        decided(ImagesOff, [&] {
+            return QStringLiteral("Adding images '%1' to history is disabled.").arg(shortText);
+        });
         return false;
     }
     if (type != TextType)
         return true;
     const qsizetype length = item->data(TextRole).toString().size();
     if (length < m_limits.ignoreLength) {
-        mergeLog(QStringLiteral("Text '%1' too small (%2 vs %3). Ignored.")
-                     .arg(shortText)
-                     .arg(length)
-                     .arg(m_limits.ignoreLength));
+        decided(TooSmall, [&] {
+            return QStringLiteral("Text '%1' too small (%2 vs %3). Ignored.")
+                .arg(shortText)
+                .arg(length)
+                .arg(m_limits.ignoreLength);
+        });
         return false;
     }
     const qint64 largest = qint64(m_limits.ignoreSize) * 1024;
     if (length > largest) {
         ++m_tooLarge;
-        mergeLog(QStringLiteral("Text '%1' too large (%2 vs %3). Ignored.")
-                     .arg(shortText)
-                     .arg(length)
-                     .arg(largest));
+        decided(TooLarge, [&] {
+            return QStringLiteral("Text '%1' too large (%2 vs %3). Ignored.")
+                .arg(shortText)
+                .arg(length)
+                .arg(largest);
+        });
         return false;
     }
     return true;
@@ -282,18 +285,25 @@ bool HistoryItemModel::mergeItem(QStandardItem *item, bool freshCopy)
             insertClipping(item, shortText, freshCopy);
             return true;
         }
-        mergeLog(QStringLiteral("The item '%1' is already in the history (pos %2)")
-                     .arg(shortText)
-                     .arg(row));
         const QStandardItem *existing = this->item(row);
         const QDateTime oldTime = existing->data(TimeRole).toDateTime();
         const QDateTime newTime = item->data(TimeRole).toDateTime();
+        const auto alreadyThere = [&] {
+            return QStringLiteral("The item '%1' is already in the history (pos %2)")
+                .arg(shortText)
+                .arg(row);
+        };
         // Copied here again within the same second, it is still the newest copy.
-        if (!(oldTime < newTime || (freshCopy && oldTime == newTime)))
+        if (!(oldTime < newTime || (freshCopy && oldTime == newTime))) {
+            decided(AlreadyThere, alreadyThere);
             return false;
-        mergeLog(QStringLiteral("The added item '%1' is newer so adding it again to the model "
-                                "(%2 vs %3)")
-                     .arg(shortText, newTime.toString(), oldTime.toString()));
+        }
+        decided(Replaced, [&] {
+            logMerge(alreadyThere());
+            return QStringLiteral("The added item '%1' is newer so adding it again to the "
+                                  "model (%2 vs %3)")
+                .arg(shortText, newTime.toString(), oldTime.toString());
+        });
         item->setData(existing->data(IconRole), IconRole);
         item->setData(existing->data(ApplicationRole), ApplicationRole);
         if (!isCleared(item))
@@ -321,7 +331,9 @@ void HistoryItemModel::insertClipping(QStandardItem *item, const QString &shortT
     // by its row, whatever the clock's resolution.
     const int row = m_index->insertionRow(item->data(PinnedRole).toBool(),
                                           item->data(TimeRole).toDateTime(), freshCopy);
-    mergeLog(QStringLiteral("Item '%1' added at position %2").arg(shortText).arg(row));
+    decided(Added, [&] {
+        return QStringLiteral("Item '%1' added at position %2").arg(shortText).arg(row);
+    });
     m_index->expectOrderedInsert();
     insertRow(row, item);
 }
@@ -347,8 +359,10 @@ void HistoryItemModel::removeClipping(int row)
         return;
     if (isImage(clipping->data(TypeRole).toInt()))
         removeImageFolder(clipping->data(IdRole).toUuid());
-    mergeLog(QStringLiteral("Removing '%1' from the history")
-                 .arg(shortText(clipping->data(TextRole).toString())));
+    decided(Trimmed, [&] {
+        return QStringLiteral("Removing '%1' from the history")
+            .arg(shortText(clipping->data(TextRole).toString()));
+    });
     removeRow(row);
 }
 
@@ -448,7 +462,7 @@ QList<HistoryItemModel::Removal> HistoryItemModel::markRemoved(QList<int> rows)
         QStandardItem *clipping = item(row);
         if (!clipping)
             continue;
-        mergeLog(QStringLiteral("Item '%1' removed by the user")
+        logMerge(QStringLiteral("Item '%1' removed by the user")
                      .arg(shortText(clipping->data(TextRole).toString())));
         removals.append({clipping->data(IdRole).toUuid(), clipping->data(PinnedRole).toBool(),
                          clipping->data(LockedRole).toBool()});
@@ -472,7 +486,7 @@ void HistoryItemModel::restoreRemoved(const QList<Removal> &removals)
         QStandardItem *clipping = item(m_index->firstRowWithId(removal.id));
         if (!clipping || !clipping->data(RemovedRole).toBool())
             continue;
-        mergeLog(QStringLiteral("Item '%1' brought back by the user")
+        logMerge(QStringLiteral("Item '%1' brought back by the user")
                      .arg(shortText(clipping->data(TextRole).toString())));
         clipping->setData(false, RemovedRole);
         clipping->setData(laterThan(clipping), TimeRole);
@@ -608,13 +622,44 @@ int HistoryItemModel::mergeDocument(const HistoryFile::Document &document, bool 
     return kept;
 }
 
+void HistoryItemModel::logMerge(const QString &line)
+{
+    SyncLog::write(QStringLiteral("Merge clippings: ") + line);
+}
+
+QString HistoryItemModel::summary(const std::array<int, DecisionCount> &tally)
+{
+    static const char *const names[DecisionCount] = {"added",
+                                                     "of them replacing an older copy",
+                                                     "already there",
+                                                     "from excluded applications",
+                                                     "images while images are off",
+                                                     "too small",
+                                                     "too large",
+                                                     "removed beyond the history's size"};
+    QStringList parts;
+    for (int decision = 0; decision < DecisionCount; ++decision) {
+        if (tally[size_t(decision)] > 0)
+            parts.append(QString::number(tally[size_t(decision)]) + QLatin1Char(' ') +
+                         QLatin1String(names[decision]));
+    }
+    return parts.join(QStringLiteral(", "));
+}
+
 int HistoryItemModel::deserialize(const QByteArray &bytes)
 {
     HistoryFile::Document document;
     if (!HistoryFile::decode(bytes, &document))
         return -1;
     m_tooLarge = 0;
+    std::array<int, DecisionCount> tally{};
+    m_tally = &tally;
     const int kept = mergeDocument(document, true);
+    m_tally = nullptr;
+    logMerge(QStringLiteral("Loaded %1 of %2 clippings from the file: %3")
+                 .arg(kept)
+                 .arg(document.records.size())
+                 .arg(summary(tally)));
     m_droppedAtLoad = document.malformed + m_tooLarge;
     return kept;
 }

@@ -12,6 +12,7 @@
 #include <QStandardItemModel>
 #include <QUrl>
 
+#include <array>
 #include <functional>
 
 class HistoryIndex;
@@ -155,6 +156,28 @@ private:
     static void carryOver(const QStandardItem *existing, QStandardItem *item);
     void insertClipping(QStandardItem *item, const QString &shortText, bool freshCopy);
     int mergeDocument(const HistoryFile::Document &document, bool makeThumbnails);
+    // What a merge did with a clipping: a line in the sync log, or while a file loads a count
+    // (a line per clipping made most of the start of a large history).
+    enum Decision {
+        Added,
+        Replaced,
+        AlreadyThere,
+        Excluded,
+        ImagesOff,
+        TooSmall,
+        TooLarge,
+        Trimmed,
+        DecisionCount
+    };
+    template <typename Line> void decided(Decision decision, Line line) const
+    {
+        if (m_tally)
+            ++(*m_tally)[decision];
+        else
+            logMerge(line());
+    }
+    static void logMerge(const QString &line);
+    static QString summary(const std::array<int, DecisionCount> &tally);
     QStandardItem *itemFrom(const HistoryFile::Record &record,
                             const QHash<QString, QPixmap> &icons) const;
     HistoryFile::Document snapshot();
@@ -181,6 +204,7 @@ private:
     QSet<QString> m_knownApplications;
     QString m_saveProblem;
     mutable int m_tooLarge = 0; // texts refused for their size since the count was reset
+    std::array<int, DecisionCount> *m_tally = nullptr; // while a file loads
     int m_droppedAtLoad = 0;
     QHash<QString, QPair<qint64, QByteArray>> m_iconPngs;
     ThumbnailBudget m_thumbnails{64};
