@@ -116,22 +116,46 @@ void naiveFigures()
     std::printf("naive merge of %d clippings (linear search and walk): %8.1f ms\n", count, ms);
 }
 
+// A save after one new clipping, as every copy makes it, beside the floor: writing and syncing
+// a file of the same size on the same disk.
 void saveFigures(const QString &path)
 {
-    HistoryItemModel model(path);
-    model.deserialize(historyDocument(10000));
-    double guiThread = 0;
-    const double total = milliseconds([&] {
-        QElapsedTimer timer;
-        timer.start();
+    for (int count : {10000, 100000}) {
+        HistoryItemModel model(path);
+        model.deserialize(historyDocument(count));
         model.save(false);
-        guiThread = timer.nsecsElapsed() / 1e6;
-        model.finishSaves();
-    });
-    std::printf("save 10000 clippings: %8.1f ms in all, %6.1f ms of it on the GUI thread\n", total,
-                guiThread);
-    std::printf("serialize 10000 clippings on one thread: %8.1f ms\n",
-                milliseconds([&] { model.serialize(); }));
+        model.finishSaves(); // the first save encodes every record
+        QList<double> inAll;
+        QList<double> guiThread;
+        QDateTime time = kNow;
+        for (int run = 0; run < 7; ++run) {
+            time = time.addSecs(1);
+            model.merge(newTextItem(QStringLiteral("new %1 ").arg(run) + clippingText(run),
+                                    QString(), QPixmap(), QString(), time));
+            QElapsedTimer timer;
+            timer.start();
+            model.save(false);
+            guiThread.append(timer.nsecsElapsed() / 1e6);
+            model.finishSaves();
+            inAll.append(timer.nsecsElapsed() / 1e6);
+        }
+        const QByteArray bytes = model.serialize();
+        QList<double> floor;
+        for (int run = 0; run < 7; ++run) {
+            QElapsedTimer timer;
+            timer.start();
+            HistoryFile::write(path + QStringLiteral("-floor"), bytes);
+            floor.append(timer.nsecsElapsed() / 1e6);
+        }
+        std::sort(inAll.begin(), inAll.end());
+        std::sort(guiThread.begin(), guiThread.end());
+        std::sort(floor.begin(), floor.end());
+        std::printf("save after a copy, %6d clippings (%5.1f MB): median %7.1f ms (%.1f-%.1f), "
+                    "GUI thread %5.1f ms; floor, writing and syncing the bytes: median %7.1f ms "
+                    "(%.1f-%.1f)\n",
+                    count, bytes.size() / 1e6, inAll.at(3), inAll.first(), inAll.last(),
+                    guiThread.at(3), floor.at(3), floor.first(), floor.last());
+    }
 }
 
 void mergeFigures(const QString &path)

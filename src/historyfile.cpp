@@ -179,30 +179,36 @@ void appendMember(QByteArray &out, const char *key, bool value)
 // keys in sorted order), which the tests hold it to.
 QByteArray HistoryFile::encode(const Document &document, EncodedRecords *reuse)
 {
+    // The records first, then the file in one piece of the right size: growing a buffer of
+    // tens of megabytes copies it again and again.
+    QList<QByteArray> fragments;
+    fragments.reserve(document.records.size());
+    qsizetype size = 1024;
+    const quint32 save = reuse ? ++reuse->saves : 0;
+    for (const Record &record : document.records) {
+        if (!reuse) {
+            fragments.append(encodeRecord(record));
+        } else {
+            EncodedRecords::Entry &entry = reuse->byId[record.id];
+            if (entry.save == 0 || !entry.record.isSameAs(record)) {
+                entry.record = record;
+                entry.bytes = encodeRecord(record);
+            }
+            entry.save = save;
+            fragments.append(entry.bytes);
+        }
+        size += fragments.constLast().size() + 1;
+    }
+    if (reuse && reuse->byId.size() > document.records.size())
+        reuse->byId.removeIf([save](const auto &entry) { return entry.value().save != save; });
     QByteArray out;
-    out.reserve(document.records.size() * 400 + 1024);
+    out.reserve(size);
     out.append("{\"clippings\":[");
-    EncodedRecords encoded;
-    if (reuse)
-        encoded.byId.reserve(document.records.size());
-    for (qsizetype i = 0; i < document.records.size(); ++i) {
-        const Record &record = document.records.at(i);
+    for (qsizetype i = 0; i < fragments.size(); ++i) {
         if (i > 0)
             out.append(',');
-        QByteArray fragment;
-        if (reuse) {
-            const auto last = reuse->byId.constFind(record.id);
-            if (last != reuse->byId.constEnd() && last->first == record)
-                fragment = last->second;
-        }
-        if (fragment.isNull())
-            fragment = encodeRecord(record);
-        if (reuse)
-            encoded.byId.insert(record.id, {record, fragment});
-        out.append(fragment);
+        out.append(fragments.at(i));
     }
-    if (reuse)
-        *reuse = std::move(encoded);
     out.append("],\"icons\":");
     QJsonObject icons;
     for (auto icon = document.icons.constBegin(); icon != document.icons.constEnd(); ++icon)
@@ -243,6 +249,23 @@ bool HistoryFile::Record::operator==(const Record &other) const
            pinned == other.pinned && locked == other.locked && text == other.text &&
            html == other.html && brief == other.brief && application == other.application &&
            filename == other.filename;
+}
+
+namespace {
+
+bool same(const QString &a, const QString &b)
+{
+    return a.isSharedWith(b) || a == b;
+}
+
+} // namespace
+
+bool HistoryFile::Record::isSameAs(const Record &other) const
+{
+    return type == other.type && id == other.id && time == other.time && removed == other.removed &&
+           pinned == other.pinned && locked == other.locked && same(text, other.text) &&
+           same(html, other.html) && same(brief, other.brief) &&
+           same(application, other.application) && same(filename, other.filename);
 }
 
 bool HistoryFile::decode(const QByteArray &bytes, Document *document)

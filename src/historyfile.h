@@ -37,13 +37,24 @@ public:
 
         bool operator==(const Record &other) const;
         bool operator!=(const Record &other) const { return !(*this == other); }
+        // Equal, found without reading the texts when they are the very strings of other, as
+        // they are when both were taken from the same rows.
+        bool isSameAs(const Record &other) const;
     };
 
     // Records as the last encode wrote them. Between two saves a history changes by a row or
-    // two, so with this most records are copied rather than encoded again.
+    // two, so with this most records are copied rather than encoded again. Kept from save to
+    // save and pruned only when rows went away: rebuilding it cost more than the encoding.
     struct EncodedRecords
     {
-        QHash<QUuid, QPair<Record, QByteArray>> byId;
+        struct Entry
+        {
+            Record record;
+            QByteArray bytes;
+            quint32 save = 0; // the last save that wrote it
+        };
+        QHash<QUuid, Entry> byId;
+        quint32 saves = 0;
     };
 
     struct Document
