@@ -69,6 +69,7 @@ bool NotifyServer::start()
                                     QWebSocketServer::NonSecureMode, this);
     if (secure) {
         auto *tls = new QSslServer(this);
+        tls->setHandshakeTimeout(m_options.registrationTimeoutMs);
         m_listener = tls;
         if (!loadTls(tls))
             return false;
