@@ -190,7 +190,7 @@ QByteArray HistoryFile::encode(const Document &document, EncodedRecords *reuse)
             fragments.append(encodeRecord(record));
         } else {
             EncodedRecords::Entry &entry = reuse->byId[record.id];
-            if (entry.save == 0 || !entry.record.isSameAs(record)) {
+            if (entry.save == 0 || entry.record != record) {
                 entry.record = record;
                 entry.bytes = encodeRecord(record);
             }
@@ -243,14 +243,6 @@ QByteArray HistoryFile::encodeRecord(const Record &record)
     return out;
 }
 
-bool HistoryFile::Record::operator==(const Record &other) const
-{
-    return type == other.type && id == other.id && time == other.time && removed == other.removed &&
-           pinned == other.pinned && locked == other.locked && text == other.text &&
-           html == other.html && brief == other.brief && application == other.application &&
-           filename == other.filename;
-}
-
 namespace {
 
 bool same(const QString &a, const QString &b)
@@ -260,7 +252,7 @@ bool same(const QString &a, const QString &b)
 
 } // namespace
 
-bool HistoryFile::Record::isSameAs(const Record &other) const
+bool HistoryFile::Record::operator==(const Record &other) const
 {
     return type == other.type && id == other.id && time == other.time && removed == other.removed &&
            pinned == other.pinned && locked == other.locked && same(text, other.text) &&

@@ -35,11 +35,10 @@ public:
         QString application;
         QString filename;
 
+        // Found without reading the texts when they are the very strings of other, as they are
+        // when both were taken from the same rows.
         bool operator==(const Record &other) const;
         bool operator!=(const Record &other) const { return !(*this == other); }
-        // Equal, found without reading the texts when they are the very strings of other, as
-        // they are when both were taken from the same rows.
-        bool isSameAs(const Record &other) const;
     };
 
     // Records as the last encode wrote them. Between two saves a history changes by a row or

@@ -38,6 +38,13 @@ QDateTime wholeSeconds(const QDateTime &time)
 
 HistoryItemModel *g_instance = nullptr;
 
+// A clipping as merge decisions name it; made only when a line is written, as a load counts
+// its decisions instead.
+QString logText(const QStandardItem *clipping)
+{
+    return shortText(clipping->data(TextRole).toString());
+}
+
 } // namespace
 
 HistoryItemModel::HistoryItemModel(const QString &path, QObject *parent)
@@ -197,7 +204,7 @@ bool HistoryItemModel::addUrls(const QList<QUrl> &urls, const QPixmap &icon,
     return false;
 }
 
-bool HistoryItemModel::accepts(const QStandardItem *item, const QString &shortText) const
+bool HistoryItemModel::accepts(const QStandardItem *item) const
 {
     if (!m_excluded.isEmpty()) {
         const QString application = item->data(ApplicationRole).toString();
@@ -205,7 +212,7 @@ bool HistoryItemModel::accepts(const QStandardItem *item, const QString &shortTe
             decided(Excluded, [&] {
                 return QStringLiteral("Clipping '%1' comes from excluded application: '%2' -> "
                                       "ignored")
-                    .arg(shortText, application);
+                    .arg(logText(item), application);
             });
             return false;
         }
@@ -215,7 +222,7 @@ bool HistoryItemModel::accepts(const QStandardItem *item, const QString &shortTe
         return true; // a mark, not content
     if (isImage(type) && !m_limits.includeImages) {
         decided(ImagesOff, [&] {
-            return QStringLiteral("Adding images '%1' to history is disabled.").arg(shortText);
+            return QStringLiteral("Adding images '%1' to history is disabled.").arg(logText(item));
         });
         return false;
     }
@@ -225,7 +232,7 @@ bool HistoryItemModel::accepts(const QStandardItem *item, const QString &shortTe
     if (length < m_limits.ignoreLength) {
         decided(TooSmall, [&] {
             return QStringLiteral("Text '%1' too small (%2 vs %3). Ignored.")
-                .arg(shortText)
+                .arg(logText(item))
                 .arg(length)
                 .arg(m_limits.ignoreLength);
         });
@@ -236,7 +243,7 @@ bool HistoryItemModel::accepts(const QStandardItem *item, const QString &shortTe
         ++m_tooLarge;
         decided(TooLarge, [&] {
             return QStringLiteral("Text '%1' too large (%2 vs %3). Ignored.")
-                .arg(shortText)
+                .arg(logText(item))
                 .arg(length)
                 .arg(largest);
         });
@@ -277,12 +284,11 @@ bool HistoryItemModel::mergeItem(QStandardItem *item, bool freshCopy)
     item->setData(wholeSeconds(item->data(TimeRole).toDateTime()), TimeRole);
     // A newer copy of a clipping replaces the older one and is merged again from the start.
     for (;;) {
-        const QString shortText = Clipping::shortText(item->data(TextRole).toString());
-        if (!accepts(item, shortText))
+        if (!accepts(item))
             return false;
         const int row = duplicateRow(item);
         if (row < 0) {
-            insertClipping(item, shortText, freshCopy);
+            insertClipping(item, freshCopy);
             return true;
         }
         const QStandardItem *existing = this->item(row);
@@ -290,7 +296,7 @@ bool HistoryItemModel::mergeItem(QStandardItem *item, bool freshCopy)
         const QDateTime newTime = item->data(TimeRole).toDateTime();
         const auto alreadyThere = [&] {
             return QStringLiteral("The item '%1' is already in the history (pos %2)")
-                .arg(shortText)
+                .arg(logText(item))
                 .arg(row);
         };
         // Copied here again within the same second, it is still the newest copy.
@@ -302,7 +308,7 @@ bool HistoryItemModel::mergeItem(QStandardItem *item, bool freshCopy)
             logMerge(alreadyThere());
             return QStringLiteral("The added item '%1' is newer so adding it again to the "
                                   "model (%2 vs %3)")
-                .arg(shortText, newTime.toString(), oldTime.toString());
+                .arg(logText(item), newTime.toString(), oldTime.toString());
         });
         item->setData(existing->data(IconRole), IconRole);
         item->setData(existing->data(ApplicationRole), ApplicationRole);
@@ -324,7 +330,7 @@ void HistoryItemModel::carryOver(const QStandardItem *existing, QStandardItem *i
         item->setData(existing->data(LockedRole).toBool(), LockedRole);
 }
 
-void HistoryItemModel::insertClipping(QStandardItem *item, const QString &shortText, bool freshCopy)
+void HistoryItemModel::insertClipping(QStandardItem *item, bool freshCopy)
 {
     trim();
     // A copy made here goes above the rows of its own second too: the newest copy is on top
@@ -332,7 +338,7 @@ void HistoryItemModel::insertClipping(QStandardItem *item, const QString &shortT
     const int row = m_index->insertionRow(item->data(PinnedRole).toBool(),
                                           item->data(TimeRole).toDateTime(), freshCopy);
     decided(Added, [&] {
-        return QStringLiteral("Item '%1' added at position %2").arg(shortText).arg(row);
+        return QStringLiteral("Item '%1' added at position %2").arg(logText(item)).arg(row);
     });
     m_index->expectOrderedInsert();
     insertRow(row, item);
@@ -360,8 +366,7 @@ void HistoryItemModel::removeClipping(int row)
     if (isImage(clipping->data(TypeRole).toInt()))
         removeImageFolder(clipping->data(IdRole).toUuid());
     decided(Trimmed, [&] {
-        return QStringLiteral("Removing '%1' from the history")
-            .arg(shortText(clipping->data(TextRole).toString()));
+        return QStringLiteral("Removing '%1' from the history").arg(logText(clipping));
     });
     removeRow(row);
 }
@@ -462,8 +467,7 @@ QList<HistoryItemModel::Removal> HistoryItemModel::markRemoved(QList<int> rows)
         QStandardItem *clipping = item(row);
         if (!clipping)
             continue;
-        logMerge(QStringLiteral("Item '%1' removed by the user")
-                     .arg(shortText(clipping->data(TextRole).toString())));
+        logMerge(QStringLiteral("Item '%1' removed by the user").arg(logText(clipping)));
         removals.append({clipping->data(IdRole).toUuid(), clipping->data(PinnedRole).toBool(),
                          clipping->data(LockedRole).toBool()});
         clipping->setData(true, RemovedRole);
@@ -486,8 +490,7 @@ void HistoryItemModel::restoreRemoved(const QList<Removal> &removals)
         QStandardItem *clipping = item(m_index->firstRowWithId(removal.id));
         if (!clipping || !clipping->data(RemovedRole).toBool())
             continue;
-        logMerge(QStringLiteral("Item '%1' brought back by the user")
-                     .arg(shortText(clipping->data(TextRole).toString())));
+        logMerge(QStringLiteral("Item '%1' brought back by the user").arg(logText(clipping)));
         clipping->setData(false, RemovedRole);
         clipping->setData(laterThan(clipping), TimeRole);
         clipping->setData(removal.pinned, PinnedRole);

@@ -146,7 +146,7 @@ private:
     void clearRows();
     // False when the URLs settle it (nothing to add, or an image file added).
     bool addUrls(const QList<QUrl> &urls, const QPixmap &icon, const QString &application);
-    bool accepts(const QStandardItem *item, const QString &shortText) const;
+    bool accepts(const QStandardItem *item) const;
     int duplicateRow(const QStandardItem *item) const;
     // The time that ends a clipping (a removal, a clearing): now, and newer than its copy.
     QDateTime laterThan(const QStandardItem *clipping) const;
@@ -154,7 +154,7 @@ private:
     bool mergeItem(QStandardItem *item, bool freshCopy);
     // What a newer copy takes over from the row it replaces: html, pinned and locked.
     static void carryOver(const QStandardItem *existing, QStandardItem *item);
-    void insertClipping(QStandardItem *item, const QString &shortText, bool freshCopy);
+    void insertClipping(QStandardItem *item, bool freshCopy);
     int mergeDocument(const HistoryFile::Document &document, bool makeThumbnails);
     // What a merge did with a clipping: a line in the sync log, or while a file loads a count
     // (a line per clipping made most of the start of a large history).
