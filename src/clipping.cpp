@@ -1,4 +1,5 @@
 #include "clipping.h"
+#include "clippingitem.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -72,7 +73,8 @@ namespace {
 QStandardItem *newItem(const QString &brief, int type, const QPixmap &icon,
                        const QString &application, const QDateTime &time)
 {
-    auto *item = new QStandardItem(brief);
+    auto *item = new ClippingItem;
+    item->setText(brief);
     item->setEditable(false);
     item->setData(type, TypeRole);
     if (!icon.isNull())

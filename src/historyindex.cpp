@@ -32,7 +32,10 @@ HistoryIndex::HistoryIndex(QStandardItemModel *model) : QObject(model), m_model(
 
 int HistoryIndex::firstRowWithBrief(const QString &brief) const
 {
-    return firstRowOf(m_byBrief.values(brief));
+    QList<QStandardItem *> matches = m_byBrief.values(qHash(brief));
+    matches.removeIf(
+        [&brief](const QStandardItem *item) { return item->data(BriefRole).toString() != brief; });
+    return firstRowOf(matches);
 }
 
 int HistoryIndex::firstRowWithId(const QUuid &id) const
@@ -56,7 +59,7 @@ bool HistoryIndex::isConsistent() const
     for (int row = 0; row < m_model->rowCount(); ++row) {
         QStandardItem *item = m_model->item(row);
         const auto keys = m_keys.constFind(item);
-        if (keys == m_keys.constEnd() || keys->brief != item->data(BriefRole).toString() ||
+        if (keys == m_keys.constEnd() || keys->brief != qHash(item->data(BriefRole).toString()) ||
             keys->id != item->data(IdRole).toUuid() || !m_byBrief.contains(keys->brief, item) ||
             !m_byId.contains(keys->id, item))
             return false;
@@ -66,10 +69,10 @@ bool HistoryIndex::isConsistent() const
 
 void HistoryIndex::add(QStandardItem *item)
 {
-    Keys keys{item->data(BriefRole).toString(), item->data(IdRole).toUuid()};
+    const Keys keys{qHash(item->data(BriefRole).toString()), item->data(IdRole).toUuid()};
     m_byBrief.insert(keys.brief, item);
     m_byId.insert(keys.id, item);
-    m_keys.insert(item, std::move(keys));
+    m_keys.insert(item, keys);
 }
 
 void HistoryIndex::remove(QStandardItem *item)

@@ -41,9 +41,11 @@ public:
     bool isConsistent() const;
 
 private:
+    // The brief by its hash: a large history would otherwise keep every brief's string once
+    // more in the index. Lookups compare the candidates' briefs.
     struct Keys
     {
-        QString brief;
+        size_t brief;
         QUuid id;
     };
     enum class Order { Unknown, Sorted, Unsorted };
@@ -62,7 +64,7 @@ private:
     bool rowsAreInOrder() const;
 
     QStandardItemModel *m_model;
-    QMultiHash<QString, QStandardItem *> m_byBrief;
+    QMultiHash<size_t, QStandardItem *> m_byBrief;
     QMultiHash<QUuid, QStandardItem *> m_byId;
     QHash<QStandardItem *, Keys> m_keys;
     Order m_order = Order::Sorted;

@@ -3,6 +3,7 @@
 #include "applicationrules.h"
 #include "cleancache.h"
 #include "clipping.h"
+#include "clippingitem.h"
 #include "copytocache.h"
 #include "historyindex.h"
 #include "historywriter.h"
@@ -24,6 +25,11 @@
 #include <QSortFilterProxyModel>
 #include <QTextDocumentFragment>
 #include <QThreadPool>
+#include <QTimer>
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 using namespace Clipping;
 
@@ -40,6 +46,21 @@ HistoryItemModel *g_instance = nullptr;
 
 // A clipping as merge decisions name it; made only when a line is written, as a load counts
 // its decisions instead.
+// Reading a large file leaves much of its passing memory in the allocator's free lists, where
+// it would count against the idle program for as long as it runs. Handed back once the load's
+// aftermath (views filled, the proxy's mapping made) has passed too.
+void releaseFreedMemory()
+{
+#ifdef __GLIBC__
+    QTimer::singleShot(0, [] { malloc_trim(0); });
+#endif
+}
+
+QString ownCopy(const QString &text)
+{
+    return text.isEmpty() ? QString() : QString(text.constData(), text.size());
+}
+
 QString logText(const QStandardItem *clipping)
 {
     return shortText(clipping->data(TextRole).toString());
@@ -566,25 +587,32 @@ QByteArray HistoryItemModel::serialize()
 }
 
 QStandardItem *HistoryItemModel::itemFrom(const HistoryFile::Record &record,
-                                          const QHash<QString, QPixmap> &icons) const
+                                          const QHash<QString, QPixmap> &icons,
+                                          QSet<QString> &applications) const
 {
+    // The clipping's texts are copied out of the document: left where decoding put them, each
+    // would pin the memory of the decoder's scraps around it for as long as the program runs.
+    const QString text = ownCopy(record.text);
+    auto *clipping = new ClippingItem;
     // A one-line text is its own brief: one string for both saves memory in large histories.
-    auto *clipping = new QStandardItem(record.brief == record.text ? record.text : record.brief);
+    clipping->setText(record.brief == record.text ? text : ownCopy(record.brief));
     clipping->setEditable(false);
     clipping->setData(record.id, IdRole);
     clipping->setData(record.type, TypeRole);
-    clipping->setData(record.text, TextRole);
-    setOptionalText(clipping, HtmlRole, record.html);
+    clipping->setData(text, TextRole);
+    setOptionalText(clipping, HtmlRole, ownCopy(record.html));
     clipping->setData(record.time, TimeRole);
-    clipping->setData(record.html.isEmpty() ? record.text : record.html, ToolTipRole);
     clipping->setData(record.removed, RemovedRole);
     clipping->setData(record.pinned, PinnedRole);
     clipping->setData(record.locked, LockedRole);
-    clipping->setData(record.application, ApplicationRole);
+    auto application = applications.constFind(record.application);
+    if (application == applications.constEnd())
+        application = applications.insert(ownCopy(record.application));
+    clipping->setData(*application, ApplicationRole);
     const auto icon = icons.constFind(record.application);
     if (icon != icons.constEnd())
         clipping->setData(*icon, IconRole);
-    setOptionalText(clipping, FilenameRole, record.filename);
+    setOptionalText(clipping, FilenameRole, ownCopy(record.filename));
     return clipping;
 }
 
@@ -598,10 +626,11 @@ int HistoryItemModel::mergeDocument(const HistoryFile::Document &document, bool 
         if (icon.loadFromData(png.value(), "PNG"))
             icons.insert(png.key(), icon);
     }
+    QSet<QString> applications; // one string per application name, not one per clipping
     QList<QStandardItem *> items;
     items.reserve(document.records.size());
     for (const HistoryFile::Record &record : document.records)
-        items.append(itemFrom(record, icons));
+        items.append(itemFrom(record, icons, applications));
     qDebug() << "Profile: Deserialize parsing took" << timer.elapsed();
 
     QElapsedTimer adding;
@@ -680,6 +709,8 @@ void HistoryItemModel::load()
         return;
     clearRows();
     const int count = deserialize(bytes);
+    bytes.clear();
+    releaseFreedMemory();
     qDebug().noquote() << "Read " << count << " history items from " << m_path;
     if (count < 0) {
         // The next save replaces the file; the copy keeps what the user had.

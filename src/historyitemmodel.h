@@ -178,8 +178,8 @@ private:
     }
     static void logMerge(const QString &line);
     static QString summary(const std::array<int, DecisionCount> &tally);
-    QStandardItem *itemFrom(const HistoryFile::Record &record,
-                            const QHash<QString, QPixmap> &icons) const;
+    QStandardItem *itemFrom(const HistoryFile::Record &record, const QHash<QString, QPixmap> &icons,
+                            QSet<QString> &applications) const;
     HistoryFile::Document snapshot();
     QByteArray iconPng(const QString &application, const QPixmap &icon);
     void recordApplication(const QString &application, const QPixmap &icon);

@@ -1,0 +1,123 @@
+#include "clippingitem.h"
+
+using namespace Clipping;
+
+namespace {
+
+// QStandardItem keeps its flags as data under this role.
+constexpr int FlagsRole = Qt::UserRole - 1;
+
+template <typename T> bool change(T &field, const T &value)
+{
+    if (field == value)
+        return false;
+    field = value;
+    return true;
+}
+
+// Equal texts are most often the very same string (a brief and its one-line text); comparing
+// the pointers first spares reading them.
+bool change(QString &field, const QString &value)
+{
+    if (field.isSharedWith(value) || field == value)
+        return false;
+    field = value;
+    return true;
+}
+
+} // namespace
+
+QVariant ClippingItem::data(int role) const
+{
+    switch (role) {
+    case Qt::EditRole:
+    case BriefRole:
+        return m_brief;
+    case IconRole:
+        return m_icon.isNull() ? QVariant() : QVariant(m_icon);
+    case ToolTipRole: {
+        const QString html = QStandardItem::data(HtmlRole).toString();
+        return html.isEmpty() ? m_text : html;
+    }
+    case PinnedRole:
+        return m_pinned;
+    case TextRole:
+        return m_text;
+    case IdRole:
+        return m_id;
+    case TimeRole:
+        return m_time;
+    case RemovedRole:
+        return m_removed;
+    case ApplicationRole:
+        return m_application;
+    case TypeRole:
+        return int(m_type);
+    case LockedRole:
+        return m_locked;
+    case FlagsRole:
+        return m_flags < 0 ? QVariant() : QVariant(m_flags);
+    default:
+        return QStandardItem::data(role);
+    }
+}
+
+void ClippingItem::setData(const QVariant &value, int role)
+{
+    switch (role) {
+    case Qt::EditRole:
+    case BriefRole:
+    case IconRole:
+    case ToolTipRole:
+    case PinnedRole:
+    case TextRole:
+    case IdRole:
+    case TimeRole:
+    case RemovedRole:
+    case ApplicationRole:
+    case TypeRole:
+    case LockedRole:
+    case FlagsRole:
+        if (assign(value, role))
+            emitDataChanged();
+        return;
+    default:
+        QStandardItem::setData(value, role);
+    }
+}
+
+bool ClippingItem::assign(const QVariant &value, int role)
+{
+    switch (role) {
+    case Qt::EditRole:
+    case BriefRole:
+        return change(m_brief, value.toString());
+    case IconRole:
+        // Told apart by their cache keys: comparing the pixels of every copy's icon is waste.
+        if (m_icon.cacheKey() == value.value<QPixmap>().cacheKey())
+            return false;
+        m_icon = value.value<QPixmap>();
+        return true;
+    case ToolTipRole:
+        return false; // follows the HTML and the text
+    case PinnedRole:
+        return change(m_pinned, value.toBool());
+    case TextRole:
+        return change(m_text, value.toString());
+    case IdRole:
+        return change(m_id, value.toUuid());
+    case TimeRole:
+        return change(m_time, value.toDateTime());
+    case RemovedRole:
+        return change(m_removed, value.toBool());
+    case ApplicationRole:
+        return change(m_application, value.toString());
+    case TypeRole:
+        return change(m_type, qint8(value.toInt()));
+    case LockedRole:
+        return change(m_locked, value.toBool());
+    case FlagsRole:
+        return change(m_flags, value.isValid() ? value.toInt() : -1);
+    }
+    return false;
+}

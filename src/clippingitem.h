@@ -1,0 +1,44 @@
+#pragma once
+
+#include "clipping.h"
+
+#include <QDateTime>
+#include <QPixmap>
+#include <QStandardItem>
+#include <QString>
+#include <QUuid>
+
+// One clipping of the history, its fields held as members rather than as a list of role and
+// value pairs: a large history keeps a hundred thousand of them, and the generic item costs
+// several times the clipping's text. Reads and writes through the roles of Clipping::Role, so
+// views and the model use it like any item. Fields that few clippings have (HTML, a file name,
+// a thumbnail) are kept by the item as usual, so that the others do not pay for them. The tool
+// tip follows the HTML, or the text when there is none.
+class ClippingItem final : public QStandardItem
+{
+public:
+    ClippingItem() = default;
+
+    QVariant data(int role = Qt::UserRole + 1) const override;
+    void setData(const QVariant &value, int role = Qt::UserRole + 1) override;
+    int type() const override { return UserType + 1; }
+    QStandardItem *clone() const override { return new ClippingItem(*this); }
+
+private:
+    ClippingItem(const ClippingItem &other) = default;
+
+    // False when the value was already there.
+    bool assign(const QVariant &value, int role);
+
+    QUuid m_id;
+    QDateTime m_time;
+    QString m_brief;
+    QString m_text;
+    QString m_application;
+    QPixmap m_icon;
+    int m_flags = -1; // the item flags once set; until then the item's defaults
+    qint8 m_type = Clipping::TextType;
+    bool m_removed = false;
+    bool m_pinned = false;
+    bool m_locked = false;
+};
