@@ -1,8 +1,16 @@
 #include "clippingitem.h"
 
+#include <atomic>
+
 using namespace Clipping;
 
 namespace {
+
+quint64 nextRevision()
+{
+    static std::atomic<quint64> last{0};
+    return ++last;
+}
 
 // QStandardItem keeps its flags as data under this role.
 constexpr int FlagsRole = Qt::UserRole - 1;
@@ -26,6 +34,26 @@ bool change(QString &field, const QString &value)
 }
 
 } // namespace
+
+ClippingItem::ClippingItem() : m_revision(nextRevision()) {}
+
+HistoryFile::Record ClippingItem::record() const
+{
+    HistoryFile::Record record;
+    record.type = m_type;
+    record.brief = m_brief;
+    record.text = m_text;
+    record.html = QStandardItem::data(HtmlRole).toString();
+    record.time = m_time;
+    record.id = m_id;
+    record.removed = m_removed;
+    record.pinned = m_pinned;
+    record.locked = m_locked;
+    record.application = m_application;
+    record.filename = QStandardItem::data(FilenameRole).toString();
+    record.revision = m_revision;
+    return record;
+}
 
 QVariant ClippingItem::data(int role) const
 {
@@ -78,10 +106,14 @@ void ClippingItem::setData(const QVariant &value, int role)
     case TypeRole:
     case LockedRole:
     case FlagsRole:
-        if (assign(value, role))
+        if (assign(value, role)) {
+            m_revision = nextRevision();
             emitDataChanged();
+        }
         return;
     default:
+        if (role != ThumbnailRole)
+            m_revision = nextRevision();
         QStandardItem::setData(value, role);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clipping.h"
+#include "historyfile.h"
 
 #include <QDateTime>
 #include <QPixmap>
@@ -17,12 +18,17 @@
 class ClippingItem final : public QStandardItem
 {
 public:
-    ClippingItem() = default;
+    static constexpr int Type = UserType + 1;
+
+    ClippingItem();
 
     QVariant data(int role = Qt::UserRole + 1) const override;
     void setData(const QVariant &value, int role = Qt::UserRole + 1) override;
-    int type() const override { return UserType + 1; }
+    int type() const override { return Type; }
     QStandardItem *clone() const override { return new ClippingItem(*this); }
+
+    // The clipping as the history file holds it, read without going through the roles.
+    HistoryFile::Record record() const;
 
 private:
     ClippingItem(const ClippingItem &other) = default;
@@ -41,4 +47,7 @@ private:
     bool m_removed = false;
     bool m_pinned = false;
     bool m_locked = false;
+    // New with every change of a field the file holds, so a save can tell unchanged clippings
+    // without comparing them.
+    quint64 m_revision;
 };

@@ -88,6 +88,8 @@ bool HistoryFile::fromJson(const QJsonObject &object, Record *parsed)
 
 namespace {
 
+const char kHead[] = "{\"clippings\":[";
+
 void appendHex(QByteArray &out, char16_t unit)
 {
     static const char digits[] = "0123456789abcdef";
@@ -177,39 +179,29 @@ void appendMember(QByteArray &out, const char *key, bool value)
 // Written by hand rather than through QJsonObject, which costs several times as much for a
 // large history; the output is byte for byte what QJsonDocument::Compact would write (the
 // keys in sorted order), which the tests hold it to.
-QByteArray HistoryFile::encode(const Document &document, EncodedRecords *reuse)
+QByteArray HistoryFile::encode(const Document &document)
 {
     // The records first, then the file in one piece of the right size: growing a buffer of
     // tens of megabytes copies it again and again.
-    QList<QByteArray> fragments;
-    fragments.reserve(document.records.size());
-    qsizetype size = 1024;
-    const quint32 save = reuse ? ++reuse->saves : 0;
+    QList<QByteArray> records;
+    records.reserve(document.records.size());
+    qsizetype size = sizeof(kHead);
     for (const Record &record : document.records) {
-        if (!reuse) {
-            fragments.append(encodeRecord(record));
-        } else {
-            EncodedRecords::Entry &entry = reuse->byId[record.id];
-            if (entry.save == 0 || entry.record != record) {
-                entry.record = record;
-                entry.bytes = encodeRecord(record);
-            }
-            entry.save = save;
-            fragments.append(entry.bytes);
-        }
-        size += fragments.constLast().size() + 1;
+        records.append(encodeRecord(record));
+        size += records.constLast().size() + 1;
     }
-    if (reuse && reuse->byId.size() > document.records.size())
-        reuse->byId.removeIf([save](const auto &entry) { return entry.value().save != save; });
+    const QByteArray tail = encodeTail(document);
     QByteArray out;
-    out.reserve(size);
-    out.append("{\"clippings\":[");
-    for (qsizetype i = 0; i < fragments.size(); ++i) {
-        if (i > 0)
-            out.append(',');
-        out.append(fragments.at(i));
-    }
-    out.append("],\"icons\":");
+    out.reserve(size + tail.size());
+    out.append(kHead);
+    out.append(records.join(','));
+    out.append(tail);
+    return out;
+}
+
+QByteArray HistoryFile::encodeTail(const Document &document)
+{
+    QByteArray out("],\"icons\":");
     QJsonObject icons;
     for (auto icon = document.icons.constBegin(); icon != document.icons.constEnd(); ++icon)
         icons.insert(icon.key(), QString::fromLatin1(icon.value().toBase64()));
@@ -241,23 +233,6 @@ QByteArray HistoryFile::encodeRecord(const Record &record)
     out.append(QByteArray::number(record.type));
     out.append('}');
     return out;
-}
-
-namespace {
-
-bool same(const QString &a, const QString &b)
-{
-    return a.isSharedWith(b) || a == b;
-}
-
-} // namespace
-
-bool HistoryFile::Record::operator==(const Record &other) const
-{
-    return type == other.type && id == other.id && time == other.time && removed == other.removed &&
-           pinned == other.pinned && locked == other.locked && same(text, other.text) &&
-           same(html, other.html) && same(brief, other.brief) &&
-           same(application, other.application) && same(filename, other.filename);
 }
 
 bool HistoryFile::decode(const QByteArray &bytes, Document *document)
@@ -302,6 +277,156 @@ bool HistoryFile::decode(const QByteArray &bytes, Document *document)
 HistoryFile::WriteResult HistoryFile::write(const QString &path, const QByteArray &data,
                                             QString *error)
 {
+    return writeWith(
+        path,
+        [&data](QIODevice *file) { return !data.isEmpty() && file->write(data) == data.size(); },
+        error);
+}
+
+HistoryFile::WriteResult HistoryFile::save(const QString &path, const Document &document,
+                                           Layout *layout, QString *error)
+{
+    const QFileInfo file(path);
+    if (layout->path != path || file.size() != layout->size ||
+        file.lastModified() != layout->modified)
+        layout->places.clear();
+    Layout written;
+    bool stale = false;
+    const auto fill = [&](QIODevice *out) {
+        return writeRecords(out, document, *layout, &written, &stale);
+    };
+    WriteResult result = writeWith(path, fill, error);
+    if (stale) {
+        // Someone else wrote the file with its size and time as they were: encode everything.
+        qWarning() << "The history file changed since the last save; writing it anew";
+        layout->places.clear();
+        written = Layout();
+        result = writeWith(path, fill, error);
+    }
+    if (result == WriteResult::Written) {
+        const QFileInfo saved(path);
+        written.path = path;
+        written.size = saved.size();
+        written.modified = saved.lastModified();
+        *layout = std::move(written);
+    }
+    return result;
+}
+
+namespace {
+
+// The file in pieces of about a megabyte: one buffer of the whole file would take tens of
+// megabytes of fresh memory for every save of a large history.
+class ChunkedOutput
+{
+public:
+    explicit ChunkedOutput(QIODevice *file) : m_file(file) { m_chunk.reserve(Size + 4096); }
+
+    qint64 position() const { return m_flushed + m_chunk.size(); }
+    bool failed() const { return m_failed; }
+    void append(const QByteArray &bytes)
+    {
+        m_chunk.append(bytes);
+        if (m_chunk.size() >= Size)
+            flush();
+    }
+    void append(char c) { m_chunk.append(c); }
+    // Copies bytes of another file; false when they are not all there or do not look like
+    // records (they start with '{' and end with '}').
+    bool copy(QFile &from, qint64 offset, qint64 length)
+    {
+        if (!from.seek(offset))
+            return false;
+        for (qint64 left = length; left > 0;) {
+            const qsizetype piece = qsizetype(qMin<qint64>(left, Size));
+            const qsizetype start = m_chunk.size();
+            m_chunk.resize(start + piece);
+            if (from.read(m_chunk.data() + start, piece) != piece)
+                return false;
+            if ((left == length && m_chunk.at(start) != '{') ||
+                (left == piece && m_chunk.back() != '}'))
+                return false;
+            left -= piece;
+            flush();
+        }
+        return true;
+    }
+    bool flush()
+    {
+        if (!m_failed && m_file->write(m_chunk) != m_chunk.size())
+            m_failed = true;
+        m_flushed += m_chunk.size();
+        m_chunk.clear();
+        return !m_failed;
+    }
+
+private:
+    static constexpr qsizetype Size = 1 << 20;
+    QIODevice *m_file;
+    QByteArray m_chunk;
+    qint64 m_flushed = 0;
+    bool m_failed = false;
+};
+
+} // namespace
+
+bool HistoryFile::writeRecords(QIODevice *file, const Document &document, const Layout &previous,
+                               Layout *written, bool *stale)
+{
+    QFile old(previous.path);
+    if (!previous.places.isEmpty() && !old.open(QIODevice::ReadOnly)) {
+        *stale = true;
+        return false;
+    }
+    ChunkedOutput out(file);
+    out.append(QByteArray(kHead));
+    // Records that followed each other in the old file and still do are copied as one run,
+    // the comma between them included.
+    Layout::Place run;
+    const auto copyRun = [&] {
+        const bool copied = run.length == 0 || out.copy(old, run.offset, run.length);
+        run = Layout::Place();
+        *stale = !copied;
+        return copied;
+    };
+    written->places.reserve(document.records.size());
+    for (qsizetype i = 0; i < document.records.size() && !out.failed(); ++i) {
+        const Record &record = document.records.at(i);
+        const auto place = record.revision == 0 ? previous.places.constEnd()
+                                                : previous.places.constFind(record.revision);
+        const bool reused = place != previous.places.constEnd();
+        Layout::Place placed;
+        if (reused && run.length > 0 && place->offset == run.offset + run.length + 1) {
+            placed = {out.position() + run.length + 1, place->length};
+            run.length += 1 + place->length;
+        } else {
+            if (!copyRun())
+                return false;
+            if (i > 0)
+                out.append(',');
+            placed.offset = out.position();
+            if (reused) {
+                run = *place;
+                placed.length = place->length;
+            } else {
+                const QByteArray bytes = encodeRecord(record);
+                out.append(bytes);
+                placed.length = bytes.size();
+            }
+        }
+        if (record.revision != 0)
+            written->places.insert(record.revision, placed);
+    }
+    if (!copyRun())
+        return false;
+    out.append(encodeTail(document));
+    return out.flush();
+}
+
+HistoryFile::WriteResult HistoryFile::writeWith(const QString &path,
+                                                const std::function<bool(QIODevice *)> &fill,
+                                                QString *error)
+{
     QString reason;
     const auto tell = qScopeGuard([&reason, error] {
         if (error)
@@ -314,27 +439,25 @@ HistoryFile::WriteResult HistoryFile::write(const QString &path, const QByteArra
                      .arg(QDir::toNativeSeparators(folder));
         return WriteResult::FolderFailed;
     }
-    if (!data.isEmpty()) {
-        // QSaveFile brings the "-tmp" file to stable storage before it appears under its name,
-        // so the old history is removed only once a complete new one is on disk.
-        const QString temporary = temporaryPath(path);
-        QSaveFile file(temporary);
-        // Unbuffered: Qt's buffer would take the whole write, then lose its end on a full disk
-        // and still commit the cut-off file. Unbuffered, the short write shows here.
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
-            qWarning().noquote() << temporary + " cannot be opened for writing.";
-            reason = file.errorString();
-            return WriteResult::TemporaryFailed;
-        }
-        if (file.write(data) == data.size() && file.commit()) {
-            QFile::remove(path);
-            if (QFile::rename(temporary, path)) {
-                qDebug().noquote() << "Wrote history items to " + path;
-                return WriteResult::Written;
-            }
-        }
+    // QSaveFile brings the "-tmp" file to stable storage before it appears under its name, so
+    // the old history is removed only once a complete new one is on disk.
+    const QString temporary = temporaryPath(path);
+    QSaveFile file(temporary);
+    // Unbuffered: Qt's buffer would take the whole write, then lose its end on a full disk and
+    // still commit the cut-off file. Unbuffered, the short write shows here.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
+        qWarning().noquote() << temporary + " cannot be opened for writing.";
         reason = file.errorString();
+        return WriteResult::TemporaryFailed;
     }
+    if (fill(&file) && file.commit()) {
+        QFile::remove(path);
+        if (QFile::rename(temporary, path)) {
+            qDebug().noquote() << "Wrote history items to " + path;
+            return WriteResult::Written;
+        }
+    }
+    reason = file.errorString();
     qWarning() << "Writing to file" << path << "failed." << reason;
     return WriteResult::WriteFailed;
 }

@@ -8,7 +8,10 @@
 #include <QString>
 #include <QUuid>
 
+#include <functional>
+
 class AppModes;
+class QIODevice;
 class QJsonObject;
 
 // The history file: where it lives, its JSON form, and how it is written and read without
@@ -34,6 +37,8 @@ public:
         bool locked = false;
         QString application;
         QString filename;
+        // Changes whenever the clipping does; 0 when unknown. Not part of the file.
+        quint64 revision = 0;
 
         // Found without reading the texts when they are the very strings of other, as they are
         // when both were taken from the same rows.
@@ -41,19 +46,21 @@ public:
         bool operator!=(const Record &other) const { return !(*this == other); }
     };
 
-    // Records as the last encode wrote them. Between two saves a history changes by a row or
-    // two, so with this most records are copied rather than encoded again. Kept from save to
-    // save and pruned only when rows went away: rebuilding it cost more than the encoding.
-    struct EncodedRecords
+    // Where the last save put each record in the file, by the record's revision, so that the
+    // next save copies the records that did not change from the file instead of encoding them
+    // again: between two saves a history changes by a row or two. Holds no record's bytes, and
+    // is believed only while the file has the size and time that save left it with.
+    struct Layout
     {
-        struct Entry
+        struct Place
         {
-            Record record;
-            QByteArray bytes;
-            quint32 save = 0; // the last save that wrote it
+            qint64 offset = 0;
+            qint64 length = 0;
         };
-        QHash<QUuid, Entry> byId;
-        quint32 saves = 0;
+        QString path;
+        qint64 size = -1;
+        QDateTime modified;
+        QHash<quint64, Place> places;
     };
 
     struct Document
@@ -73,13 +80,17 @@ public:
     static QString path(const AppModes &modes);
     static QString temporaryPath(const QString &path);
 
-    static QByteArray encode(const Document &document, EncodedRecords *reuse = nullptr);
+    static QByteArray encode(const Document &document);
     // On a refused document logs why and returns false.
     static bool decode(const QByteArray &bytes, Document *document);
 
     // Writes path + "-tmp" to stable storage, then replaces path with it. Logs every failure
     // and tells the system's reason in error ("No space left on device").
     static WriteResult write(const QString &path, const QByteArray &data, QString *error = nullptr);
+    // Encodes and writes the document as write() does, copying unchanged records from the file
+    // that layout describes, and leaves layout describing the new file.
+    static WriteResult save(const QString &path, const Document &document, Layout *layout,
+                            QString *error = nullptr);
     // Reads path; when only its "-tmp" file is there (a save was cut short between removing the
     // old file and renaming the new one), reads that and puts it back in place.
     static ReadResult read(const QString &path, QByteArray *data);
@@ -88,4 +99,11 @@ private:
     // False when a field is there with the wrong type: such a clipping is left out whole.
     static bool fromJson(const QJsonObject &object, Record *record);
     static QByteArray encodeRecord(const Record &record);
+    static QByteArray encodeTail(const Document &document);
+    static bool writeRecords(QIODevice *file, const Document &document, const Layout &previous,
+                             Layout *written, bool *stale);
+    // Writes path's "-tmp" file through fill, brings it to stable storage and puts it in
+    // place of path.
+    static WriteResult writeWith(const QString &path, const std::function<bool(QIODevice *)> &fill,
+                                 QString *error);
 };

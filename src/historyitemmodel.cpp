@@ -61,6 +61,24 @@ QString ownCopy(const QString &text)
     return text.isEmpty() ? QString() : QString(text.constData(), text.size());
 }
 
+// A clipping that another part made as a plain item.
+HistoryFile::Record recordOf(const QStandardItem *clipping)
+{
+    HistoryFile::Record record;
+    record.type = clipping->data(TypeRole).toInt();
+    record.brief = clipping->data(BriefRole).toString();
+    record.text = clipping->data(TextRole).toString();
+    record.html = clipping->data(HtmlRole).toString();
+    record.time = clipping->data(TimeRole).toDateTime();
+    record.id = clipping->data(IdRole).toUuid();
+    record.removed = clipping->data(RemovedRole).toBool();
+    record.pinned = clipping->data(PinnedRole).toBool();
+    record.locked = clipping->data(LockedRole).toBool();
+    record.application = clipping->data(ApplicationRole).toString();
+    record.filename = clipping->data(FilenameRole).toString();
+    return record;
+}
+
 QString logText(const QStandardItem *clipping)
 {
     return shortText(clipping->data(TextRole).toString());
@@ -551,18 +569,9 @@ HistoryFile::Document HistoryItemModel::snapshot()
     document.records.reserve(rowCount());
     for (int row = 0; row < rowCount(); ++row) {
         const QStandardItem *clipping = item(row);
-        HistoryFile::Record record;
-        record.type = clipping->data(TypeRole).toInt();
-        record.brief = clipping->data(BriefRole).toString();
-        record.text = clipping->data(TextRole).toString();
-        record.html = clipping->data(HtmlRole).toString();
-        record.time = clipping->data(TimeRole).toDateTime();
-        record.id = clipping->data(IdRole).toUuid();
-        record.removed = clipping->data(RemovedRole).toBool();
-        record.pinned = clipping->data(PinnedRole).toBool();
-        record.locked = clipping->data(LockedRole).toBool();
-        record.application = clipping->data(ApplicationRole).toString();
-        record.filename = clipping->data(FilenameRole).toString();
+        HistoryFile::Record record = clipping->type() == ClippingItem::Type
+                                         ? static_cast<const ClippingItem *>(clipping)->record()
+                                         : recordOf(clipping);
         if (!document.icons.contains(record.application)) {
             const QPixmap icon = clipping->data(IconRole).value<QPixmap>();
             if (!icon.isNull())

@@ -48,13 +48,16 @@ void HistoryWriter::runPending()
     }
     if (!job)
         return;
-    if (!job->encoded) {
+    QString error;
+    HistoryFile::WriteResult result;
+    if (job->encoded) {
+        result = HistoryFile::write(job->path, job->bytes, &error);
+        m_layout = HistoryFile::Layout(); // the file is no longer the one it describes
+    } else {
         QElapsedTimer timer;
         timer.start();
-        job->bytes = HistoryFile::encode(job->document, &m_encoded);
-        qDebug() << "Profile: Serializing to JSON took " << timer.elapsed();
+        result = HistoryFile::save(job->path, job->document, &m_layout, &error);
+        qDebug() << "Profile: Saving the history took" << timer.elapsed();
     }
-    QString error;
-    const HistoryFile::WriteResult result = HistoryFile::write(job->path, job->bytes, &error);
     emit finished(job->path, int(result), job->tellSync, error);
 }

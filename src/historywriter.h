@@ -46,5 +46,5 @@ private:
     QMutex m_mutex;
     std::optional<Job> m_pending;
     // Used by one save at a time: the pool has a single thread.
-    HistoryFile::EncodedRecords m_encoded;
+    HistoryFile::Layout m_layout;
 };

@@ -275,30 +275,54 @@ void TestHistoryFile::encoderWritesWhatQJsonDocumentWrites()
     QCOMPARE(HistoryFile::encode(document), encodedByQt(document));
     QCOMPARE(HistoryFile::encode({}), encodedByQt({}));
 
-    // Reusing the last encode: every field counts, and records of the same id (the null id
-    // here) never stand in for each other.
-    HistoryFile::EncodedRecords reuse;
-    QCOMPARE(HistoryFile::encode(document, &reuse), encodedByQt(document));
-    for (qsizetype i = 0; i < document.records.size(); i += 10) {
-        HistoryFile::Record &record = document.records[i];
-        switch (i % 4) {
-        case 0:
-            record.pinned = !record.pinned;
-            break;
-        case 1:
-            record.text += QLatin1Char('!');
-            break;
-        case 2:
-            record.time = record.time.addSecs(1);
-            break;
-        default:
-            record.application.clear();
-            break;
+    // A save copies the records that kept their revision from the file the last save wrote:
+    // each save still writes exactly the document's encoding, whatever changed in it (records
+    // of the same revision twice too), and whatever another program did to the file between.
+    quint64 revision = 0;
+    for (HistoryFile::Record &record : document.records)
+        record.revision = ++revision;
+    HistoryFile::Layout layout;
+    const auto savedAsEncoded = [&] {
+        return HistoryFile::save(m_path, document, &layout) == HistoryFile::WriteResult::Written &&
+               readFile(m_path) == encodedByQt(document);
+    };
+    QVERIFY(savedAsEncoded());
+    for (int round = 0; round < 4; ++round) {
+        for (qsizetype i = round; i < document.records.size(); i += 10) {
+            HistoryFile::Record &record = document.records[i];
+            record.revision = ++revision;
+            if (i % 3 == 0)
+                record.pinned = !record.pinned;
+            else if (i % 3 == 1)
+                record.text += QLatin1Char('!');
+            else
+                record.time = record.time.addSecs(1);
         }
+        document.records.removeAt(3 + round);
+        document.records.insert(1, document.records.last());
+        document.records.move(5, 40);
+        QByteArray other = readFile(m_path);
+        const QDateTime modified = QFileInfo(m_path).lastModified();
+        if (round == 1) {
+            writeFile(m_path, other.left(other.size() / 2));
+        } else if (round == 2 || round == 3) {
+            // Of the same size: records that look whole but hold other times, or blanks.
+            if (round == 2)
+                other.replace("\"time\":\"2", "\"time\":\"1");
+            else
+                other.fill(' ');
+            writeFile(m_path, other);
+            QFile file(m_path);
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            QVERIFY(file.setFileTime(round == 2 ? modified.addSecs(2) : modified,
+                                     QFileDevice::FileModificationTime));
+        }
+        QVERIFY2(savedAsEncoded(), qPrintable(QString::number(round)));
     }
-    document.records.removeAt(3);
-    document.records.insert(1, document.records.last());
-    QCOMPARE(HistoryFile::encode(document, &reuse), encodedByQt(document));
+    // Copied, not encoded again: a text changed behind its revision's back stays as written.
+    document.records[7].text = QStringLiteral("changed behind the revision");
+    QCOMPARE(HistoryFile::save(m_path, document, &layout), HistoryFile::WriteResult::Written);
+    QVERIFY(!readFile(m_path).contains("changed behind the revision"));
 }
 
 void TestHistoryFile::refusedDocumentsLeaveTheFileAlone_data()
