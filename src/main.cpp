@@ -33,6 +33,10 @@
 #include <chrono>
 #include <memory>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 namespace {
 
 void setUpLogging(const AppModes &modes)
@@ -150,6 +154,12 @@ int main(int argc, char *argv[])
     // Screenshots of 8K screens are 256 MB decoded, twice Qt's default limit; the limit still
     // keeps a hostile image from claiming gigabytes.
     QImageReader::setAllocationLimit(512);
+#ifdef __GLIBC__
+    // A fixed threshold: blocks of the size of a save's snapshot or an image are mapped and
+    // handed back when freed. Left to adapt, the threshold rises with each such block freed and
+    // later ones stay in the heap for as long as the program runs.
+    mallopt(M_MMAP_THRESHOLD, 256 * 1024);
+#endif
 
     Application app(argc, argv);
     QApplication::setStyle(QStringLiteral("Fusion"));

@@ -3,6 +3,7 @@
 #include "snippet.h"
 
 #include <QSortFilterProxyModel>
+#include <QStandardItemModel>
 #include <QTimer>
 
 namespace {
@@ -56,7 +57,7 @@ bool containsLowered(QStringView text, QStringView needle)
 
 SearchModel::SearchModel(QSortFilterProxyModel *history, QStandardItemModel *snippets,
                          QObject *parent)
-    : QStandardItemModel(parent), m_history(history), m_snippets(snippets),
+    : QAbstractListModel(parent), m_history(history), m_snippets(snippets),
       m_timer(new QTimer(this))
 {
     m_timer->setSingleShot(true);
@@ -122,31 +123,29 @@ QModelIndex SearchModel::sourceIndex(const QModelIndex &result)
 
 void SearchModel::update()
 {
-    clear();
+    beginResetModel();
+    m_results.clear();
     if (m_text.isEmpty()) {
         forgetBriefs();
+        endResetModel();
         emit updated();
         return;
     }
-    // Added in one go: one insertion for the views, however many rows match.
-    QList<QStandardItem *> results;
     const QStringList &briefs = historyBriefs();
     for (int row = 0; row < briefs.size(); ++row) {
         if (containsLowered(briefs.at(row), m_text))
-            results.append(newResult(m_history->index(row, 0), briefs.at(row)));
+            m_results.append(m_history->index(row, 0));
     }
     for (int group = 0; group < m_snippets->rowCount(); ++group) {
         const QModelIndex parent = m_snippets->index(group, 0);
         for (int row = 0; row < m_snippets->rowCount(parent); ++row) {
             const QModelIndex snippet = m_snippets->index(row, 0, parent);
-            const QString name = snippet.data(Qt::DisplayRole).toString();
-            if (containsLowered(name, m_text) ||
+            if (containsLowered(snippet.data(Qt::DisplayRole).toString(), m_text) ||
                 containsLowered(snippet.data(Snippet::TextRole).toString(), m_text))
-                results.append(newResult(snippet, name));
+                m_results.append(snippet);
         }
     }
-    if (!results.isEmpty())
-        appendColumn(results);
+    endResetModel();
     emit updated();
 }
 
@@ -158,17 +157,17 @@ void SearchModel::updateNow()
     update();
 }
 
-QVariant SearchModel::data(const QModelIndex &index, int role) const
+int SearchModel::rowCount(const QModelIndex &parent) const
 {
-    if (role == Qt::ToolTipRole)
-        return sourceIndex(index).data(role);
-    return QStandardItemModel::data(index, role);
+    return parent.isValid() ? 0 : int(m_results.size());
 }
 
-QStandardItem *SearchModel::newResult(const QModelIndex &source, const QString &display)
+QVariant SearchModel::data(const QModelIndex &index, int role) const
 {
-    auto *result = new QStandardItem(display);
-    result->setEditable(false);
-    result->setData(QVariant::fromValue(source), SourceRole);
-    return result;
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return QVariant();
+    const QModelIndex &source = m_results.at(index.row());
+    if (role == SourceRole)
+        return QVariant::fromValue(source);
+    return source.data(role);
 }

@@ -1,14 +1,19 @@
 #pragma once
 
-#include <QStandardItemModel>
+#include <QAbstractListModel>
+#include <QModelIndex>
+#include <QStringList>
+
+class QStandardItemModel;
 
 class QSortFilterProxyModel;
 class QTimer;
 
 // The search results: the history's clippings and then the snippets whose text contains what
-// was typed, each row pointing back to its item in its own model. Rebuilt from scratch once
-// typing pauses for 200 ms.
-class SearchModel final : public QStandardItemModel
+// was typed, each row pointing back to its item in its own model, and showing what it shows.
+// Rebuilt from scratch once typing pauses for 200 ms. A result is no more than its source's
+// index: tens of thousands of them are made in a few milliseconds.
+class SearchModel final : public QAbstractListModel
 {
     Q_OBJECT
 
@@ -23,7 +28,8 @@ public:
     QString searchText() const { return m_text; }
     bool isHistoryIndex(const QModelIndex &source) const;
     static QModelIndex sourceIndex(const QModelIndex &result);
-    // A result's tool tip is its source's, asked for when shown.
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    // A result shows its source's data; SourceRole gives the source's index.
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     // Reads the history's rows ahead of the first search, while the user is still to type.
     void prepare();
@@ -41,12 +47,12 @@ signals:
 private:
     const QStringList &historyBriefs();
     void forgetBriefs();
-    static QStandardItem *newResult(const QModelIndex &source, const QString &display);
 
     QSortFilterProxyModel *m_history;
     QStandardItemModel *m_snippets;
     QString m_text;
     QTimer *m_timer;
     QStringList m_briefs;
+    QList<QModelIndex> m_results;
     bool m_briefsValid = false;
 };
