@@ -4,12 +4,14 @@
 // display:
 //   xvfb-run -a ./bench/benchcapture
 #include "clipboardlistener.h"
+#include "historyfile.h"
 #include "historyitemmodel.h"
 #include "settings.h"
 #include "support/targetwindow.h"
 #include "support/testprofile.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QProcess>
@@ -36,6 +38,8 @@ struct Figures
 {
     std::vector<double> inModel;
     std::vector<double> saved;
+    std::vector<double> noticed; // the floor: the clipboard's change reaching this process
+    std::vector<double> written; // the floor: writing and syncing a file of the history's size
 };
 
 double percentile(std::vector<double> values, double share)
@@ -59,6 +63,12 @@ Figures measure(QProcess &editor, const TestProfile &profile, int historySize, i
     QElapsedTimer timer;
     bool inModel = false;
     bool saved = false;
+    bool noticed = false;
+    QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, &model, [&] {
+        if (!noticed)
+            figures.noticed.push_back(double(timer.nsecsElapsed()) / 1e6);
+        noticed = true;
+    });
     QObject::connect(&model, &QAbstractItemModel::rowsInserted, &model, [&] {
         if (!inModel)
             figures.inModel.push_back(double(timer.nsecsElapsed()) / 1e6);
@@ -69,7 +79,7 @@ Figures measure(QProcess &editor, const TestProfile &profile, int historySize, i
         saved = true;
     });
     for (int i = 0; i < copies; ++i) {
-        inModel = saved = false;
+        inModel = saved = noticed = false;
         timer.start();
         editor.write(QStringLiteral("copy-rich Copy %1 of the capture benchmark, history %2\n")
                          .arg(i)
@@ -81,6 +91,13 @@ Figures measure(QProcess &editor, const TestProfile &profile, int historySize, i
         }
     }
     model.finishSaves();
+    QByteArray bytes;
+    HistoryFile::read(model.filePath(), &bytes);
+    for (int i = 0; i < 7; ++i) {
+        timer.start();
+        HistoryFile::write(model.filePath() + QStringLiteral("-floor"), bytes);
+        figures.written.push_back(double(timer.nsecsElapsed()) / 1e6);
+    }
     return figures;
 }
 
@@ -109,15 +126,17 @@ int main(int argc, char **argv)
                      [&] { editor.readAllStandardOutput(); });
 
     std::printf("history size | copies | in the model: median, 95th pct | saved: median, 95th "
-                "pct (ms)\n");
+                "pct | floors: clipboard noticed, median; file written, median (ms)\n");
     for (const int size : {100, 10000, 100000}) {
         const int copies = size >= 100000 ? 30 : 100;
         const Figures figures = measure(editor, profile, size, copies);
         if (figures.saved.empty())
             return 1;
-        std::printf("%12d | %6zu | %6.1f, %6.1f | %6.1f, %6.1f\n", size, figures.saved.size(),
-                    percentile(figures.inModel, 0.5), percentile(figures.inModel, 0.95),
-                    percentile(figures.saved, 0.5), percentile(figures.saved, 0.95));
+        std::printf("%12d | %6zu | %6.1f, %6.1f | %6.1f, %6.1f | %6.1f; %6.1f\n", size,
+                    figures.saved.size(), percentile(figures.inModel, 0.5),
+                    percentile(figures.inModel, 0.95), percentile(figures.saved, 0.5),
+                    percentile(figures.saved, 0.95), percentile(figures.noticed, 0.5),
+                    percentile(figures.written, 0.5));
         std::fflush(stdout);
     }
     editor.closeWriteChannel();

@@ -539,7 +539,7 @@
 <context>
     <name>Clipping</name>
     <message>
-        <location filename="../src/clipping.cpp" line="151"/>
+        <location filename="../src/clipping.cpp" line="153"/>
         <source>%1 × %2 pixels, %3</source>
         <translation>%1 × %2 Pixel, %3</translation>
     </message>
@@ -609,7 +609,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>HistoryFile</name>
     <message>
-        <location filename="../src/historyfile.cpp" line="298"/>
+        <location filename="../src/historyfile.cpp" line="442"/>
         <source>the folder %1 cannot be made</source>
         <translation>der Ordner %1 kann nicht angelegt werden</translation>
     </message>
@@ -617,12 +617,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>HistoryItemModel</name>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="639"/>
+        <location filename="../src/historyitemmodel.cpp" line="727"/>
         <source>Failed to parse the clippings file: </source>
         <translation>Die Verlaufsdatei konnte nicht gelesen werden: </translation>
     </message>
     <message numerus="yes">
-        <location filename="../src/historyitemmodel.cpp" line="642"/>
+        <location filename="../src/historyitemmodel.cpp" line="730"/>
         <source>%n clipping(s) in the clippings file could not be taken and were left out: larger than the size limit, or damaged.</source>
         <translation>
             <numerusform>%n Eintrag in der Datei konnte nicht übernommen werden und wurde ausgelassen: größer als die Größengrenze oder beschädigt.</numerusform>
@@ -630,7 +630,7 @@ Möchten Sie den Ordner öffnen?</translation>
         </translation>
     </message>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="669"/>
+        <location filename="../src/historyitemmodel.cpp" line="757"/>
         <source>Writing the clippings file failed: %1 (%2). The clippings are kept and saved as soon as writing works again.</source>
         <translation>Die Datei mit den Einträgen konnte nicht geschrieben werden: %1 (%2). Die Einträge bleiben erhalten und werden gespeichert, sobald das Schreiben wieder gelingt.</translation>
     </message>
@@ -862,7 +862,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>QObject</name>
     <message>
-        <location filename="../src/main.cpp" line="136"/>
+        <location filename="../src/main.cpp" line="140"/>
         <source>Velmorin is already running!</source>
         <translation>Velmorin läuft bereits!</translation>
     </message>

@@ -194,7 +194,11 @@ QByteArray HistoryFile::encode(const Document &document)
     QByteArray out;
     out.reserve(size + tail.size());
     out.append(kHead);
-    out.append(records.join(','));
+    for (qsizetype i = 0; i < records.size(); ++i) {
+        if (i > 0)
+            out.append(',');
+        out.append(records.at(i));
+    }
     out.append(tail);
     return out;
 }
