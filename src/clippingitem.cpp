@@ -6,10 +6,11 @@ using namespace Clipping;
 
 namespace {
 
+std::atomic<quint64> g_lastRevision{0};
+
 quint64 nextRevision()
 {
-    static std::atomic<quint64> last{0};
-    return ++last;
+    return ++g_lastRevision;
 }
 
 // QStandardItem keeps its flags as data under this role.
@@ -37,20 +38,33 @@ bool change(QString &field, const QString &value)
 
 ClippingItem::ClippingItem() : m_revision(nextRevision()) {}
 
-HistoryFile::Record ClippingItem::record() const
+quint64 ClippingItem::lastRevision()
+{
+    return g_lastRevision;
+}
+
+HistoryFile::Record ClippingItem::record(quint64 saved) const
 {
     HistoryFile::Record record;
+    if (m_revision <= saved) {
+        record.id = m_id;
+        record.revision = m_revision;
+        record.stub = true;
+        return record;
+    }
     record.type = m_type;
     record.brief = m_brief;
     record.text = m_text;
-    record.html = QStandardItem::data(HtmlRole).toString();
+    if (m_hasHtml)
+        record.html = QStandardItem::data(HtmlRole).toString();
     record.time = m_time;
     record.id = m_id;
     record.removed = m_removed;
     record.pinned = m_pinned;
     record.locked = m_locked;
     record.application = m_application;
-    record.filename = QStandardItem::data(FilenameRole).toString();
+    if (m_hasFilename)
+        record.filename = QStandardItem::data(FilenameRole).toString();
     record.revision = m_revision;
     return record;
 }
@@ -64,7 +78,7 @@ QVariant ClippingItem::data(int role) const
     case IconRole:
         return m_icon.isNull() ? QVariant() : QVariant(m_icon);
     case ToolTipRole: {
-        const QString html = QStandardItem::data(HtmlRole).toString();
+        const QString html = m_hasHtml ? QStandardItem::data(HtmlRole).toString() : QString();
         return html.isEmpty() ? m_text : html;
     }
     case PinnedRole:
@@ -84,7 +98,7 @@ QVariant ClippingItem::data(int role) const
     case LockedRole:
         return m_locked;
     case FlagsRole:
-        return m_flags < 0 ? QVariant() : QVariant(m_flags);
+        return m_flags < 0 ? QVariant() : QVariant(int(m_flags));
     default:
         return QStandardItem::data(role);
     }
@@ -114,6 +128,10 @@ void ClippingItem::setData(const QVariant &value, int role)
     default:
         if (role != ThumbnailRole)
             m_revision = nextRevision();
+        if (role == HtmlRole)
+            m_hasHtml = value.isValid();
+        else if (role == FilenameRole)
+            m_hasFilename = value.isValid();
         QStandardItem::setData(value, role);
     }
 }
@@ -149,7 +167,7 @@ bool ClippingItem::assign(const QVariant &value, int role)
     case LockedRole:
         return change(m_locked, value.toBool());
     case FlagsRole:
-        return change(m_flags, value.isValid() ? value.toInt() : -1);
+        return change(m_flags, qint16(value.isValid() ? value.toInt() : -1));
     }
     return false;
 }

@@ -27,8 +27,12 @@ public:
     int type() const override { return Type; }
     QStandardItem *clone() const override { return new ClippingItem(*this); }
 
-    // The clipping as the history file holds it, read without going through the roles.
-    HistoryFile::Record record() const;
+    // The clipping as the history file holds it, read without going through the roles; only a
+    // stub when its revision is no newer than saved, as the file already holds it then.
+    HistoryFile::Record record(quint64 saved = 0) const;
+    const QString &application() const { return m_application; }
+    // The newest revision that any clipping has had.
+    static quint64 lastRevision();
 
 private:
     ClippingItem(const ClippingItem &other) = default;
@@ -42,7 +46,10 @@ private:
     QString m_text;
     QString m_application;
     QPixmap m_icon;
-    int m_flags = -1; // the item flags once set; until then the item's defaults
+    qint16 m_flags = -1; // the item flags once set; until then the item's defaults
+    // Whether the item holds these: asking it costs a visit to its list for every clipping.
+    bool m_hasHtml = false;
+    bool m_hasFilename = false;
     qint8 m_type = Clipping::TextType;
     bool m_removed = false;
     bool m_pinned = false;

@@ -15,6 +15,8 @@
 #include <QScopeGuard>
 #include <QStandardPaths>
 
+#include <algorithm>
+
 namespace {
 
 const QString kType = QStringLiteral("type");
@@ -293,20 +295,26 @@ HistoryFile::WriteResult HistoryFile::save(const QString &path, const Document &
     const QFileInfo file(path);
     if (layout->path != path || file.size() != layout->size ||
         file.lastModified() != layout->modified)
-        layout->places.clear();
+        layout->clear();
+    const auto stub = [](const Record &record) { return record.stub; };
+    if (layout->isEmpty() && std::any_of(document.records.cbegin(), document.records.cend(), stub))
+        return WriteResult::NeedsContent;
     Layout written;
-    bool stale = false;
+    Trouble trouble = Trouble::None;
     const auto fill = [&](QIODevice *out) {
-        return writeRecords(out, document, *layout, &written, &stale);
+        return writeRecords(out, document, layout, &written, &trouble);
     };
     WriteResult result = writeWith(path, fill, error);
-    if (stale) {
+    if (trouble == Trouble::StaleFile) {
         // Someone else wrote the file with its size and time as they were: encode everything.
         qWarning() << "The history file changed since the last save; writing it anew";
-        layout->places.clear();
+        layout->clear();
         written = Layout();
+        trouble = Trouble::None;
         result = writeWith(path, fill, error);
     }
+    if (trouble == Trouble::MissingContent)
+        return WriteResult::NeedsContent;
     if (result == WriteResult::Written) {
         const QFileInfo saved(path);
         written.path = path;
@@ -374,12 +382,40 @@ private:
 
 } // namespace
 
-bool HistoryFile::writeRecords(QIODevice *file, const Document &document, const Layout &previous,
-                               Layout *written, bool *stale)
+void HistoryFile::Layout::clear()
 {
-    QFile old(previous.path);
-    if (!previous.places.isEmpty() && !old.open(QIODevice::ReadOnly)) {
-        *stale = true;
+    m_places.clear();
+    m_index.clear();
+    m_next = 0;
+}
+
+const HistoryFile::Layout::Place *HistoryFile::Layout::find(quint64 revision)
+{
+    // The next record, or the one after it (the record between moved or was removed).
+    for (qsizetype at = m_next; at < m_places.size() && at <= m_next + 1; ++at) {
+        if (m_places.at(at).revision == revision) {
+            m_next = at + 1;
+            return &m_places.at(at);
+        }
+    }
+    if (m_index.isEmpty()) {
+        m_index.reserve(m_places.size());
+        for (qsizetype at = 0; at < m_places.size(); ++at)
+            m_index.insert(m_places.at(at).revision, at);
+    }
+    const auto found = m_index.constFind(revision);
+    if (found == m_index.constEnd())
+        return nullptr;
+    m_next = *found + 1;
+    return &m_places.at(*found);
+}
+
+bool HistoryFile::writeRecords(QIODevice *file, const Document &document, Layout *previous,
+                               Layout *written, Trouble *trouble)
+{
+    QFile old(previous->path);
+    if (!previous->isEmpty() && !old.open(QIODevice::ReadOnly)) {
+        *trouble = Trouble::StaleFile;
         return false;
     }
     ChunkedOutput out(file);
@@ -390,18 +426,18 @@ bool HistoryFile::writeRecords(QIODevice *file, const Document &document, const 
     const auto copyRun = [&] {
         const bool copied = run.length == 0 || out.copy(old, run.offset, run.length);
         run = Layout::Place();
-        *stale = !copied;
+        if (!copied)
+            *trouble = Trouble::StaleFile;
         return copied;
     };
-    written->places.reserve(document.records.size());
     for (qsizetype i = 0; i < document.records.size() && !out.failed(); ++i) {
         const Record &record = document.records.at(i);
-        const auto place = record.revision == 0 ? previous.places.constEnd()
-                                                : previous.places.constFind(record.revision);
-        const bool reused = place != previous.places.constEnd();
-        Layout::Place placed;
-        if (reused && run.length > 0 && place->offset == run.offset + run.length + 1) {
-            placed = {out.position() + run.length + 1, place->length};
+        const Layout::Place *place =
+            record.revision == 0 || previous->isEmpty() ? nullptr : previous->find(record.revision);
+        Layout::Place placed{record.revision, 0, 0};
+        if (place && run.length > 0 && place->offset == run.offset + run.length + 1) {
+            placed.offset = out.position() + run.length + 1;
+            placed.length = place->length;
             run.length += 1 + place->length;
         } else {
             if (!copyRun())
@@ -409,9 +445,12 @@ bool HistoryFile::writeRecords(QIODevice *file, const Document &document, const 
             if (i > 0)
                 out.append(',');
             placed.offset = out.position();
-            if (reused) {
+            if (place) {
                 run = *place;
                 placed.length = place->length;
+            } else if (record.stub) {
+                *trouble = Trouble::MissingContent;
+                return false;
             } else {
                 const QByteArray bytes = encodeRecord(record);
                 out.append(bytes);
@@ -419,7 +458,7 @@ bool HistoryFile::writeRecords(QIODevice *file, const Document &document, const 
             }
         }
         if (record.revision != 0)
-            written->places.insert(record.revision, placed);
+            written->append(placed);
     }
     if (!copyRun())
         return false;

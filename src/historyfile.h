@@ -39,6 +39,9 @@ public:
         QString filename;
         // Changes whenever the clipping does; 0 when unknown. Not part of the file.
         quint64 revision = 0;
+        // Only the id and revision: the record is written as an earlier save wrote it, from
+        // that file.
+        bool stub = false;
 
         // Found without reading the texts when they are the very strings of other, as they are
         // when both were taken from the same rows.
@@ -46,21 +49,36 @@ public:
         bool operator!=(const Record &other) const { return !(*this == other); }
     };
 
-    // Where the last save put each record in the file, by the record's revision, so that the
-    // next save copies the records that did not change from the file instead of encoding them
+    // Where the last save put each record in the file, in the file's order, so that the next
+    // save copies the records that kept their revision from the file instead of encoding them
     // again: between two saves a history changes by a row or two. Holds no record's bytes, and
     // is believed only while the file has the size and time that save left it with.
-    struct Layout
+    class Layout
     {
+    public:
         struct Place
         {
+            quint64 revision = 0;
             qint64 offset = 0;
             qint64 length = 0;
         };
+
         QString path;
         qint64 size = -1;
         QDateTime modified;
-        QHash<quint64, Place> places;
+
+        bool isEmpty() const { return m_places.isEmpty(); }
+        void clear();
+        void append(const Place &place) { m_places.append(place); }
+        // The place of the record with this revision, or null. Records are mostly asked for in
+        // the order of the file, so the search starts where the last one was found; a revision
+        // elsewhere is found through an index made the first time one is.
+        const Place *find(quint64 revision);
+
+    private:
+        QList<Place> m_places;
+        QHash<quint64, qsizetype> m_index;
+        qsizetype m_next = 0;
     };
 
     struct Document
@@ -68,9 +86,11 @@ public:
         QList<Record> records;
         QHash<QString, QByteArray> icons; // application -> PNG bytes
         int malformed = 0;                // clippings left out: not objects, or wrong types
+        quint64 revisions = 0;            // every revision up to this was known when taken
     };
 
-    enum class WriteResult { Written, FolderFailed, TemporaryFailed, WriteFailed };
+    // NeedsContent: records came as stubs that the file at hand cannot give; nothing written.
+    enum class WriteResult { Written, FolderFailed, TemporaryFailed, WriteFailed, NeedsContent };
     enum class ReadResult { Read, Recovered, Missing };
 
     // "History.json", or the file of the performance-test or demo mode.
@@ -100,8 +120,9 @@ private:
     static bool fromJson(const QJsonObject &object, Record *record);
     static QByteArray encodeRecord(const Record &record);
     static QByteArray encodeTail(const Document &document);
-    static bool writeRecords(QIODevice *file, const Document &document, const Layout &previous,
-                             Layout *written, bool *stale);
+    enum class Trouble { None, StaleFile, MissingContent };
+    static bool writeRecords(QIODevice *file, const Document &document, Layout *previous,
+                             Layout *written, Trouble *trouble);
     // Writes path's "-tmp" file through fill, brings it to stable storage and puts it in
     // place of path.
     static WriteResult writeWith(const QString &path, const std::function<bool(QIODevice *)> &fill,

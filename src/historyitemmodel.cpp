@@ -563,21 +563,23 @@ QByteArray HistoryItemModel::iconPng(const QString &application, const QPixmap &
     return png;
 }
 
-HistoryFile::Document HistoryItemModel::snapshot()
+HistoryFile::Document HistoryItemModel::snapshot(quint64 saved)
 {
     HistoryFile::Document document;
+    document.revisions = ClippingItem::lastRevision();
     document.records.reserve(rowCount());
     for (int row = 0; row < rowCount(); ++row) {
         const QStandardItem *clipping = item(row);
-        HistoryFile::Record record = clipping->type() == ClippingItem::Type
-                                         ? static_cast<const ClippingItem *>(clipping)->record()
-                                         : recordOf(clipping);
-        if (!document.icons.contains(record.application)) {
-            const QPixmap icon = clipping->data(IconRole).value<QPixmap>();
-            if (!icon.isNull())
-                document.icons.insert(record.application, iconPng(record.application, icon));
-        }
-        document.records.append(std::move(record));
+        const bool ours = clipping->type() == ClippingItem::Type;
+        const auto *ownItem = static_cast<const ClippingItem *>(clipping);
+        document.records.append(ours ? ownItem->record(saved) : recordOf(clipping));
+        const QString &application =
+            ours ? ownItem->application() : document.records.constLast().application;
+        // Asked as a value first: even a null pixmap costs the platform's pixmap to make.
+        const QVariant icon =
+            document.icons.contains(application) ? QVariant() : clipping->data(IconRole);
+        if (icon.isValid() && !icon.value<QPixmap>().isNull())
+            document.icons.insert(application, iconPng(application, icon.value<QPixmap>()));
     }
     return document;
 }
@@ -735,22 +737,36 @@ void HistoryItemModel::load()
 
 void HistoryItemModel::save(bool tellSync, const QByteArray &prepared)
 {
-    if (prepared.isEmpty())
-        m_writer->save(m_path, snapshot(), tellSync);
-    else
+    if (prepared.isEmpty()) {
+        m_writer->save(m_path, snapshot(m_savedRevisions), tellSync);
+    } else {
+        m_savedRevisions = 0;
         m_writer->saveBytes(m_path, prepared, tellSync);
+    }
 }
 
 void HistoryItemModel::finishSaves()
 {
-    m_writer->waitForDone();
-    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    // Twice: a save that found the file changed under it is made again, whole, as its result
+    // is delivered.
+    for (int pass = 0; pass < 2; ++pass) {
+        m_writer->waitForDone();
+        QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    }
 }
 
 void HistoryItemModel::onSaveFinished(const QString &path, int result, bool tellSync,
-                                      const QString &error)
+                                      const QString &error, quint64 revisions)
 {
+    if (HistoryFile::WriteResult(result) == HistoryFile::WriteResult::NeedsContent) {
+        // The file is not the one the last save wrote: hand over every clipping whole.
+        m_savedRevisions = 0;
+        save(tellSync);
+        return;
+    }
     const bool written = HistoryFile::WriteResult(result) == HistoryFile::WriteResult::Written;
+    if (written)
+        m_savedRevisions = revisions;
     // Told once, not once per copy: a full disk fails every save until space is freed.
     const QString problem =
         written ? QString()

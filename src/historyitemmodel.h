@@ -180,7 +180,8 @@ private:
     static QString summary(const std::array<int, DecisionCount> &tally);
     QStandardItem *itemFrom(const HistoryFile::Record &record, const QHash<QString, QPixmap> &icons,
                             QSet<QString> &applications) const;
-    HistoryFile::Document snapshot();
+    // Clippings of revision saved or older come as stubs.
+    HistoryFile::Document snapshot(quint64 saved = 0);
     QByteArray iconPng(const QString &application, const QPixmap &icon);
     void recordApplication(const QString &application, const QPixmap &icon);
     void copyToCache(const QStandardItem *item, const QImage &image, const QByteArray &bytes,
@@ -192,7 +193,8 @@ private:
     // Inserts above the first row it goes above: pinned first, newest first.
     void insertOrdered(QStandardItem *clipping, bool aboveEqual = false);
     QList<QStandardItem *> takeRows(QList<int> rows);
-    void onSaveFinished(const QString &path, int result, bool tellSync, const QString &error);
+    void onSaveFinished(const QString &path, int result, bool tellSync, const QString &error,
+                        quint64 revisions);
 
     QString m_path;
     QSortFilterProxyModel *m_proxy;
@@ -203,6 +205,9 @@ private:
     QSet<QString> m_excluded;
     QSet<QString> m_knownApplications;
     QString m_saveProblem;
+    // Every clipping of this revision or older is in the file as the last save wrote it: a
+    // save hands over only the newer ones whole. 0 when the file was written otherwise.
+    quint64 m_savedRevisions = 0;
     mutable int m_tooLarge = 0; // texts refused for their size since the count was reset
     std::array<int, DecisionCount> *m_tally = nullptr; // while a file loads
     int m_droppedAtLoad = 0;

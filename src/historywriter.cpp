@@ -59,5 +59,8 @@ void HistoryWriter::runPending()
         result = HistoryFile::save(job->path, job->document, &m_layout, &error);
         qDebug() << "Profile: Saving the history took" << timer.elapsed();
     }
-    emit finished(job->path, int(result), job->tellSync, error);
+    emit finished(job->path, int(result), job->tellSync, error, job->document.revisions);
+    // Letting go of a large history's records takes a while; the next save, which may be
+    // waiting already, need not wait for it.
+    QThreadPool::globalInstance()->start([document = std::move(job->document)] {});
 }

@@ -25,9 +25,11 @@ public:
     void waitForDone();
 
 signals:
-    // result is a HistoryFile::WriteResult, error the system's reason when it failed. Emitted
-    // on the writer's thread; receivers on the GUI thread get it queued.
-    void finished(const QString &path, int result, bool tellSync, const QString &error);
+    // result is a HistoryFile::WriteResult, error the system's reason when it failed;
+    // revisions those of the document saved (Document::revisions). Emitted on the writer's
+    // thread; receivers on the GUI thread get it queued.
+    void finished(const QString &path, int result, bool tellSync, const QString &error,
+                  quint64 revisions);
 
 private:
     struct Job
