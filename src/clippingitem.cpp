@@ -43,15 +43,9 @@ quint64 ClippingItem::lastRevision()
     return g_lastRevision;
 }
 
-HistoryFile::Record ClippingItem::record(quint64 saved) const
+HistoryFile::Record ClippingItem::record() const
 {
     HistoryFile::Record record;
-    if (m_revision <= saved) {
-        record.id = m_id;
-        record.revision = m_revision;
-        record.stub = true;
-        return record;
-    }
     record.type = m_type;
     record.brief = m_brief;
     record.text = m_text;

@@ -27,9 +27,9 @@ public:
     int type() const override { return Type; }
     QStandardItem *clone() const override { return new ClippingItem(*this); }
 
-    // The clipping as the history file holds it, read without going through the roles; only a
-    // stub when its revision is no newer than saved, as the file already holds it then.
-    HistoryFile::Record record(quint64 saved = 0) const;
+    // The clipping as the history file holds it, read without going through the roles.
+    HistoryFile::Record record() const;
+    quint64 revision() const { return m_revision; }
     const QString &application() const { return m_application; }
     // The newest revision that any clipping has had.
     static quint64 lastRevision();

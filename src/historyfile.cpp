@@ -296,8 +296,8 @@ HistoryFile::WriteResult HistoryFile::save(const QString &path, const Document &
     if (layout->path != path || file.size() != layout->size ||
         file.lastModified() != layout->modified)
         layout->clear();
-    const auto stub = [](const Record &record) { return record.stub; };
-    if (layout->isEmpty() && std::any_of(document.records.cbegin(), document.records.cend(), stub))
+    const auto copied = [](qint64 entry) { return entry < 0; };
+    if (layout->isEmpty() && std::any_of(document.order.cbegin(), document.order.cend(), copied))
         return WriteResult::NeedsContent;
     Layout written;
     Trouble trouble = Trouble::None;
@@ -430,11 +430,15 @@ bool HistoryFile::writeRecords(QIODevice *file, const Document &document, Layout
             *trouble = Trouble::StaleFile;
         return copied;
     };
-    for (qsizetype i = 0; i < document.records.size() && !out.failed(); ++i) {
-        const Record &record = document.records.at(i);
+    const bool ordered = !document.order.isEmpty();
+    const qsizetype count = ordered ? document.order.size() : document.records.size();
+    for (qsizetype i = 0; i < count && !out.failed(); ++i) {
+        const qint64 entry = ordered ? document.order.at(i) : i;
+        const Record *record = entry >= 0 ? &document.records.at(entry) : nullptr;
+        const quint64 revision = record ? record->revision : quint64(-entry);
         const Layout::Place *place =
-            record.revision == 0 || previous->isEmpty() ? nullptr : previous->find(record.revision);
-        Layout::Place placed{record.revision, 0, 0};
+            revision == 0 || previous->isEmpty() ? nullptr : previous->find(revision);
+        Layout::Place placed{revision, 0, 0};
         if (place && run.length > 0 && place->offset == run.offset + run.length + 1) {
             placed.offset = out.position() + run.length + 1;
             placed.length = place->length;
@@ -448,16 +452,16 @@ bool HistoryFile::writeRecords(QIODevice *file, const Document &document, Layout
             if (place) {
                 run = *place;
                 placed.length = place->length;
-            } else if (record.stub) {
+            } else if (!record) {
                 *trouble = Trouble::MissingContent;
                 return false;
             } else {
-                const QByteArray bytes = encodeRecord(record);
+                const QByteArray bytes = encodeRecord(*record);
                 out.append(bytes);
                 placed.length = bytes.size();
             }
         }
-        if (record.revision != 0)
+        if (revision != 0)
             written->append(placed);
     }
     if (!copyRun())

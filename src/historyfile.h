@@ -39,9 +39,6 @@ public:
         QString filename;
         // Changes whenever the clipping does; 0 when unknown. Not part of the file.
         quint64 revision = 0;
-        // Only the id and revision: the record is written as an earlier save wrote it, from
-        // that file.
-        bool stub = false;
 
         // Found without reading the texts when they are the very strings of other, as they are
         // when both were taken from the same rows.
@@ -84,12 +81,17 @@ public:
     struct Document
     {
         QList<Record> records;
+        // For a save, when set: the file's records in order, each an index into records, or
+        // the negated revision of a record that the last save wrote, to be copied from that
+        // file. Empty: the records in their order.
+        QList<qint64> order;
         QHash<QString, QByteArray> icons; // application -> PNG bytes
         int malformed = 0;                // clippings left out: not objects, or wrong types
         quint64 revisions = 0;            // every revision up to this was known when taken
     };
 
-    // NeedsContent: records came as stubs that the file at hand cannot give; nothing written.
+    // NeedsContent: the order names records by revision that the file at hand cannot give;
+    // nothing was written.
     enum class WriteResult { Written, FolderFailed, TemporaryFailed, WriteFailed, NeedsContent };
     enum class ReadResult { Read, Recovered, Missing };
 
@@ -100,6 +102,7 @@ public:
     static QString path(const AppModes &modes);
     static QString temporaryPath(const QString &path);
 
+    // The whole document: its records in their order.
     static QByteArray encode(const Document &document);
     // On a refused document logs why and returns false.
     static bool decode(const QByteArray &bytes, Document *document);

@@ -567,12 +567,21 @@ HistoryFile::Document HistoryItemModel::snapshot(quint64 saved)
 {
     HistoryFile::Document document;
     document.revisions = ClippingItem::lastRevision();
-    document.records.reserve(rowCount());
+    if (saved > 0)
+        document.order.reserve(rowCount());
+    else
+        document.records.reserve(rowCount());
     for (int row = 0; row < rowCount(); ++row) {
         const QStandardItem *clipping = item(row);
         const bool ours = clipping->type() == ClippingItem::Type;
         const auto *ownItem = static_cast<const ClippingItem *>(clipping);
-        document.records.append(ours ? ownItem->record(saved) : recordOf(clipping));
+        if (ours && ownItem->revision() <= saved) {
+            document.order.append(-qint64(ownItem->revision()));
+        } else {
+            if (saved > 0)
+                document.order.append(document.records.size());
+            document.records.append(ours ? ownItem->record() : recordOf(clipping));
+        }
         const QString &application =
             ours ? ownItem->application() : document.records.constLast().application;
         // Asked as a value first: even a null pixmap costs the platform's pixmap to make.

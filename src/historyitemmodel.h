@@ -180,7 +180,8 @@ private:
     static QString summary(const std::array<int, DecisionCount> &tally);
     QStandardItem *itemFrom(const HistoryFile::Record &record, const QHash<QString, QPixmap> &icons,
                             QSet<QString> &applications) const;
-    // Clippings of revision saved or older come as stubs.
+    // With saved set, clippings of that revision or older are named in the order by their
+    // revision only, as the last save wrote them.
     HistoryFile::Document snapshot(quint64 saved = 0);
     QByteArray iconPng(const QString &application, const QPixmap &icon);
     void recordApplication(const QString &application, const QPixmap &icon);

@@ -286,10 +286,10 @@ void TestHistoryFile::encoderWritesWhatQJsonDocumentWrites()
     QCOMPARE(HistoryFile::encode({}), encodedByQt({}));
 
     // A save copies the records that kept their revision from the file the last save wrote,
-    // those handed over as stubs too: each save still writes exactly the document's encoding,
-    // whatever changed in it (records of the same revision twice too). When another program
-    // wrote the file in between, stubs cannot be served and nothing is written; the whole
-    // document then is.
+    // those named by their revision alone too: each save still writes exactly the document's
+    // encoding, whatever changed in it (records of the same revision twice too). When another
+    // program wrote the file in between, those cannot be copied and nothing is written; the
+    // whole document then is.
     quint64 revision = 0;
     for (HistoryFile::Record &record : document.records)
         record.revision = ++revision;
@@ -297,14 +297,12 @@ void TestHistoryFile::encoderWritesWhatQJsonDocumentWrites()
     quint64 saved = 0;
     const auto save = [&] {
         HistoryFile::Document handed = document;
-        for (HistoryFile::Record &record : handed.records) {
-            if (record.revision <= saved) {
-                HistoryFile::Record stub;
-                stub.id = record.id;
-                stub.revision = record.revision;
-                stub.stub = true;
-                record = stub;
-            }
+        handed.records.clear();
+        for (const HistoryFile::Record &record : document.records) {
+            handed.order.append(record.revision <= saved ? -qint64(record.revision)
+                                                         : handed.records.size());
+            if (record.revision > saved)
+                handed.records.append(record);
         }
         return HistoryFile::save(m_path, handed, &layout);
     };
