@@ -3,6 +3,10 @@
 #include <QDebug>
 #include <QElapsedTimer>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 HistoryWriter::HistoryWriter(QObject *parent) : QObject(parent)
 {
     m_pool.setMaxThreadCount(1);
@@ -61,6 +65,15 @@ void HistoryWriter::runPending()
     }
     emit finished(job->path, int(result), job->tellSync, error, job->document.revisions);
     // Letting go of a large history's records takes a while; the next save, which may be
-    // waiting already, need not wait for it.
-    QThreadPool::globalInstance()->start([document = std::move(job->document)] {});
+    // waiting already, need not wait for it. They were made where the load's freed memory was,
+    // and stay counted against the idle program unless handed back.
+    QThreadPool::globalInstance()->start([document = std::move(job->document)]() mutable {
+        const bool large = document.records.size() > 10000;
+        document = HistoryFile::Document();
+#ifdef __GLIBC__
+        if (large)
+            malloc_trim(0);
+#endif
+        Q_UNUSED(large);
+    });
 }
