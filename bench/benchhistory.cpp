@@ -205,8 +205,9 @@ void mergeFigures(const QString &path)
             plain.insertRow(0, new QStandardItem(clippingText(i)));
     });
     std::printf("one merge into %d rows: new copy %.3f ms, older synced copy %.3f ms, "
-                "copied again %.3f ms; floor, a row put on top of a plain model %.3f ms\n",
-                model.rowCount(), top / merges, deep / merges, again / merges, insert / merges);
+                "copied again %.3f ms; floor, a row put on top of a plain model %.2f us\n",
+                model.rowCount(), top / merges, deep / merges, again / merges,
+                insert / merges * 1000);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "clipping.h"
+#include "clippingitem.h"
 #include "historyfile.h"
 #include "historyitemmodel.h"
 #include "settings.h"
@@ -11,6 +12,7 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <QSortFilterProxyModel>
+#include <QStandardItemModel>
 #include <QTest>
 
 using namespace Clipping;
@@ -207,6 +209,28 @@ void TestHistoryItemModel::recordOfTextAndImageClippings()
     QCOMPARE(fromFile->data(BriefRole).toString(), QStringLiteral("Photo.JPG"));
     QCOMPARE(fromFile->data(FilenameRole).toString(), QStringLiteral("Photo.JPG"));
     delete fromFile;
+
+    // A one-line text is its own brief; each keeps its value when the other changes. A change
+    // tells the views once and gives the clipping a new revision; setting what is there does
+    // neither.
+    auto *oneLine = static_cast<ClippingItem *>(
+        newTextItem(QStringLiteral("same"), QString(), QPixmap(), QString(), kStart));
+    QStandardItemModel model;
+    model.appendRow(oneLine);
+    QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+    const quint64 revision = oneLine->revision();
+    const auto briefAndText = [oneLine] {
+        return QStringList{oneLine->data(BriefRole).toString(), oneLine->data(TextRole).toString()};
+    };
+    oneLine->setData(QStringLiteral("other"), TextRole);
+    QCOMPARE(briefAndText(), (QStringList{QStringLiteral("same"), QStringLiteral("other")}));
+    oneLine->setText(QStringLiteral("other"));
+    oneLine->setData(QStringLiteral("third"), TextRole);
+    QCOMPARE(briefAndText(), (QStringList{QStringLiteral("other"), QStringLiteral("third")}));
+    oneLine->setData(QStringLiteral("third"), TextRole);
+    oneLine->setText(QStringLiteral("other"));
+    QCOMPARE(changed.count(), 3);
+    QVERIFY(oneLine->revision() > revision);
 
     QCOMPARE(shortText(QString(60, QLatin1Char('a')) + QStringLiteral("\nb")).size(), 50);
     QCOMPARE(shortText(QStringLiteral("a\nb\nc")), QStringLiteral("abc"));
