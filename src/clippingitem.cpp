@@ -47,7 +47,7 @@ HistoryFile::Record ClippingItem::record() const
 {
     HistoryFile::Record record;
     record.type = m_type;
-    record.brief = brief();
+    record.brief = m_brief;
     record.text = m_text;
     if (m_hasHtml)
         record.html = QStandardItem::data(HtmlRole).toString();
@@ -68,7 +68,7 @@ QVariant ClippingItem::data(int role) const
     switch (role) {
     case Qt::EditRole:
     case BriefRole:
-        return brief();
+        return m_brief;
     case IconRole:
         return m_icon.isNull() ? QVariant() : QVariant(m_icon);
     case ToolTipRole: {
@@ -135,7 +135,7 @@ bool ClippingItem::assign(const QVariant &value, int role)
     switch (role) {
     case Qt::EditRole:
     case BriefRole:
-        return assignBrief(value.toString());
+        return change(m_brief, value.toString());
     case IconRole:
         // Told apart by their cache keys: comparing the pixels of every copy's icon is waste.
         if (m_icon.cacheKey() == value.value<QPixmap>().cacheKey())
@@ -147,7 +147,7 @@ bool ClippingItem::assign(const QVariant &value, int role)
     case PinnedRole:
         return change(m_pinned, value.toBool());
     case TextRole:
-        return assignText(value.toString());
+        return change(m_text, value.toString());
     case IdRole:
         return change(m_id, value.toUuid());
     case TimeRole:
@@ -164,29 +164,4 @@ bool ClippingItem::assign(const QVariant &value, int role)
         return change(m_flags, qint16(value.isValid() ? value.toInt() : -1));
     }
     return false;
-}
-
-bool ClippingItem::assignBrief(const QString &brief)
-{
-    if (brief.isSharedWith(m_text) || brief == m_text) {
-        if (m_briefIsText)
-            return false;
-        m_briefIsText = true;
-        m_brief = QString();
-        return true;
-    }
-    m_briefIsText = false;
-    return change(m_brief, brief);
-}
-
-bool ClippingItem::assignText(const QString &text)
-{
-    if (text.isSharedWith(m_text) || text == m_text)
-        return false;
-    const QString brief = this->brief();
-    m_text = text;
-    m_briefIsText = false;
-    m_brief = brief;
-    assignBrief(brief);
-    return true;
 }

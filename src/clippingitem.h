@@ -39,13 +39,10 @@ private:
 
     // False when the value was already there.
     bool assign(const QVariant &value, int role);
-    bool assignBrief(const QString &brief);
-    bool assignText(const QString &text);
-    const QString &brief() const { return m_briefIsText ? m_text : m_brief; }
 
     QUuid m_id;
     QDateTime m_time;
-    QString m_brief; // empty while the brief is the text, as it is for most clippings
+    QString m_brief; // most often the very string of the text
     QString m_text;
     QString m_application;
     QPixmap m_icon;
@@ -57,7 +54,6 @@ private:
     bool m_removed = false;
     bool m_pinned = false;
     bool m_locked = false;
-    bool m_briefIsText = true;
     // New with every change of a field the file holds, so a save can tell unchanged clippings
     // without comparing them.
     quint64 m_revision;
