@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QThread>
 
@@ -51,5 +52,17 @@ int main(int argc, char *argv[])
         const double cost = microsecondsPerLine(lines, threads);
         std::printf("%d lines, %d thread(s): %.2f us per line\n", lines, threads, cost);
     }
+    // The floor: the same number of lines of that length written unbuffered, one call each.
+    QFile plain(dir.filePath(QStringLiteral("plain")));
+    if (!plain.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return 1;
+    const QByteArray line = "[12:00:00.000] [DEBUG] Merge clippings: Item '12345' added second "
+                            "part\n";
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < lines; ++i)
+        plain.write(line);
+    std::printf("floor, a plain unbuffered write of such a line: %.2f us per line\n",
+                double(clock.nsecsElapsed()) / 1000.0 / lines);
     return 0;
 }
