@@ -51,8 +51,16 @@ double percentile(std::vector<double> values, double share)
 Figures measure(QProcess &editor, const TestProfile &profile, int historySize, int copies)
 {
     QSettings().setValue(SettingsKey::KeepItems, QString::number(historySize + copies + 100));
-    HistoryItemModel model(profile.path(QStringLiteral("data/bench-%1.json").arg(historySize)));
-    model.fillWithGeneratedClippings(historySize);
+    const QString path = profile.path(QStringLiteral("data/bench-%1.json").arg(historySize));
+    {
+        HistoryItemModel generated(path);
+        generated.fillWithGeneratedClippings(historySize);
+        generated.save(false);
+        generated.finishSaves();
+    }
+    // Loaded from its file, as the program starts with it.
+    HistoryItemModel model(path);
+    model.load();
     model.save(false);
     model.finishSaves();
     ClipboardListener listener;

@@ -31,6 +31,7 @@ public:
     HistoryFile::Record record() const;
     quint64 revision() const { return m_revision; }
     const QString &application() const { return m_application; }
+    const QPixmap &icon() const { return m_icon; }
     // The newest revision that any clipping has had.
     static quint64 lastRevision();
 
