@@ -1,6 +1,8 @@
 // The notification service under load, on loopback only: it holds 5,000 registered computers
 // (of 2,500 users) at once, and a notify reaches the other computer of its user. Prints the
-// service's resident memory per computer, beside its memory with no computer connected.
+// service's resident memory per computer, beside its memory with no computer connected, and
+// both beside a bare Qt websocket server (this program with --bare) that only accepts and holds
+// the same connections.
 //   ./bench/benchnotifyd [computers]
 // Needs an open-file limit above the number of computers (ulimit -n).
 #include "support/appprocess.h"
@@ -11,6 +13,7 @@
 #include <QRegularExpression>
 #include <QTest>
 #include <QWebSocket>
+#include <QWebSocketServer>
 
 #include <cstdio>
 #include <memory>
@@ -18,12 +21,9 @@
 
 namespace {
 
-quint16 startService(QProcess &service, int computers)
+quint16 startService(QProcess &service, const QString &program, const QStringList &arguments)
 {
-    service.start(QStringLiteral(NOTIFY_SERVICE),
-                  {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--rate"),
-                   QStringLiteral("6000"), QStringLiteral("--max-per-address"),
-                   QString::number(computers + 10)});
+    service.start(program, arguments);
     const QRegularExpression listening(QStringLiteral("Listening on ws://127.0.0.1:(\\d+)"));
     QString output;
     QRegularExpressionMatch match;
@@ -37,30 +37,50 @@ quint16 startService(QProcess &service, int computers)
     return quint16(match.captured(1).toUInt());
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+// The floor's server: accepts every connection and keeps it, reading nothing.
+int runBareServer()
 {
-    QCoreApplication app(argc, argv);
-    const int computers = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 5000;
+    QWebSocketServer server(QStringLiteral("bare"), QWebSocketServer::NonSecureMode);
+    if (!server.listen(QHostAddress::LocalHost, 0))
+        return 1;
+    QObject::connect(&server, &QWebSocketServer::newConnection, &server, [&server] {
+        while (QWebSocket *socket = server.nextPendingConnection())
+            socket->setParent(&server);
+    });
+    std::fprintf(stderr, "Listening on ws://127.0.0.1:%u\n", unsigned(server.serverPort()));
+    return QCoreApplication::exec();
+}
+
+struct Figures
+{
+    int open = 0;
+    int stillOpen = 0;
+    int received = 0;
+    double connectSeconds = 0;
+    long emptyKb = 0;
+    long loadedKb = 0;
+};
+
+// Connects and registers the computers, then lets every even one notify its user's other one.
+Figures measure(const QString &program, const QStringList &arguments, int computers)
+{
+    Figures figures;
     QProcess service;
     service.setProcessChannelMode(QProcess::SeparateChannels);
-    const quint16 port = startService(service, computers);
-    if (port == 0) {
-        std::printf("the service did not start\n");
-        return 1;
-    }
+    const quint16 port = startService(service, program, arguments);
+    if (port == 0)
+        return figures;
     // The log of 5,000 registrations is not read here; it must not fill the pipe.
     QObject::connect(&service, &QProcess::readyReadStandardError, &service,
                      [&service] { service.readAllStandardError(); });
     QTest::qWait(500);
-    const long emptyKb =
+    figures.emptyKb =
         AppProcess::procKilobytes(service.processId(), QStringLiteral("status"), "VmRSS");
 
     const QUrl url(QStringLiteral("ws://127.0.0.1:%1/notifier").arg(port));
     std::vector<std::unique_ptr<QWebSocket>> sockets;
-    int open = 0;
-    int received = 0;
+    int &open = figures.open;
+    int &received = figures.received;
     QElapsedTimer clock;
     clock.start();
     for (int i = 0; i < computers; ++i) {
@@ -81,28 +101,55 @@ int main(int argc, char *argv[])
             (void)QTest::qWaitFor([&] { return open > i - 100; }, 10000);
     }
     (void)QTest::qWaitFor([&] { return open == computers; }, 60000);
-    const double connectSeconds = clock.elapsed() / 1000.0;
+    figures.connectSeconds = clock.elapsed() / 1000.0;
     QTest::qWait(2000); // the last registrations arrive
-    const long loadedKb =
+    figures.loadedKb =
         AppProcess::procKilobytes(service.processId(), QStringLiteral("status"), "VmRSS");
 
-    // Every even computer tells its user's other one.
     for (int i = 0; i < computers; i += 2)
         sockets[size_t(i)]->sendTextMessage(
             QStringLiteral("{\"operation\":\"notify\",\"content\":\"History.json\"}"));
-    (void)QTest::qWaitFor([&] { return received >= computers / 2; }, 30000);
-    int stillOpen = 0;
+    (void)QTest::qWaitFor([&] { return received >= computers / 2; }, 10000);
     for (const auto &socket : sockets)
-        stillOpen += socket->state() == QAbstractSocket::ConnectedState;
-
-    std::printf("computers connected and registered: %d of %d in %.1f s; still open: %d\n", open,
-                computers, connectSeconds, stillOpen);
-    std::printf("notifications delivered: %d of %d\n", received, computers / 2);
-    std::printf("service memory: %.1f MB with no computer, %.1f MB with %d: %.1f kB per computer\n",
-                emptyKb / 1024.0, loadedKb / 1024.0, open,
-                open > 0 ? double(loadedKb - emptyKb) / open : 0.0);
+        figures.stillOpen += socket->state() == QAbstractSocket::ConnectedState;
     sockets.clear();
     service.terminate();
     service.waitForFinished();
+    return figures;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    if (argc > 1 && QByteArray(argv[1]) == "--bare")
+        return runBareServer();
+    const int computers = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 5000;
+    const Figures service =
+        measure(QStringLiteral(NOTIFY_SERVICE),
+                {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--rate"),
+                 QStringLiteral("6000"), QStringLiteral("--max-per-address"),
+                 QString::number(computers + 10)},
+                computers);
+    if (service.emptyKb == 0) {
+        std::printf("the service did not start\n");
+        return 1;
+    }
+    const Figures bare =
+        measure(QCoreApplication::applicationFilePath(), {QStringLiteral("--bare")}, computers);
+    const auto perComputer = [](const Figures &figures) {
+        return figures.open > 0 ? double(figures.loadedKb - figures.emptyKb) / figures.open : 0.0;
+    };
+    std::printf("computers connected and registered: %d of %d in %.1f s; still open: %d\n",
+                service.open, computers, service.connectSeconds, service.stillOpen);
+    std::printf("notifications delivered: %d of %d\n", service.received, computers / 2);
+    std::printf("service memory: %.1f MB with no computer, %.1f MB with %d: %.1f kB per computer\n",
+                service.emptyKb / 1024.0, service.loadedKb / 1024.0, service.open,
+                perComputer(service));
+    std::printf("floor, a bare websocket server: %d connected in %.1f s; %.1f MB with none, "
+                "%.1f MB with %d: %.1f kB per connection\n",
+                bare.open, bare.connectSeconds, bare.emptyKb / 1024.0, bare.loadedKb / 1024.0,
+                bare.open, perComputer(bare));
     return 0;
 }

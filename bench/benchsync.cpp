@@ -1,6 +1,8 @@
 // A full sync of a 10,000-clipping history through a shared folder, both ways, plain and
 // encrypted: the time of each run and the bytes written, and what the cipher's own level-9
-// compression of the already compressed payload costs. Run from a release build:
+// compression of the already compressed payload costs. The floor: the history's bytes
+// compressed and written to a folder, and read back, uncompressed and parsed, without the
+// engine. Run from a release build:
 //   QT_QPA_PLATFORM=offscreen ./bench/benchsync [count]
 #include "cipher.h"
 #include "historyitemmodel.h"
@@ -11,6 +13,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
+#include <QJsonDocument>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -83,6 +87,30 @@ void cipherCompression(int count, const QString &root)
     }
 }
 
+void floorFigures(int count, const QString &root)
+{
+    HistoryItemModel history(root + QStringLiteral("/floor.json"));
+    history.fillWithGeneratedClippings(count);
+    const QByteArray document = history.serialize();
+    const QString path = root + QStringLiteral("/floor/History.json");
+    QDir().mkpath(QFileInfo(path).path());
+    QElapsedTimer timer;
+    timer.start();
+    QFile out(path);
+    if (!out.open(QIODevice::WriteOnly) || out.write(qCompress(document)) < 0)
+        return;
+    out.close();
+    const qint64 up = timer.restart();
+    QFile in(path);
+    if (!in.open(QIODevice::ReadOnly))
+        return;
+    const QJsonDocument parsed = QJsonDocument::fromJson(qUncompress(in.readAll()));
+    const qint64 down = timer.elapsed();
+    std::printf("floor     compress and write %5lld ms; read, uncompress and parse %5lld ms (%s)\n",
+                static_cast<long long>(up), static_cast<long long>(down),
+                parsed.isObject() ? "parsed" : "NOT PARSED");
+}
+
 void quiet(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     if (type >= QtWarningMsg)
@@ -109,6 +137,7 @@ int main(int argc, char *argv[])
     std::printf("A full sync of %d clippings through a shared folder\n", count);
     runBoth(count, false, root.path());
     runBoth(count, true, root.path());
+    floorFigures(count, root.path());
     cipherCompression(count, root.path());
     return 0;
 }
