@@ -16,6 +16,7 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -384,30 +385,71 @@ private:
 
 void HistoryFile::Layout::clear()
 {
-    m_places.clear();
+    m_revisions.clear();
+    m_lengths.clear();
+    m_offsets.clear();
+    m_end = 0;
     m_index.clear();
     m_next = 0;
+    m_nextOffset = 0;
 }
 
-const HistoryFile::Layout::Place *HistoryFile::Layout::find(quint64 revision)
+void HistoryFile::Layout::reserve(qsizetype count)
+{
+    m_revisions.reserve(count);
+    m_lengths.reserve(count);
+    m_offsets.reserve(count / Stride + 1);
+}
+
+void HistoryFile::Layout::append(const Place &place)
+{
+    const bool follows = isEmpty() || place.offset == m_end + 1;
+    if (!follows || place.length < 0 || place.length > std::numeric_limits<quint32>::max()) {
+        clear();
+        return;
+    }
+    if (m_revisions.size() % Stride == 0)
+        m_offsets.append(place.offset);
+    if (isEmpty())
+        m_nextOffset = place.offset;
+    m_revisions.append(place.revision);
+    m_lengths.append(quint32(place.length));
+    m_end = place.offset + place.length;
+}
+
+HistoryFile::Layout::Place HistoryFile::Layout::placeAt(qsizetype at) const
+{
+    qint64 offset = m_offsets.at(at / Stride);
+    for (qsizetype before = at - at % Stride; before < at; ++before)
+        offset += qint64(m_lengths.at(before)) + 1;
+    return {m_revisions.at(at), offset, qint64(m_lengths.at(at))};
+}
+
+HistoryFile::Layout::Place HistoryFile::Layout::find(quint64 revision)
 {
     // The next record, or the one after it (the record between moved or was removed).
-    for (qsizetype at = m_next; at < m_places.size() && at <= m_next + 1; ++at) {
-        if (m_places.at(at).revision == revision) {
+    qint64 offset = m_nextOffset;
+    for (qsizetype at = m_next; at < m_revisions.size() && at <= m_next + 1; ++at) {
+        const qint64 length = qint64(m_lengths.at(at));
+        if (m_revisions.at(at) == revision) {
             m_next = at + 1;
-            return &m_places.at(at);
+            m_nextOffset = offset + length + 1;
+            return {revision, offset, length};
         }
+        offset += length + 1;
     }
     if (m_index.isEmpty()) {
-        m_index.reserve(m_places.size());
-        for (qsizetype at = 0; at < m_places.size(); ++at)
-            m_index.insert(m_places.at(at).revision, at);
+        m_index.reserve(m_revisions.size());
+        for (qsizetype at = 0; at < m_revisions.size(); ++at)
+            m_index.insert(m_revisions.at(at), at);
     }
     const auto found = m_index.constFind(revision);
     if (found == m_index.constEnd())
-        return nullptr;
+        return {};
+    const Place place = placeAt(*found);
     m_next = *found + 1;
-    return &m_places.at(*found);
+    m_nextOffset = place.offset + place.length + 1;
+    return place;
 }
 
 bool HistoryFile::writeRecords(QIODevice *file, const Document &document, Layout *previous,
@@ -432,26 +474,28 @@ bool HistoryFile::writeRecords(QIODevice *file, const Document &document, Layout
     };
     const bool ordered = !document.order.isEmpty();
     const qsizetype count = ordered ? document.order.size() : document.records.size();
+    written->reserve(count);
     for (qsizetype i = 0; i < count && !out.failed(); ++i) {
         const qint64 entry = ordered ? document.order.at(i) : i;
         const Record *record = entry >= 0 ? &document.records.at(entry) : nullptr;
         const quint64 revision = record ? record->revision : quint64(-entry);
-        const Layout::Place *place =
-            revision == 0 || previous->isEmpty() ? nullptr : previous->find(revision);
+        const Layout::Place found =
+            revision == 0 || previous->isEmpty() ? Layout::Place() : previous->find(revision);
+        const bool inOldFile = found.revision != 0;
         Layout::Place placed{revision, 0, 0};
-        if (place && run.length > 0 && place->offset == run.offset + run.length + 1) {
+        if (inOldFile && run.length > 0 && found.offset == run.offset + run.length + 1) {
             placed.offset = out.position() + run.length + 1;
-            placed.length = place->length;
-            run.length += 1 + place->length;
+            placed.length = found.length;
+            run.length += 1 + found.length;
         } else {
             if (!copyRun())
                 return false;
             if (i > 0)
                 out.append(',');
             placed.offset = out.position();
-            if (place) {
-                run = *place;
-                placed.length = place->length;
+            if (inOldFile) {
+                run = found;
+                placed.length = found.length;
             } else if (!record) {
                 *trouble = Trouble::MissingContent;
                 return false;
@@ -461,8 +505,7 @@ bool HistoryFile::writeRecords(QIODevice *file, const Document &document, Layout
                 placed.length = bytes.size();
             }
         }
-        if (revision != 0)
-            written->append(placed);
+        written->append(placed);
     }
     if (!copyRun())
         return false;

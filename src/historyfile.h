@@ -64,18 +64,30 @@ public:
         qint64 size = -1;
         QDateTime modified;
 
-        bool isEmpty() const { return m_places.isEmpty(); }
+        bool isEmpty() const { return m_revisions.isEmpty(); }
         void clear();
-        void append(const Place &place) { m_places.append(place); }
-        // The place of the record with this revision, or null. Records are mostly asked for in
-        // the order of the file, so the search starts where the last one was found; a revision
-        // elsewhere is found through an index made the first time one is.
-        const Place *find(quint64 revision);
+        void reserve(qsizetype count);
+        // Places come in the file's order, each one byte (the comma) after the one before; a
+        // place that does not empties the layout, so that the next save encodes everything.
+        void append(const Place &place);
+        // The place of the record with this revision, or one of revision 0. Records are mostly
+        // asked for in the order of the file, so the search starts where the last one was
+        // found; a revision elsewhere is found through an index made the first time one is.
+        Place find(quint64 revision);
 
     private:
-        QList<Place> m_places;
+        // Twelve bytes a record, as a large history's layout is kept between saves: the
+        // offsets follow from the lengths, with one kept for every Stride records.
+        static constexpr qsizetype Stride = 64;
+        Place placeAt(qsizetype at) const;
+
+        QList<quint64> m_revisions;
+        QList<quint32> m_lengths;
+        QList<qint64> m_offsets; // of records 0, Stride, 2 * Stride, ...
+        qint64 m_end = 0;        // just past the last record
         QHash<quint64, qsizetype> m_index;
         qsizetype m_next = 0;
+        qint64 m_nextOffset = 0;
     };
 
     struct Document

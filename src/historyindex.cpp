@@ -90,6 +90,9 @@ void HistoryIndex::rebuild()
     m_byBrief.clear();
     m_byId.clear();
     m_keys.clear();
+    m_byBrief.reserve(m_model->rowCount());
+    m_byId.reserve(m_model->rowCount());
+    m_keys.reserve(m_model->rowCount());
     for (int row = 0; row < m_model->rowCount(); ++row)
         add(m_model->item(row));
     m_order = Order::Unknown;

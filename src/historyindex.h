@@ -1,5 +1,7 @@
 #pragma once
 
+#include "compactmultihash.h"
+
 #include <QDateTime>
 #include <QHash>
 #include <QMultiHash>
@@ -64,8 +66,8 @@ private:
     bool rowsAreInOrder() const;
 
     QStandardItemModel *m_model;
-    QMultiHash<size_t, QStandardItem *> m_byBrief;
-    QMultiHash<QUuid, QStandardItem *> m_byId;
+    CompactMultiHash<size_t, QStandardItem *> m_byBrief;
+    CompactMultiHash<QUuid, QStandardItem *> m_byId;
     QHash<QStandardItem *, Keys> m_keys;
     Order m_order = Order::Sorted;
     bool m_orderedInsert = false;
