@@ -67,8 +67,9 @@ public:
         bool isEmpty() const { return m_revisions.isEmpty(); }
         void clear();
         void reserve(qsizetype count);
-        // Places come in the file's order, each one byte (the comma) after the one before; a
-        // place that does not empties the layout, so that the next save encodes everything.
+        // Places come in the file's order, each one byte (the comma) after the one before; at
+        // a place that does not, the layout starts anew, and the next save asks for the
+        // records before it whole.
         void append(const Place &place);
         // The place of the record with this revision, or one of revision 0. Records are mostly
         // asked for in the order of the file, so the search starts where the last one was
