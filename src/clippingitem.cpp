@@ -1,6 +1,9 @@
 #include "clippingitem.h"
 
+#include <QMutex>
+
 #include <atomic>
+#include <unordered_set>
 
 using namespace Clipping;
 
@@ -34,9 +37,34 @@ bool change(QString &field, const QString &value)
     return true;
 }
 
+// Application names, each kept once for as long as the program runs: a history names a few
+// hundred programs at most, and each clipping keeps a pointer instead of a string of its own.
+// Set elements stay where they are when the set grows.
+const QString *internedApplication(const QString &name)
+{
+    static QMutex mutex;
+    static std::unordered_set<QString> names;
+    const QMutexLocker locker(&mutex);
+    return &*names.insert(name).first;
+}
+
+const QString *noApplication()
+{
+    static const QString none;
+    return &none;
+}
+
+bool changeApplication(const QString *&field, const QString &name)
+{
+    if (*field == name)
+        return false;
+    field = name.isEmpty() ? noApplication() : internedApplication(name);
+    return true;
+}
+
 } // namespace
 
-ClippingItem::ClippingItem() : m_revision(nextRevision()) {}
+ClippingItem::ClippingItem() : m_application(noApplication()), m_revision(nextRevision()) {}
 
 quint64 ClippingItem::lastRevision()
 {
@@ -56,7 +84,7 @@ HistoryFile::Record ClippingItem::record() const
     record.removed = m_removed;
     record.pinned = m_pinned;
     record.locked = m_locked;
-    record.application = m_application;
+    record.application = *m_application;
     if (m_hasFilename)
         record.filename = QStandardItem::data(FilenameRole).toString();
     record.revision = m_revision;
@@ -86,7 +114,7 @@ QVariant ClippingItem::data(int role) const
     case RemovedRole:
         return m_removed;
     case ApplicationRole:
-        return m_application;
+        return *m_application;
     case TypeRole:
         return int(m_type);
     case LockedRole:
@@ -155,7 +183,7 @@ bool ClippingItem::assign(const QVariant &value, int role)
     case RemovedRole:
         return change(m_removed, value.toBool());
     case ApplicationRole:
-        return change(m_application, value.toString());
+        return changeApplication(m_application, value.toString());
     case TypeRole:
         return change(m_type, qint8(value.toInt()));
     case LockedRole:

@@ -30,7 +30,7 @@ public:
     // The clipping as the history file holds it, read without going through the roles.
     HistoryFile::Record record() const;
     quint64 revision() const { return m_revision; }
-    const QString &application() const { return m_application; }
+    const QString &application() const { return *m_application; }
     const QPixmap &icon() const { return m_icon; }
     // The newest revision that any clipping has had.
     static quint64 lastRevision();
@@ -45,7 +45,7 @@ private:
     QDateTime m_time;
     QString m_brief; // most often the very string of the text
     QString m_text;
-    QString m_application;
+    const QString *m_application; // shared by the clippings of one program
     QPixmap m_icon;
     qint16 m_flags = -1; // the item flags once set; until then the item's defaults
     // Whether the item holds these: asking it costs a visit to its list for every clipping.

@@ -37,6 +37,25 @@ public:
             m_first.erase(first);
     }
 
+    // Removes value under whichever key holds it: a walk over all, for the rare value whose
+    // key is no longer known.
+    void removeValue(const T &value)
+    {
+        for (auto first = m_first.cbegin(); first != m_first.cend(); ++first) {
+            if (*first == value) {
+                const Key key = first.key();
+                remove(key, value);
+                return;
+            }
+        }
+        for (auto more = m_more.begin(); more != m_more.end(); ++more) {
+            if (*more == value) {
+                m_more.erase(more);
+                return;
+            }
+        }
+    }
+
     QList<T> values(const Key &key) const
     {
         const auto first = m_first.constFind(key);

@@ -53,15 +53,15 @@ int HistoryIndex::insertionRow(bool pinned, const QDateTime &time, bool aboveEqu
 
 bool HistoryIndex::isConsistent() const
 {
-    if (m_keys.size() != m_model->rowCount() || m_byBrief.size() != m_keys.size() ||
-        m_byId.size() != m_keys.size())
+    if (m_briefs.size() != m_model->rowCount() || m_byBrief.size() != m_briefs.size() ||
+        m_byId.size() != m_briefs.size())
         return false;
     for (int row = 0; row < m_model->rowCount(); ++row) {
         QStandardItem *item = m_model->item(row);
-        const auto keys = m_keys.constFind(item);
-        if (keys == m_keys.constEnd() || keys->brief != qHash(item->data(BriefRole).toString()) ||
-            keys->id != item->data(IdRole).toUuid() || !m_byBrief.contains(keys->brief, item) ||
-            !m_byId.contains(keys->id, item))
+        const auto brief = m_briefs.constFind(item);
+        if (brief == m_briefs.constEnd() || *brief != qHash(item->data(BriefRole).toString()) ||
+            !m_byBrief.contains(*brief, item) ||
+            !m_byId.contains(item->data(IdRole).toUuid(), item))
             return false;
     }
     return m_order != Order::Sorted || rowsAreInOrder();
@@ -69,30 +69,34 @@ bool HistoryIndex::isConsistent() const
 
 void HistoryIndex::add(QStandardItem *item)
 {
-    const Keys keys{qHash(item->data(BriefRole).toString()), item->data(IdRole).toUuid()};
-    m_byBrief.insert(keys.brief, item);
-    m_byId.insert(keys.id, item);
-    m_keys.insert(item, keys);
+    const size_t brief = qHash(item->data(BriefRole).toString());
+    m_byBrief.insert(brief, item);
+    m_byId.insert(item->data(IdRole).toUuid(), item);
+    m_briefs.insert(item, brief);
 }
 
 void HistoryIndex::remove(QStandardItem *item)
 {
-    const auto keys = m_keys.constFind(item);
-    if (keys == m_keys.constEnd())
+    const auto brief = m_briefs.constFind(item);
+    if (brief == m_briefs.constEnd())
         return;
-    m_byBrief.remove(keys->brief, item);
-    m_byId.remove(keys->id, item);
-    m_keys.erase(keys);
+    m_byBrief.remove(*brief, item);
+    m_briefs.erase(brief);
+    const QUuid id = item->data(IdRole).toUuid();
+    if (m_byId.contains(id, item))
+        m_byId.remove(id, item);
+    else
+        m_byId.removeValue(item);
 }
 
 void HistoryIndex::rebuild()
 {
     m_byBrief.clear();
     m_byId.clear();
-    m_keys.clear();
+    m_briefs.clear();
     m_byBrief.reserve(m_model->rowCount());
     m_byId.reserve(m_model->rowCount());
-    m_keys.reserve(m_model->rowCount());
+    m_briefs.reserve(m_model->rowCount());
     for (int row = 0; row < m_model->rowCount(); ++row)
         add(m_model->item(row));
     m_order = Order::Unknown;

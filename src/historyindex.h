@@ -45,11 +45,6 @@ public:
 private:
     // The brief by its hash: a large history would otherwise keep every brief's string once
     // more in the index. Lookups compare the candidates' briefs.
-    struct Keys
-    {
-        size_t brief;
-        QUuid id;
-    };
     enum class Order { Unknown, Sorted, Unsorted };
 
     void add(QStandardItem *item);
@@ -68,7 +63,9 @@ private:
     QStandardItemModel *m_model;
     CompactMultiHash<size_t, QStandardItem *> m_byBrief;
     CompactMultiHash<QUuid, QStandardItem *> m_byId;
-    QHash<QStandardItem *, Keys> m_keys;
+    // Each item's brief hash as indexed, to find it again once the brief changed. Ids are
+    // not kept: a clipping's id is set when it is made, and one changed later is looked for.
+    QHash<QStandardItem *, size_t> m_briefs;
     Order m_order = Order::Sorted;
     bool m_orderedInsert = false;
 };
