@@ -43,8 +43,6 @@ public:
     bool isConsistent() const;
 
 private:
-    // The brief by its hash: a large history would otherwise keep every brief's string once
-    // more in the index. Lookups compare the candidates' briefs.
     enum class Order { Unknown, Sorted, Unsorted };
 
     void add(QStandardItem *item);
@@ -61,6 +59,8 @@ private:
     bool rowsAreInOrder() const;
 
     QStandardItemModel *m_model;
+    // The brief by its hash: a large history would otherwise keep every brief's string once
+    // more in the index. Lookups compare the candidates' briefs.
     CompactMultiHash<size_t, QStandardItem *> m_byBrief;
     CompactMultiHash<QUuid, QStandardItem *> m_byId;
     // Each item's brief hash as indexed, to find it again once the brief changed. Ids are
