@@ -39,13 +39,17 @@ bool change(QString &field, const QString &value)
 
 // Application names, each kept once for as long as the program runs: a history names a few
 // hundred programs at most, and each clipping keeps a pointer instead of a string of its own.
-// Set elements stay where they are when the set grows.
+// Set elements stay where they are when the set grows. A name is copied when first seen: one
+// cut from a decoded file would keep the decoder's memory around it.
 const QString *internedApplication(const QString &name)
 {
     static QMutex mutex;
     static std::unordered_set<QString> names;
     const QMutexLocker locker(&mutex);
-    return &*names.insert(name).first;
+    auto found = names.find(name);
+    if (found == names.end())
+        found = names.insert(QString(name.constData(), name.size())).first;
+    return &*found;
 }
 
 const QString *noApplication()

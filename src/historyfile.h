@@ -39,11 +39,6 @@ public:
         QString filename;
         // Changes whenever the clipping does; 0 when unknown. Not part of the file.
         quint64 revision = 0;
-
-        // Found without reading the texts when they are the very strings of other, as they are
-        // when both were taken from the same rows.
-        bool operator==(const Record &other) const;
-        bool operator!=(const Record &other) const { return !(*this == other); }
     };
 
     // Where the last save put each record in the file, in the file's order, so that the next

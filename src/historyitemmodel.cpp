@@ -44,8 +44,6 @@ QDateTime wholeSeconds(const QDateTime &time)
 
 HistoryItemModel *g_instance = nullptr;
 
-// A clipping as merge decisions name it; made only when a line is written, as a load counts
-// its decisions instead.
 // Reading a large file leaves much of its passing memory in the allocator's free lists, where
 // it would count against the idle program for as long as it runs. Handed back once the load's
 // aftermath (views filled, the proxy's mapping made) has passed too.
@@ -79,6 +77,8 @@ HistoryFile::Record recordOf(const QStandardItem *clipping)
     return record;
 }
 
+// A clipping as merge decisions name it; made only when a line is written, as a load counts
+// its decisions instead.
 QString logText(const QStandardItem *clipping)
 {
     return shortText(clipping->data(TextRole).toString());
@@ -611,8 +611,7 @@ QByteArray HistoryItemModel::serialize()
 }
 
 QStandardItem *HistoryItemModel::itemFrom(const HistoryFile::Record &record,
-                                          const QHash<QString, QPixmap> &icons,
-                                          QSet<QString> &applications) const
+                                          const QHash<QString, QPixmap> &icons) const
 {
     // The clipping's texts are copied out of the document: left where decoding put them, each
     // would pin the memory of the decoder's scraps around it for as long as the program runs.
@@ -629,10 +628,7 @@ QStandardItem *HistoryItemModel::itemFrom(const HistoryFile::Record &record,
     clipping->setData(record.removed, RemovedRole);
     clipping->setData(record.pinned, PinnedRole);
     clipping->setData(record.locked, LockedRole);
-    auto application = applications.constFind(record.application);
-    if (application == applications.constEnd())
-        application = applications.insert(ownCopy(record.application));
-    clipping->setData(*application, ApplicationRole);
+    clipping->setData(record.application, ApplicationRole);
     const auto icon = icons.constFind(record.application);
     if (icon != icons.constEnd())
         clipping->setData(*icon, IconRole);
@@ -650,11 +646,10 @@ int HistoryItemModel::mergeDocument(const HistoryFile::Document &document, bool 
         if (icon.loadFromData(png.value(), "PNG"))
             icons.insert(png.key(), icon);
     }
-    QSet<QString> applications; // one string per application name, not one per clipping
     QList<QStandardItem *> items;
     items.reserve(document.records.size());
     for (const HistoryFile::Record &record : document.records)
-        items.append(itemFrom(record, icons, applications));
+        items.append(itemFrom(record, icons));
     qDebug() << "Profile: Deserialize parsing took" << timer.elapsed();
 
     QElapsedTimer adding;

@@ -178,8 +178,8 @@ private:
     }
     static void logMerge(const QString &line);
     static QString summary(const std::array<int, DecisionCount> &tally);
-    QStandardItem *itemFrom(const HistoryFile::Record &record, const QHash<QString, QPixmap> &icons,
-                            QSet<QString> &applications) const;
+    QStandardItem *itemFrom(const HistoryFile::Record &record,
+                            const QHash<QString, QPixmap> &icons) const;
     // With saved set, clippings of that revision or older are named in the order by their
     // revision only, as the last save wrote them.
     HistoryFile::Document snapshot(quint64 saved = 0);

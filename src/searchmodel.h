@@ -4,9 +4,8 @@
 #include <QModelIndex>
 #include <QStringList>
 
-class QStandardItemModel;
-
 class QSortFilterProxyModel;
+class QStandardItemModel;
 class QTimer;
 
 // The search results: the history's clippings and then the snippets whose text contains what
