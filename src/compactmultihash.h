@@ -19,22 +19,24 @@ public:
             m_more.insert(key, value);
     }
 
-    // Removes one occurrence of key with value.
-    void remove(const Key &key, const T &value)
+    // Removes one occurrence of key with value; false when there is none.
+    bool remove(const Key &key, const T &value)
     {
         const auto first = m_first.find(key);
         if (first == m_first.end())
-            return;
+            return false;
         if (*first != value) {
             const auto more = m_more.find(key, value);
-            if (more != m_more.end())
-                m_more.erase(more);
-            return;
+            if (more == m_more.end())
+                return false;
+            m_more.erase(more);
+            return true;
         }
         if (m_more.contains(key))
             *first = m_more.take(key);
         else
             m_first.erase(first);
+        return true;
     }
 
     // Removes value under whichever key holds it: a walk over all, for the rare value whose

@@ -83,10 +83,8 @@ void HistoryIndex::remove(QStandardItem *item)
     m_byBrief.remove(*brief, item);
     m_briefs.erase(brief);
     const QUuid id = item->data(IdRole).toUuid();
-    if (m_byId.contains(id, item))
-        m_byId.remove(id, item);
-    else
-        m_byId.removeValue(item);
+    if (!m_byId.remove(id, item))
+        m_byId.removeValue(item); // its id was changed in place since it was indexed
 }
 
 void HistoryIndex::rebuild()
