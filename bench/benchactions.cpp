@@ -1,7 +1,7 @@
 // What one action run costs: a trivial script, the same with the engine's creation measured
 // alone, and "JSON Pretty Print" on a document of about 1 MB, valid and not.
 // Run from a release build: ./bench/benchactions
-#include "actionapi.h"
+#include "actions/actionapi.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

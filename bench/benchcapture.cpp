@@ -3,10 +3,10 @@
 // program is the test editor, which puts rich text on the clipboard when told. Needs an X
 // display:
 //   xvfb-run -a ./bench/benchcapture
-#include "clipboardlistener.h"
-#include "historyfile.h"
-#include "historyitemmodel.h"
-#include "settings.h"
+#include "base/settings.h"
+#include "clipboard/clipboardlistener.h"
+#include "history/historyfile.h"
+#include "history/historyitemmodel.h"
 #include "support/targetwindow.h"
 #include "support/testprofile.h"
 

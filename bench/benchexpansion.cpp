@@ -3,9 +3,10 @@
 // 20-character and a 2,000-character snippet. The expansion waits for typing to rest first;
 // that pause is the floor printed beside the figures. Needs an X display with a window manager:
 //   scripts/xvfb-session.sh build/bench/benchexpansion [runs]
-#include "inputmanager.h"
-#include "keysender.h"
-#include "settings.h"
+#include "base/settings.h"
+#include "input/inputmanager.h"
+#include "platform/keysender.h"
+#include "platform/platform.h"
 #include "support/targetwindow.h"
 #include "support/testprofile.h"
 
@@ -20,6 +21,8 @@
 #include <vector>
 
 namespace {
+
+InputManager *g_input = nullptr;
 
 // Lets the event loop block for a moment, as the program's loop does between events: the hook
 // reads key events that Xlib queued while answering our own requests when the loop is about
@@ -43,11 +46,11 @@ std::vector<double> measure(TargetWindow &editor, QChar last, const QString &exp
     std::vector<double> times;
     for (int run = 0; run < runs; ++run) {
         editor.clear();
-        emit InputManager::instance()->keywordBreakerTyped();
+        emit g_input->keywordBreakerTyped();
         idle(20);
         KeySender::typeText(QStringLiteral("::"));
         // The hook has seen the prefix.
-        for (int wait = 0; wait < 100 && InputManager::instance()->typedWord() != "::"; ++wait)
+        for (int wait = 0; wait < 100 && g_input->typedWord() != "::"; ++wait)
             idle(10);
         QElapsedTimer timer;
         timer.start();
@@ -96,7 +99,8 @@ int main(int argc, char *argv[])
     while (longText.size() < 2000)
         longText += QStringLiteral("The quick brown fox jumps over the lazy dog. ");
     longText.truncate(2000);
-    InputManager *input = InputManager::instance();
+    InputManager *input = new InputManager(Platform::desktop(), &app);
+    g_input = input;
     input->setKeywords({{QStringLiteral("::a"), shortText}, {QStringLiteral("::b"), longText}});
     input->installHooks();
     editor.activate();

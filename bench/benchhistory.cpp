@@ -2,10 +2,10 @@
 // would cost instead. Run from a release build: ./bench/benchhistory
 // Log output is dropped while measuring (the sync log still records every merge line);
 // BENCH_PROFILE=1 shows the model's own "Profile:" lines. One part alone: benchhistory load.
-#include "clipping.h"
-#include "historyfile.h"
-#include "historyitemmodel.h"
-#include "settings.h"
+#include "base/settings.h"
+#include "history/clipping.h"
+#include "history/historyfile.h"
+#include "history/historyitemmodel.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>

@@ -5,7 +5,7 @@
 //   scripts/xvfb-session.sh build/bench/benchimageflood [seconds]
 // The floors come from the same run: the memory once the program has started, and the delay
 // of texts copied before the flood.
-#include "historyfile.h"
+#include "history/historyfile.h"
 #include "support/appprocess.h"
 #include "support/testprofile.h"
 

@@ -2,8 +2,8 @@
 // event translated with xkbcommon and handed to the input logic, beside xkbcommon's own
 // translation of the same keys. Needs an X display:
 //   xvfb-run -a ./bench/benchinputhook
-#include "inputmanager.h"
-#include "platform.h"
+#include "input/inputmanager.h"
+#include "platform/platform.h"
 #include "platform/x11/x11desktop.h"
 #include "platform/x11/x11inputobserver.h"
 
@@ -89,7 +89,7 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "no X display with XInput 2: run under xvfb-run\n");
         return 1;
     }
-    InputManager *input = InputManager::instance();
+    auto *input = new InputManager(desktop, &application);
     input->installHooks();
     X11InputObserver *observer = desktop->observer();
 

@@ -6,16 +6,17 @@
 // Memory: resident size of the real program, idle, with 10,000 and 100,000 text clippings and
 // with 1,000 image clippings, read from /proc after start-up has settled; and the time from
 // the program's start until it has read its history, beside that of an empty history.
-#include "clipping.h"
-#include "globalshortcuts.h"
-#include "historyfile.h"
-#include "historyitemmodel.h"
-#include "historyitemview.h"
-#include "mainwindow.h"
-#include "searchmodel.h"
-#include "settings.h"
+#include "base/settings.h"
+#include "history/clipping.h"
+#include "history/historyfile.h"
+#include "history/historyitemmodel.h"
+#include "input/globalshortcuts.h"
+#include "services/appservices.h"
 #include "support/appprocess.h"
 #include "support/testprofile.h"
+#include "ui/history/historyitemview.h"
+#include "ui/mainwindow.h"
+#include "ui/search/searchmodel.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -86,7 +87,9 @@ QList<double> openingTimes(QWidget *painted, const std::function<void()> &hide,
 void benchOpen()
 {
     QSettings().setValue(QStringLiteral("KeepItems"), QStringLiteral("20000"));
-    MainWindow window(false);
+    AppServices services{AppModes()};
+    MainWindow window(&services);
+    services.start();
     window.historyModel()->reloadSettings();
     window.historyModel()->fillWithGeneratedClippings(10000);
     const QList<double> times = openingTimes(
@@ -101,7 +104,7 @@ void benchOpen()
                 "plain window shown: median %.1f ms\n",
                 median(times), *std::max_element(times.cbegin(), times.cend()),
                 qlonglong(times.size()), median(floor));
-    window.prepareToQuit();
+    services.prepareToQuit();
 }
 
 void benchSearch()
@@ -136,7 +139,9 @@ void benchSearch()
 void benchSearchInWindow()
 {
     QSettings().setValue(QStringLiteral("KeepItems"), QStringLiteral("200000"));
-    MainWindow window(false);
+    AppServices services{AppModes()};
+    MainWindow window(&services);
+    services.start();
     window.historyModel()->reloadSettings();
     window.historyModel()->fillWithGeneratedClippings(100000);
     auto *search = window.findChild<SearchModel *>();
@@ -164,7 +169,7 @@ void benchSearchInWindow()
             times.append(timer.nsecsElapsed() / 1e6);
         }
         // The floor: a plain case-insensitive scan of the same texts, with nothing made.
-        const QStringList texts = HistoryItemModel::clippingTexts();
+        const QStringList texts = window.historyModel()->clippingTexts();
         QList<double> scans;
         for (int run = 0; run < 5; ++run) {
             QElapsedTimer timer;
@@ -181,7 +186,7 @@ void benchSearchInWindow()
                     *std::min_element(times.cbegin(), times.cend()),
                     *std::max_element(times.cbegin(), times.cend()));
     }
-    window.prepareToQuit();
+    services.prepareToQuit();
 }
 
 void writeTextHistory(const QString &path, int count)

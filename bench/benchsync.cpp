@@ -4,11 +4,11 @@
 // compressed and written to a folder, and read back, uncompressed and parsed, without the
 // engine. Run from a release build:
 //   QT_QPA_PLATFORM=offscreen ./bench/benchsync [count]
-#include "cipher.h"
-#include "historyitemmodel.h"
-#include "settings.h"
-#include "sync.h"
-#include "syncpayload.h"
+#include "base/cipher.h"
+#include "base/settings.h"
+#include "history/historyitemmodel.h"
+#include "sync/sync.h"
+#include "sync/syncpayload.h"
 
 #include <QApplication>
 #include <QDir>

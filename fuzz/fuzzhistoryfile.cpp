@@ -1,8 +1,8 @@
 // Feeds arbitrary bytes to the history model as if they were a history file or a download from
 // another computer. Build with clang and -DVELMORIN_BUILD_FUZZ=ON, then run for example
 //   ./fuzz/fuzzhistoryfile -max_total_time=300 -max_len=65536 corpus/
-#include "historyitemmodel.h"
-#include "settings.h"
+#include "base/settings.h"
+#include "history/historyitemmodel.h"
 
 #include <QGuiApplication>
 #include <QTemporaryDir>

@@ -2,8 +2,8 @@
 // online file would reach them. Build with clang and -DVELMORIN_BUILD_FUZZ=ON, then run
 //   ./fuzz/fuzzsyncpayload -max_total_time=300 -max_len=65536
 // The first byte chooses between the two; the rest is the body.
-#include "cipher.h"
-#include "syncpayload.h"
+#include "base/cipher.h"
+#include "sync/syncpayload.h"
 
 #include <QCoreApplication>
 

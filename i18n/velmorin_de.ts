@@ -4,32 +4,32 @@
 <context>
     <name>ActionAPI</name>
     <message>
-        <location filename="../src/actionapi.cpp" line="27"/>
+        <location filename="../src/actions/actionapi.cpp" line="27"/>
         <source>Failure at line %1: %2</source>
         <translation>Fehler in Zeile %1: %2</translation>
     </message>
     <message>
-        <location filename="../src/actionapi.cpp" line="34"/>
+        <location filename="../src/actions/actionapi.cpp" line="34"/>
         <source>Failure: the script was stopped because it ran longer than %1 ms.</source>
         <translation>Fehler: Das Skript wurde angehalten, weil es länger als %1 ms lief.</translation>
     </message>
     <message>
-        <location filename="../src/actionapi.cpp" line="102"/>
+        <location filename="../src/actions/actionapi.cpp" line="102"/>
         <source>The action script is not a function.</source>
         <translation>Das Aktionsskript ist keine Funktion.</translation>
     </message>
     <message>
-        <location filename="../src/actionapi.cpp" line="115"/>
+        <location filename="../src/actions/actionapi.cpp" line="115"/>
         <source>The action script threw: %1</source>
         <translation>Das Aktionsskript hat eine Ausnahme ausgelöst: %1</translation>
     </message>
     <message>
-        <location filename="../src/actionapi.cpp" line="131"/>
+        <location filename="../src/actions/actionapi.cpp" line="131"/>
         <source>Failed to open: </source>
         <translation>Öffnen fehlgeschlagen: </translation>
     </message>
     <message>
-        <location filename="../src/actionapi.cpp" line="137"/>
+        <location filename="../src/actions/actionapi.cpp" line="137"/>
         <source>Failed to parse json: </source>
         <translation>JSON konnte nicht gelesen werden: </translation>
     </message>
@@ -37,63 +37,63 @@
 <context>
     <name>ActionEditor</name>
     <message>
-        <location filename="../src/actioneditor.cpp" line="63"/>
+        <location filename="../src/ui/actions/actioneditor.cpp" line="63"/>
         <source>New action</source>
         <translation>Neue Aktion</translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="65"/>
+        <location filename="../src/ui/actions/actioneditor.cpp" line="65"/>
         <source>The quick brown fox jumps over the lazy dog.</source>
         <translation>Franz jagt im komplett verwahrlosten Taxi quer durch Bayern.</translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="74"/>
+        <location filename="../src/ui/actions/actioneditor.cpp" line="74"/>
         <source>Close</source>
         <translation>Schließen</translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="94"/>
+        <location filename="../src/ui/actions/actioneditor.cpp" line="94"/>
         <source>Parameters</source>
         <translation>Parameter</translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="114"/>
+        <location filename="../src/ui/actions/actioneditor.cpp" line="114"/>
         <source>Title:</source>
         <translation>Titel:</translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="115"/>
+        <location filename="../src/ui/actions/actioneditor.cpp" line="115"/>
         <source>Description:</source>
         <translation>Beschreibung:</translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="120"/>
+        <location filename="../src/ui/actions/actioneditor.cpp" line="120"/>
         <source>Test input:</source>
         <translation>Testeingabe:</translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="121"/>
+        <location filename="../src/ui/actions/actioneditor.cpp" line="121"/>
         <source>Output:</source>
         <translation>Ausgabe:</translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="175"/>
+        <location filename="../src/ui/actions/actioneditor.cpp" line="175"/>
         <source>Status: Evaluating...</source>
         <translation>Status: Wird ausgewertet...</translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="184"/>
-        <location filename="../src/actioneditor.cpp" line="198"/>
+        <location filename="../src/ui/actions/actioneditor.cpp" line="184"/>
+        <location filename="../src/ui/actions/actioneditor.cpp" line="198"/>
         <source>Status: </source>
         <translation>Status: </translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="198"/>
+        <location filename="../src/ui/actions/actioneditor.cpp" line="198"/>
         <source>Success</source>
         <translation>Erfolgreich</translation>
     </message>
     <message>
-        <location filename="../src/actioneditor.cpp" line="272"/>
+        <location filename="../src/ui/actions/actioneditor.cpp" line="272"/>
         <source>Writing the action file failed: </source>
         <translation>Die Aktionsdatei konnte nicht geschrieben werden: </translation>
     </message>
@@ -101,192 +101,192 @@
 <context>
     <name>ActionList</name>
     <message>
-        <location filename="../src/actionlist.cpp" line="23"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="22"/>
         <source>To lowercase</source>
         <translation>In Kleinbuchstaben</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="24"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="23"/>
         <source>Changes every letter to lower case.</source>
         <translation>Wandelt jeden Buchstaben in einen Kleinbuchstaben um.</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="25"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="24"/>
         <source>To uppercase</source>
         <translation>In Großbuchstaben</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="26"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="25"/>
         <source>Changes every letter to upper case.</source>
         <translation>Wandelt jeden Buchstaben in einen Großbuchstaben um.</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="27"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="26"/>
         <source>JSON Pretty Print</source>
         <translation>JSON formatieren</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="28"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="27"/>
         <source>Formats JSON with an indent of two spaces.</source>
         <translation>Formatiert JSON mit einer Einrückung von zwei Leerzeichen.</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="29"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="28"/>
         <source>Stript HTML tags</source>
         <translation>HTML-Tags entfernen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="30"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="29"/>
         <source>Removes HTML tags and keeps the text, with links written out.</source>
         <translation>Entfernt HTML-Tags und behält den Text, Links mit ausgeschriebenem Ziel.</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="32"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="31"/>
         <source>Current time</source>
         <translation>Aktuelle Uhrzeit</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="33"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="32"/>
         <source>The current date and time.</source>
         <translation>Das aktuelle Datum und die Uhrzeit.</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="34"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="33"/>
         <source>Generate password</source>
         <translation>Passwort erzeugen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="35"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="34"/>
         <source>A random password of 16 letters, digits and punctuation.</source>
         <translation>Ein zufälliges Passwort aus 16 Buchstaben, Ziffern und Satzzeichen.</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="36"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="35"/>
         <source>Hex dump</source>
         <translation>Hex-Dump</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="37"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="36"/>
         <source>The text&apos;s UTF-8 bytes in hexadecimal.</source>
         <translation>Die UTF-8-Bytes des Textes in hexadezimaler Form.</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="38"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="37"/>
         <source>Date to Value</source>
         <translation>Datum in Zahlenwert</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="39"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="38"/>
         <source>Reads a date and gives its milliseconds since 1970-01-01 UTC.</source>
         <translation>Liest ein Datum und gibt seine Millisekunden seit 1970-01-01 UTC aus.</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="41"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="40"/>
         <source>Value to Date</source>
         <translation>Zahlenwert in Datum</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="42"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="41"/>
         <source>Reads milliseconds since 1970-01-01 UTC and gives the local date and time.</source>
         <translation>Liest Millisekunden seit 1970-01-01 UTC und gibt das lokale Datum mit Uhrzeit aus.</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="44"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="43"/>
         <source>Create GUID</source>
         <translation>GUID erzeugen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="45"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="44"/>
         <source>A new random identifier (UUID version 4).</source>
         <translation>Eine neue zufällige Kennung (UUID Version 4).</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="46"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="45"/>
         <source>Word wrap</source>
         <translation>Zeilenumbruch</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="47"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="46"/>
         <source>Wraps lines at spaces so that none is longer than the length (80 when empty).</source>
         <translation>Bricht Zeilen an Leerzeichen um, sodass keine länger als die Länge ist (80, wenn leer).</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="50"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="49"/>
         <source>Split lines</source>
         <translation>Zeilen aufteilen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="51"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="50"/>
         <source>Splits the text at the separator that gives the most pieces; each piece becomes a clipping of its own.</source>
         <translation>Teilt den Text am Trennzeichen, das die meisten Teile ergibt; jeder Teil wird ein eigener Eintrag.</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="166"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="164"/>
         <source>View</source>
         <translation>Ansehen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="166"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="164"/>
         <source>Edit</source>
         <translation>Bearbeiten</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="168"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="166"/>
         <source>Set shortcut</source>
         <translation>Tastenkürzel festlegen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="171"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="169"/>
         <source>Remove shortcut</source>
         <translation>Tastenkürzel entfernen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="175"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="173"/>
         <source>Show in menu</source>
         <translation>Im Menü zeigen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="175"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="173"/>
         <source>Hide from menu</source>
         <translation>Im Menü ausblenden</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="179"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="177"/>
         <source>Delete</source>
         <translation>Löschen</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="231"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="229"/>
         <source>Are you sure you want to delete the action &apos;%1&apos;?</source>
         <translation>Soll die Aktion &apos;%1&apos; wirklich gelöscht werden?</translation>
     </message>
     <message>
-        <location filename="../src/actionlist.cpp" line="238"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="236"/>
         <source>Failed to delete the file &apos;%1&apos;.</source>
         <translation>Die Datei &apos;%1&apos; konnte nicht gelöscht werden.</translation>
     </message>
     <message>
-        <location filename="../src/actionlistrow.cpp" line="48"/>
+        <location filename="../src/ui/actions/actionlistrow.cpp" line="48"/>
         <source>Built-in actions cannot be edited.</source>
         <translation>Mitgelieferte Aktionen können nicht bearbeitet werden.</translation>
     </message>
     <message>
-        <location filename="../src/actionlistrow.cpp" line="51"/>
+        <location filename="../src/ui/actions/actionlistrow.cpp" line="51"/>
         <source>This action file cannot be read.</source>
         <translation>Diese Aktionsdatei kann nicht gelesen werden.</translation>
     </message>
     <message>
-        <location filename="../src/actionlistrow.cpp" line="54"/>
+        <location filename="../src/ui/actions/actionlistrow.cpp" line="54"/>
         <source>There are errors in the action script.</source>
         <translation>Das Aktionsskript enthält Fehler.</translation>
     </message>
     <message>
-        <location filename="../src/actionlistrow.cpp" line="62"/>
+        <location filename="../src/ui/actions/actionlistrow.cpp" line="62"/>
         <source>More</source>
         <translation>Mehr</translation>
     </message>
     <message>
-        <location filename="../src/actionfiles.cpp" line="50"/>
+        <location filename="../src/actions/actionfiles.cpp" line="49"/>
         <source>This action file cannot be read: %1</source>
         <translation>Diese Aktionsdatei kann nicht gelesen werden: %1</translation>
     </message>
@@ -294,12 +294,12 @@
 <context>
     <name>AnnotationCanvas</name>
     <message>
-        <location filename="../src/annotationcanvas.cpp" line="19"/>
+        <location filename="../src/ui/annotation/annotationcanvas.cpp" line="19"/>
         <source>Text</source>
         <translation>Text</translation>
     </message>
     <message>
-        <location filename="../src/annotationcanvas.cpp" line="19"/>
+        <location filename="../src/ui/annotation/annotationcanvas.cpp" line="19"/>
         <source>Text of the box:</source>
         <translation>Text des Felds:</translation>
     </message>
@@ -307,80 +307,80 @@
 <context>
     <name>AnnotationEditor</name>
     <message>
-        <location filename="../src/addannotationcommand.cpp" line="12"/>
-        <location filename="../src/annotationeditor.cpp" line="50"/>
+        <location filename="../src/ui/annotation/addannotationcommand.cpp" line="12"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="50"/>
         <source>Arrow</source>
         <translation>Pfeil</translation>
     </message>
     <message>
-        <location filename="../src/addannotationcommand.cpp" line="13"/>
-        <location filename="../src/annotationeditor.cpp" line="51"/>
+        <location filename="../src/ui/annotation/addannotationcommand.cpp" line="13"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="51"/>
         <source>Rectangle</source>
         <translation>Rechteck</translation>
     </message>
     <message>
-        <location filename="../src/addannotationcommand.cpp" line="14"/>
-        <location filename="../src/annotationeditor.cpp" line="52"/>
+        <location filename="../src/ui/annotation/addannotationcommand.cpp" line="14"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="52"/>
         <source>Marker</source>
         <translation>Nummer</translation>
     </message>
     <message>
-        <location filename="../src/addannotationcommand.cpp" line="15"/>
-        <location filename="../src/annotationeditor.cpp" line="53"/>
+        <location filename="../src/ui/annotation/addannotationcommand.cpp" line="15"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="53"/>
         <source>Text</source>
         <translation>Text</translation>
     </message>
     <message>
-        <location filename="../src/addannotationcommand.cpp" line="16"/>
-        <location filename="../src/annotationeditor.cpp" line="54"/>
+        <location filename="../src/ui/annotation/addannotationcommand.cpp" line="16"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="54"/>
         <source>Highlight</source>
         <translation>Hervorhebung</translation>
     </message>
     <message>
-        <location filename="../src/annotationeditor.cpp" line="26"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="26"/>
         <source>Annotate image</source>
         <translation>Bild beschriften</translation>
     </message>
     <message>
-        <location filename="../src/annotationeditor.cpp" line="55"/>
-        <location filename="../src/cropcommand.cpp" line="10"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="55"/>
+        <location filename="../src/ui/annotation/cropcommand.cpp" line="10"/>
         <source>Crop</source>
         <translation>Zuschneiden</translation>
     </message>
     <message>
-        <location filename="../src/annotationeditor.cpp" line="67"/>
-        <location filename="../src/annotationeditor.cpp" line="104"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="67"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="104"/>
         <source>Colour</source>
         <translation>Farbe</translation>
     </message>
     <message>
-        <location filename="../src/annotationeditor.cpp" line="74"/>
-        <location filename="../src/annotationeditor.cpp" line="75"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="74"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="75"/>
         <source>Line width</source>
         <translation>Linienbreite</translation>
     </message>
     <message>
-        <location filename="../src/annotationeditor.cpp" line="80"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="80"/>
         <source>Undo</source>
         <translation>Rückgängig</translation>
     </message>
     <message>
-        <location filename="../src/annotationeditor.cpp" line="82"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="82"/>
         <source>Redo</source>
         <translation>Wiederholen</translation>
     </message>
     <message>
-        <location filename="../src/annotationeditor.cpp" line="96"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="96"/>
         <source>Zoom to fit</source>
         <translation>Einpassen</translation>
     </message>
     <message>
-        <location filename="../src/annotationeditor.cpp" line="98"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="98"/>
         <source>Actual size</source>
         <translation>Originalgröße</translation>
     </message>
     <message>
-        <location filename="../src/annotationeditor.cpp" line="143"/>
+        <location filename="../src/ui/annotation/annotationeditor.cpp" line="143"/>
         <source>Discard the changes to the image?</source>
         <translation>Die Änderungen am Bild verwerfen?</translation>
     </message>
@@ -388,77 +388,77 @@
 <context>
     <name>ApplicationsList</name>
     <message>
-        <location filename="../src/applicationslist.cpp" line="133"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="133"/>
         <source>Paste with</source>
         <translation>Einfügen mit</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="137"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="137"/>
         <source>Automatic (Shift+Insert in terminals, else Ctrl+V)</source>
         <translation>Automatisch (Umschalt+Einfg in Terminals, sonst Strg+V)</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="156"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="156"/>
         <source>Don&apos;t add copied items to history</source>
         <translation>Kopierte Elemente nicht in den Verlauf aufnehmen</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="156"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="156"/>
         <source>Never copy images to clipboard</source>
         <translation>Nie Bilder in die Zwischenablage kopieren</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="157"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="157"/>
         <source>Always copy as plain text only</source>
         <translation>Immer nur als reinen Text kopieren</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="157"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="157"/>
         <source>Clear style from text</source>
         <translation>Formatierung aus Text entfernen</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="158"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="158"/>
         <source>Do not expand keywords</source>
         <translation>Kürzel nicht ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="158"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="158"/>
         <source>Delay text expansion for %1 ms</source>
         <translation>Textersetzung um %1 ms verzögern</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="167"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="167"/>
         <source>Exclude from history</source>
         <translation>Vom Verlauf ausschließen</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="167"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="167"/>
         <source>Ignore images</source>
         <translation>Bilder ignorieren</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="167"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="167"/>
         <source>Plain text only</source>
         <translation>Nur reiner Text</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="168"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="168"/>
         <source>Clear style</source>
         <translation>Formatierung entfernen</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="168"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="168"/>
         <source>Don&apos;t expand keywords</source>
         <translation>Kürzel nicht ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="168"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="168"/>
         <source>Set text expansion delay...</source>
         <translation>Verzögerung der Textersetzung festlegen...</translation>
     </message>
     <message>
-        <location filename="../src/applicationslist.cpp" line="171"/>
+        <location filename="../src/ui/settings/applicationslist.cpp" line="171"/>
         <source>Remove</source>
         <translation>Entfernen</translation>
     </message>
@@ -466,72 +466,72 @@
 <context>
     <name>ClipboardMonitor</name>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="34"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="34"/>
         <source>Clipboard monitor</source>
         <translation>Zwischenablage-Monitor</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="36"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="36"/>
         <source>Format</source>
         <translation>Format</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="36"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="36"/>
         <source>Size (bytes)</source>
         <translation>Größe (Bytes)</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="39"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="39"/>
         <source>Clipboard formats</source>
         <translation>Formate der Zwischenablage</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="50"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="50"/>
         <source>Marked private: the content is hidden.</source>
         <translation>Als privat gekennzeichnet: Der Inhalt ist verborgen.</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="51"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="51"/>
         <source>Show the content</source>
         <translation>Inhalt anzeigen</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="90"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="90"/>
         <source>unknown</source>
         <translation>unbekannt</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="90"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="90"/>
         <source>Owned by: %1</source>
         <translation>Gehört zu: %1</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="93"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="93"/>
         <source>The clipboard is empty.</source>
         <translation>Die Zwischenablage ist leer.</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="124"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="124"/>
         <source>Marked private by the program that copied it: Velmorin does not record it.</source>
         <translation>Vom kopierenden Programm als privat markiert: Velmorin zeichnet es nicht auf.</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="128"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="128"/>
         <source>Put there by Velmorin (for %1): not recorded again.</source>
         <translation>Von Velmorin eingefügt (für %1): wird nicht erneut aufgezeichnet.</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="129"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="129"/>
         <source>no application</source>
         <translation>keine Anwendung</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="131"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="131"/>
         <source>No marks: Velmorin records it unless a rule for the application says otherwise.</source>
         <translation>Keine Markierungen: Velmorin zeichnet es auf, sofern keine Regel für die Anwendung etwas anderes sagt.</translation>
     </message>
     <message>
-        <location filename="../src/clipboardmonitor.cpp" line="154"/>
+        <location filename="../src/ui/clipboardmonitor.cpp" line="154"/>
         <source>This image cannot be shown.</source>
         <translation>Dieses Bild kann nicht angezeigt werden.</translation>
     </message>
@@ -539,7 +539,7 @@
 <context>
     <name>Clipping</name>
     <message>
-        <location filename="../src/clipping.cpp" line="153"/>
+        <location filename="../src/history/clipping.cpp" line="153"/>
         <source>%1 × %2 pixels, %3</source>
         <translation>%1 × %2 Pixel, %3</translation>
     </message>
@@ -547,18 +547,18 @@
 <context>
     <name>ClippingEditor</name>
     <message>
-        <location filename="../src/clippingeditor.cpp" line="17"/>
-        <location filename="../src/clippingeditor.cpp" line="18"/>
+        <location filename="../src/ui/clippingeditor.cpp" line="17"/>
+        <location filename="../src/ui/clippingeditor.cpp" line="18"/>
         <source>Edit text</source>
         <translation>Text bearbeiten</translation>
     </message>
     <message>
-        <location filename="../src/clippingeditor.cpp" line="21"/>
+        <location filename="../src/ui/clippingeditor.cpp" line="21"/>
         <source>Text of the clipping</source>
         <translation>Text des Eintrags</translation>
     </message>
     <message>
-        <location filename="../src/clippingeditor.cpp" line="24"/>
+        <location filename="../src/ui/clippingeditor.cpp" line="24"/>
         <source>Keep the text as the newest copy</source>
         <translation>Den Text als neueste Kopie behalten</translation>
     </message>
@@ -566,7 +566,7 @@
 <context>
     <name>CrashReports</name>
     <message>
-        <location filename="../src/crashreports.cpp" line="63"/>
+        <location filename="../src/maintenance/crashreports.cpp" line="59"/>
         <source>Velmorin closed unexpectedly last time. A report of what happened was written to %1.
 
 Do you want to open the folder?</source>
@@ -578,12 +578,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>CustomKeySequenceEdit</name>
     <message>
-        <location filename="../src/customkeysequenceedit.cpp" line="55"/>
+        <location filename="../src/ui/customkeysequenceedit.cpp" line="55"/>
         <source>Clear</source>
         <translation>Leeren</translation>
     </message>
     <message>
-        <location filename="../src/customkeysequenceedit.cpp" line="56"/>
+        <location filename="../src/ui/customkeysequenceedit.cpp" line="56"/>
         <source>No shortcut</source>
         <translation>Kein Tastenkürzel</translation>
     </message>
@@ -591,17 +591,17 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>DelayDialog</name>
     <message>
-        <location filename="../src/delaydialog.cpp" line="13"/>
+        <location filename="../src/ui/settings/delaydialog.cpp" line="13"/>
         <source>Set delay</source>
         <translation>Verzögerung festlegen</translation>
     </message>
     <message>
-        <location filename="../src/delaydialog.cpp" line="22"/>
+        <location filename="../src/ui/settings/delaydialog.cpp" line="22"/>
         <source>ms</source>
         <translation>ms</translation>
     </message>
     <message>
-        <location filename="../src/delaydialog.cpp" line="26"/>
+        <location filename="../src/ui/settings/delaydialog.cpp" line="26"/>
         <source>Text expansion delay (in ms)</source>
         <translation>Verzögerung der Textersetzung (in ms)</translation>
     </message>
@@ -609,7 +609,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>HistoryFile</name>
     <message>
-        <location filename="../src/historyfile.cpp" line="442"/>
+        <location filename="../src/history/historyfile.cpp" line="528"/>
         <source>the folder %1 cannot be made</source>
         <translation>der Ordner %1 kann nicht angelegt werden</translation>
     </message>
@@ -617,12 +617,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>HistoryItemModel</name>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="727"/>
+        <location filename="../src/history/historyitemmodel.cpp" line="725"/>
         <source>Failed to parse the clippings file: </source>
         <translation>Die Verlaufsdatei konnte nicht gelesen werden: </translation>
     </message>
     <message numerus="yes">
-        <location filename="../src/historyitemmodel.cpp" line="730"/>
+        <location filename="../src/history/historyitemmodel.cpp" line="728"/>
         <source>%n clipping(s) in the clippings file could not be taken and were left out: larger than the size limit, or damaged.</source>
         <translation>
             <numerusform>%n Eintrag in der Datei konnte nicht übernommen werden und wurde ausgelassen: größer als die Größengrenze oder beschädigt.</numerusform>
@@ -630,7 +630,7 @@ Möchten Sie den Ordner öffnen?</translation>
         </translation>
     </message>
     <message>
-        <location filename="../src/historyitemmodel.cpp" line="757"/>
+        <location filename="../src/history/historyitemmodel.cpp" line="769"/>
         <source>Writing the clippings file failed: %1 (%2). The clippings are kept and saved as soon as writing works again.</source>
         <translation>Die Datei mit den Einträgen konnte nicht geschrieben werden: %1 (%2). Die Einträge bleiben erhalten und werden gespeichert, sobald das Schreiben wieder gelingt.</translation>
     </message>
@@ -638,34 +638,34 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>HistoryItemView</name>
     <message>
-        <location filename="../src/historyitemview.cpp" line="60"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="60"/>
         <source>Clipboard history</source>
         <translation>Zwischenablage-Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="108"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="108"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
 %2</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="138"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="138"/>
         <source>No text was found in the image.</source>
         <translation>Im Bild wurde kein Text gefunden.</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="156"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="156"/>
         <source>The image of this clipping cannot be read.</source>
         <translation>Das Bild dieses Eintrags kann nicht gelesen werden.</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="260"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="260"/>
         <source>&amp;Paste</source>
         <translation>&amp;Einfügen</translation>
     </message>
     <message numerus="yes">
-        <location filename="../src/historyitemview.cpp" line="260"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="260"/>
         <source>&amp;Paste %n items joined</source>
         <translation>
             <numerusform>%n Eintrag &amp;verbunden einfügen</numerusform>
@@ -673,82 +673,82 @@ Möchten Sie den Ordner öffnen?</translation>
         </translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="264"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="264"/>
         <source>Paste as &amp;image</source>
         <translation>Als &amp;Bild einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="266"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="266"/>
         <source>Paste as &amp;file</source>
         <translation>Als &amp;Datei einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="268"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="268"/>
         <source>&amp;Annotate...</source>
         <translation>&amp;Beschriften...</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="272"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="272"/>
         <source>E&amp;xtract text</source>
         <translation>Te&amp;xt erkennen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="275"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="275"/>
         <source>Paste as &amp;plain text</source>
         <translation>Als &amp;reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="279"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="279"/>
         <source>&amp;Type text</source>
         <translation>Text &amp;tippen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="291"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="291"/>
         <source>&amp;Edit text...</source>
         <translation>Text &amp;bearbeiten...</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="293"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="293"/>
         <source>&amp;Join into a new clipping</source>
         <translation>Zu neuem Eintrag &amp;zusammenfügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="294"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="294"/>
         <source>Re&amp;verse the order</source>
         <translation>Reihenfolge &amp;umkehren</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="300"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="300"/>
         <source>Clear st&amp;yle</source>
         <translation>Formatierung &amp;entfernen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="303"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="303"/>
         <source>P&amp;in to the top</source>
         <translation>Oben an&amp;heften</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="307"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="307"/>
         <source>&amp;Keep forever</source>
         <translation>&amp;Für immer behalten</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="324"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="324"/>
         <source>&amp;Remove</source>
         <translation>&amp;Entfernen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="330"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="330"/>
         <source>Add to &amp;snippets</source>
         <translation>Zu &amp;Textbausteinen hinzufügen</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="342"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="342"/>
         <source>New group</source>
         <translation>Neue Gruppe</translation>
     </message>
     <message>
-        <location filename="../src/historyitemview.cpp" line="343"/>
+        <location filename="../src/ui/history/historyitemview.cpp" line="343"/>
         <source>Clippings</source>
         <translation>Einträge</translation>
     </message>
@@ -756,59 +756,64 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>MainWindow</name>
     <message>
-        <location filename="../src/mainwindow.cpp" line="88"/>
+        <location filename="../src/ui/mainwindow.cpp" line="86"/>
         <source>Velmorin</source>
         <translation>Velmorin</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="145"/>
+        <location filename="../src/ui/mainwindow.cpp" line="137"/>
+        <source>Select sync target folder</source>
+        <translation>Ordner für die Synchronisation wählen</translation>
+    </message>
+    <message>
+        <location filename="../src/ui/mainwindow.cpp" line="147"/>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="146"/>
+        <location filename="../src/ui/mainwindow.cpp" line="148"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="149"/>
+        <location filename="../src/ui/mainwindow.cpp" line="151"/>
         <source>History (%1)</source>
         <translation>Verlauf (%1)</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="150"/>
+        <location filename="../src/ui/mainwindow.cpp" line="152"/>
         <source>Snippets (%1)</source>
         <translation>Textbausteine (%1)</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="159"/>
+        <location filename="../src/ui/mainwindow.cpp" line="161"/>
         <source>Settings</source>
         <translation>Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="161"/>
+        <location filename="../src/ui/mainwindow.cpp" line="163"/>
         <source>Keep the window open</source>
         <translation>Fenster geöffnet lassen</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="181"/>
+        <location filename="../src/ui/mainwindow.cpp" line="183"/>
         <source>Copied items appear here.</source>
         <translation>Kopierte Einträge erscheinen hier.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="433"/>
+        <location filename="../src/ui/mainwindow.cpp" line="401"/>
         <source>Current clipboard content is not text. Unable to run the action.</source>
         <translation>Die Zwischenablage enthält keinen Text. Die Aktion kann nicht ausgeführt werden.</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="442"/>
+        <location filename="../src/ui/mainwindow.cpp" line="410"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
 %2</translation>
     </message>
     <message>
-        <location filename="../src/mainwindow.cpp" line="705"/>
+        <location filename="../src/ui/mainwindow.cpp" line="646"/>
         <source>Another program already uses %1, so Velmorin cannot use it. &lt;a href=&quot;shortcuts&quot;&gt;Choose another shortcut&lt;/a&gt;</source>
         <translation>Ein anderes Programm verwendet bereits %1, daher kann Velmorin dieses Tastenkürzel nicht nutzen. &lt;a href=&quot;shortcuts&quot;&gt;Anderes Tastenkürzel wählen&lt;/a&gt;</translation>
     </message>
@@ -862,7 +867,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>QObject</name>
     <message>
-        <location filename="../src/main.cpp" line="140"/>
+        <location filename="../src/app/main.cpp" line="160"/>
         <source>Velmorin is already running!</source>
         <translation>Velmorin läuft bereits!</translation>
     </message>
@@ -870,57 +875,57 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>RelativeTime</name>
     <message>
-        <location filename="../src/relativetime.cpp" line="12"/>
+        <location filename="../src/base/relativetime.cpp" line="12"/>
         <source>now</source>
         <translation>jetzt</translation>
     </message>
     <message>
-        <location filename="../src/relativetime.cpp" line="14"/>
+        <location filename="../src/base/relativetime.cpp" line="14"/>
         <source>%1 min</source>
         <translation>%1 Min.</translation>
     </message>
     <message>
-        <location filename="../src/relativetime.cpp" line="16"/>
+        <location filename="../src/base/relativetime.cpp" line="16"/>
         <source>%1 h</source>
         <translation>%1 Std.</translation>
     </message>
     <message>
-        <location filename="../src/relativetime.cpp" line="18"/>
+        <location filename="../src/base/relativetime.cpp" line="18"/>
         <source>%1 d</source>
         <translation>%1 T.</translation>
     </message>
     <message>
-        <location filename="../src/relativetime.cpp" line="35"/>
+        <location filename="../src/base/relativetime.cpp" line="35"/>
         <source>A few seconds ago</source>
         <translation>Vor wenigen Sekunden</translation>
     </message>
     <message>
-        <location filename="../src/relativetime.cpp" line="37"/>
+        <location filename="../src/base/relativetime.cpp" line="37"/>
         <source>A minute ago</source>
         <translation>Vor einer Minute</translation>
     </message>
     <message>
-        <location filename="../src/relativetime.cpp" line="39"/>
+        <location filename="../src/base/relativetime.cpp" line="39"/>
         <source>%1 minutes ago</source>
         <translation>Vor %1 Minuten</translation>
     </message>
     <message>
-        <location filename="../src/relativetime.cpp" line="41"/>
+        <location filename="../src/base/relativetime.cpp" line="41"/>
         <source>An hour ago</source>
         <translation>Vor einer Stunde</translation>
     </message>
     <message>
-        <location filename="../src/relativetime.cpp" line="43"/>
+        <location filename="../src/base/relativetime.cpp" line="43"/>
         <source>%1 hours ago</source>
         <translation>Vor %1 Stunden</translation>
     </message>
     <message>
-        <location filename="../src/relativetime.cpp" line="45"/>
+        <location filename="../src/base/relativetime.cpp" line="45"/>
         <source>A day ago</source>
         <translation>Vor einem Tag</translation>
     </message>
     <message>
-        <location filename="../src/relativetime.cpp" line="46"/>
+        <location filename="../src/base/relativetime.cpp" line="46"/>
         <source>%1 days ago</source>
         <translation>Vor %1 Tagen</translation>
     </message>
@@ -928,12 +933,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>ReleaseNotesDialog</name>
     <message>
-        <location filename="../src/releasenotesdialog.cpp" line="11"/>
+        <location filename="../src/ui/releasenotesdialog.cpp" line="11"/>
         <source>What&apos;s new in Velmorin</source>
         <translation>Neu in Velmorin</translation>
     </message>
     <message>
-        <location filename="../src/releasenotesdialog.cpp" line="34"/>
+        <location filename="../src/ui/releasenotesdialog.cpp" line="34"/>
         <source>The release notes are missing from this build.</source>
         <translation>Diesem Build fehlen die Versionshinweise.</translation>
     </message>
@@ -941,7 +946,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>RunActionMenu</name>
     <message>
-        <location filename="../src/runactionmenu.cpp" line="7"/>
+        <location filename="../src/ui/actions/runactionmenu.cpp" line="7"/>
         <source>Run action</source>
         <translation>Aktion ausführen</translation>
     </message>
@@ -949,12 +954,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SearchEdit</name>
     <message>
-        <location filename="../src/searchedit.cpp" line="7"/>
+        <location filename="../src/ui/search/searchedit.cpp" line="7"/>
         <source>Type to search, Alt+1–9 to paste</source>
         <translation>Tippen zum Suchen, Alt+1–9 fügt ein</translation>
     </message>
     <message>
-        <location filename="../src/searchedit.cpp" line="8"/>
+        <location filename="../src/ui/search/searchedit.cpp" line="8"/>
         <source>Search</source>
         <translation>Suche</translation>
     </message>
@@ -962,12 +967,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SearchView</name>
     <message>
-        <location filename="../src/searchview.cpp" line="11"/>
+        <location filename="../src/ui/search/searchview.cpp" line="11"/>
         <source>Search results</source>
         <translation>Suchergebnisse</translation>
     </message>
     <message>
-        <location filename="../src/searchview.cpp" line="31"/>
+        <location filename="../src/ui/search/searchview.cpp" line="31"/>
         <source>No clippings match</source>
         <translation>Keine passenden Einträge</translation>
     </message>
@@ -975,266 +980,266 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SettingsDialog</name>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="38"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="39"/>
         <source>Velmorin Settings</source>
         <translation>Velmorin-Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="40"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="41"/>
         <source>General</source>
         <translation>Allgemein</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="41"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="42"/>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="43"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="44"/>
         <source>Applications</source>
         <translation>Anwendungen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="44"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="45"/>
         <source>Actions</source>
         <translation>Aktionen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="46"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="47"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="71"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="72"/>
         <source>Write a debug log</source>
         <translation>Debug-Protokoll schreiben</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="72"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="73"/>
         <source>The debug log is written from the next start on.</source>
         <translation>Das Debug-Protokoll wird ab dem nächsten Start geschrieben.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="66"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="67"/>
         <source>Start with the system</source>
         <translation>Mit dem System starten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="152"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="153"/>
         <source>Only expand keyword after space is pressed</source>
         <translation>Schlüsselwort erst nach einem Leerzeichen ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="113"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="114"/>
         <source>Open the paste window:</source>
         <translation>Einfügefenster öffnen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="42"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="43"/>
         <source>Shortcuts</source>
         <translation>Tastenkürzel</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="49"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="50"/>
         <source>Sync</source>
         <translation>Synchronisation</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="67"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="68"/>
         <source>Open the paste window at the mouse</source>
         <translation>Einfügefenster an der Maus öffnen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="68"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="69"/>
         <source>Paste as plain text by default</source>
         <translation>Standardmäßig als reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="70"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="71"/>
         <source>Send crash reports</source>
         <translation>Absturzberichte senden</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="75"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="76"/>
         <source>Light</source>
         <translation>Hell</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="76"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="77"/>
         <source>Dark</source>
         <translation>Dunkel</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="77"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="78"/>
         <source>Follow the system</source>
         <translation>Wie das System</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="80"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="81"/>
         <source>Theme:</source>
         <translation>Erscheinungsbild:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="89"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="90"/>
         <source>This build has no address to send crash reports to; they stay on this computer.</source>
         <translation>Diese Ausgabe hat keine Adresse für Absturzberichte; sie bleiben auf diesem Computer.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="109"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="110"/>
         <source>Open the paste window</source>
         <translation>Einfügefenster öffnen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="110"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="111"/>
         <source>Paste as plain text</source>
         <translation>Als reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="111"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="112"/>
         <source>Paste the next item</source>
         <translation>Nächsten Eintrag einfügen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="115"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="116"/>
         <source>Paste as plain text:</source>
         <translation>Als reinen Text einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="117"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="118"/>
         <source>Paste the next item:</source>
         <translation>Nächsten Eintrag einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="133"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="134"/>
         <source>Browse...</source>
         <translation>Durchsuchen...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="136"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="137"/>
         <source>JSON files (*.json)</source>
         <translation>JSON-Dateien (*.json)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="154"/>
-        <location filename="../src/settingsdialog.cpp" line="156"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="155"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="157"/>
         <source>Snippet file</source>
         <translation>Textbaustein-Datei</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="156"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="157"/>
         <source>Snippet file:</source>
         <translation>Textbaustein-Datei:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="157"/>
-        <location filename="../src/settingsdialog.cpp" line="224"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="158"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="225"/>
         <source>A new file place applies from the next start.</source>
         <translation>Ein neuer Speicherort gilt ab dem nächsten Start.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="172"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="173"/>
         <source>Export snippets...</source>
         <translation>Textbausteine exportieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="174"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="175"/>
         <source>Import snippets...</source>
         <translation>Textbausteine importieren...</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="192"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="193"/>
         <source>Save snippets</source>
         <translation>Textbausteine speichern</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="193"/>
-        <location filename="../src/settingsdialog.cpp" line="203"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="194"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="204"/>
         <source>JSON files (*.json);;All files (*.*);</source>
         <translation>JSON-Dateien (*.json);;Alle Dateien (*.*);</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="196"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="197"/>
         <source>Writing the snippets file failed: </source>
         <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="202"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="203"/>
         <source>Load snippets</source>
         <translation>Textbausteine laden</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="206"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="207"/>
         <source>Failed to parse the snippets file: </source>
         <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="217"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="218"/>
         <source> characters</source>
         <translation> Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="220"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="221"/>
         <source> × 1024 characters</source>
         <translation> × 1024 Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="221"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="222"/>
         <source>Keep copied images</source>
         <translation>Kopierte Bilder behalten</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="69"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="70"/>
         <source>Clear the history on quit (locked items stay)</source>
         <translation>Verlauf beim Beenden leeren (gesperrte Elemente bleiben)</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="119"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="120"/>
         <source>Snippets and actions get their own shortcuts on their pages. Linux terminals keep Ctrl+Shift+V for their own paste: to open the paste window there, choose other keys.</source>
         <translation>Textbausteine und Aktionen erhalten ihre eigenen Tastenkürzel auf ihren Seiten. Linux-Terminals behalten Strg+Umschalt+V für ihr eigenes Einfügen: Um das Einfügefenster dort zu öffnen, wählen Sie andere Tasten.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="223"/>
-        <location filename="../src/settingsdialog.cpp" line="232"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="224"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="233"/>
         <source>History file</source>
         <translation>Verlaufsdatei</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="228"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="229"/>
         <source>Clippings to keep:</source>
         <translation>Anzahl der Einträge:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="229"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="230"/>
         <source>Ignore texts shorter than:</source>
         <translation>Texte ignorieren, kürzer als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="230"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="231"/>
         <source>Ignore texts longer than:</source>
         <translation>Texte ignorieren, länger als:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="232"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="233"/>
         <source>History file:</source>
         <translation>Verlaufsdatei:</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="242"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="243"/>
         <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated and which keys paste into it.</source>
         <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden und mit welchen Tasten in sie eingefügt wird.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="248"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="249"/>
         <source>Rules</source>
         <translation>Regeln</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="263"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="264"/>
         <source>Actions change a clipping&apos;s text with a small script. Run them from a clipping&apos;s menu or give them a shortcut. Changes here apply at once.</source>
         <translation>Aktionen ändern den Text eines Eintrags mit einem kleinen Skript. Führen Sie sie aus dem Menü eines Eintrags aus oder geben Sie ihnen ein Tastenkürzel. Änderungen hier gelten sofort.</translation>
     </message>
     <message>
-        <location filename="../src/settingsdialog.cpp" line="270"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="271"/>
         <source>New action</source>
         <translation>Neue Aktion</translation>
     </message>
@@ -1242,12 +1247,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>ShortcutDialog</name>
     <message>
-        <location filename="../src/shortcutdialog.cpp" line="12"/>
+        <location filename="../src/ui/shortcutdialog.cpp" line="12"/>
         <source>Set shortcut</source>
         <translation>Tastenkürzel festlegen</translation>
     </message>
     <message>
-        <location filename="../src/shortcutdialog.cpp" line="13"/>
+        <location filename="../src/ui/shortcutdialog.cpp" line="13"/>
         <source>Enter shortcut</source>
         <translation>Tastenkürzel eingeben</translation>
     </message>
@@ -1255,37 +1260,37 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SnippetClipDialog</name>
     <message>
-        <location filename="../src/snippetclipdialog.cpp" line="16"/>
+        <location filename="../src/ui/snippets/snippetclipdialog.cpp" line="16"/>
         <source>Current clipping</source>
         <translation>Aktueller Eintrag</translation>
     </message>
     <message>
-        <location filename="../src/snippetclipdialog.cpp" line="17"/>
+        <location filename="../src/ui/snippets/snippetclipdialog.cpp" line="17"/>
         <source>Clipping from position</source>
         <translation>Eintrag an Position</translation>
     </message>
     <message>
-        <location filename="../src/snippetclipdialog.cpp" line="18"/>
+        <location filename="../src/ui/snippets/snippetclipdialog.cpp" line="18"/>
         <source>Clipping that matches</source>
         <translation>Eintrag, der passt zu</translation>
     </message>
     <message>
-        <location filename="../src/snippetclipdialog.cpp" line="22"/>
+        <location filename="../src/ui/snippets/snippetclipdialog.cpp" line="22"/>
         <source>Choose clipping type</source>
         <translation>Art des Eintrags wählen</translation>
     </message>
     <message>
-        <location filename="../src/snippetclipdialog.cpp" line="30"/>
+        <location filename="../src/ui/snippets/snippetclipdialog.cpp" line="30"/>
         <source>Enter regular expression which is matched with the clipping history</source>
         <translation>Regulären Ausdruck eingeben, der mit dem Verlauf abgeglichen wird</translation>
     </message>
     <message>
-        <location filename="../src/snippetclipdialog.cpp" line="33"/>
+        <location filename="../src/ui/snippets/snippetclipdialog.cpp" line="33"/>
         <source>Clipping type</source>
         <translation>Art des Eintrags</translation>
     </message>
     <message>
-        <location filename="../src/snippetclipdialog.cpp" line="76"/>
+        <location filename="../src/ui/snippets/snippetclipdialog.cpp" line="76"/>
         <source>The expression must be valid and must not hold &quot;}&quot;.</source>
         <translation>Der Ausdruck muss gültig sein und darf kein „}“ enthalten.</translation>
     </message>
@@ -1293,132 +1298,132 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SnippetItemModel</name>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="28"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="27"/>
         <source>Info</source>
         <translation>Info</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="29"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="28"/>
         <source>Clipboard</source>
         <translation>Zwischenablage</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="30"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="29"/>
         <source>Keywords</source>
         <translation>Schlüsselwörter</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="31"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="30"/>
         <source>Email</source>
         <translation>E-Mail</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="32"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="31"/>
         <source>Get back</source>
         <translation>Rückmeldung</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="33"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="32"/>
         <source>Thanks</source>
         <translation>Dank</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="34"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="33"/>
         <source>Out of office</source>
         <translation>Abwesenheit</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="35"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="34"/>
         <source>Messaging</source>
         <translation>Nachrichten</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="36"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="35"/>
         <source>Be right back</source>
         <translation>Bin gleich zurück</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="37"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="36"/>
         <source>In a meeting</source>
         <translation>In einer Besprechung</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="38"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="37"/>
         <source>On my way</source>
         <translation>Bin unterwegs</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="39"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="38"/>
         <source>Sounds good</source>
         <translation>Klingt gut</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="40"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="39"/>
         <source>Templates</source>
         <translation>Vorlagen</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="41"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="40"/>
         <source>Markdown</source>
         <translation>Markdown</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="42"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="41"/>
         <source>Letter</source>
         <translation>Brief</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="43"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="42"/>
         <source>Bug report</source>
         <translation>Fehlerbericht</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="44"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="43"/>
         <source>Emoji</source>
         <translation>Emoji</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="45"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="44"/>
         <source>Pleading Face</source>
         <translation>Bittendes Gesicht</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="46"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="45"/>
         <source>Red Heart</source>
         <translation>Rotes Herz</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="47"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="46"/>
         <source>Sparkles</source>
         <translation>Funkeln</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="48"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="47"/>
         <source>Face with Tears of Joy</source>
         <translation>Gesicht mit Freudentränen</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="49"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="48"/>
         <source>Smiling Face with Heart-Eyes</source>
         <translation>Lächelndes Gesicht mit Herzaugen</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="50"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="49"/>
         <source>Thumbs Up</source>
         <translation>Daumen hoch</translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="129"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="128"/>
         <source>The snippets file cannot be read: </source>
         <translation>Die Textbausteindatei kann nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="135"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="134"/>
         <source>Failed to parse the snippets file: </source>
         <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/snippetitemmodel.cpp" line="410"/>
+        <location filename="../src/snippets/snippetitemmodel.cpp" line="409"/>
         <source>Writing the snippets file failed: </source>
         <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
     </message>
@@ -1426,7 +1431,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SnippetPlaceholders</name>
     <message>
-        <location filename="../src/snippetplaceholders.cpp" line="71"/>
+        <location filename="../src/snippets/snippetplaceholders.cpp" line="71"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
@@ -1436,44 +1441,44 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SnippetTreeView</name>
     <message>
-        <location filename="../src/snippettreeview.cpp" line="15"/>
+        <location filename="../src/ui/snippets/snippettreeview.cpp" line="15"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/snippettreeview.cpp" line="76"/>
+        <location filename="../src/ui/snippets/snippettreeview.cpp" line="76"/>
         <source>Paste</source>
         <translation>Einfügen</translation>
     </message>
     <message>
-        <location filename="../src/snippettreeview.cpp" line="78"/>
+        <location filename="../src/ui/snippets/snippettreeview.cpp" line="78"/>
         <source>Edit...</source>
         <translation>Bearbeiten...</translation>
     </message>
     <message>
-        <location filename="../src/snippettreeview.cpp" line="83"/>
-        <location filename="../src/snippettreeview.cpp" line="84"/>
+        <location filename="../src/ui/snippets/snippettreeview.cpp" line="83"/>
+        <location filename="../src/ui/snippets/snippettreeview.cpp" line="84"/>
         <source>New snippet</source>
         <translation>Neuer Textbaustein</translation>
     </message>
     <message>
-        <location filename="../src/snippettreeview.cpp" line="87"/>
-        <location filename="../src/snippettreeview.cpp" line="88"/>
+        <location filename="../src/ui/snippets/snippettreeview.cpp" line="87"/>
+        <location filename="../src/ui/snippets/snippettreeview.cpp" line="88"/>
         <source>New group</source>
         <translation>Neue Gruppe</translation>
     </message>
     <message>
-        <location filename="../src/snippettreeview.cpp" line="91"/>
+        <location filename="../src/ui/snippets/snippettreeview.cpp" line="91"/>
         <source>Remove</source>
         <translation>Entfernen</translation>
     </message>
     <message>
-        <location filename="../src/snippettreeview.cpp" line="101"/>
+        <location filename="../src/ui/snippets/snippettreeview.cpp" line="101"/>
         <source>Remove the group &apos;%1&apos; with all its snippets?</source>
         <translation>Die Gruppe &apos;%1&apos; mit allen ihren Textbausteinen entfernen?</translation>
     </message>
     <message>
-        <location filename="../src/snippettreeview.cpp" line="101"/>
+        <location filename="../src/ui/snippets/snippettreeview.cpp" line="101"/>
         <source>Remove the snippet &apos;%1&apos;?</source>
         <translation>Den Textbaustein &apos;%1&apos; entfernen?</translation>
     </message>
@@ -1481,114 +1486,114 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SnippetsEditor</name>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="65"/>
-        <location filename="../src/snippetseditor.cpp" line="224"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="65"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="224"/>
         <source>New group</source>
         <translation>Neue Gruppe</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="66"/>
-        <location filename="../src/snippetseditor.cpp" line="235"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="66"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="235"/>
         <source>New snippet</source>
         <translation>Neuer Textbaustein</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="67"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="67"/>
         <source>Delete</source>
         <translation>Löschen</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="68"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="68"/>
         <source>Up</source>
         <translation>Nach oben</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="69"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="69"/>
         <source>Down</source>
         <translation>Nach unten</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="70"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="70"/>
         <source>Move to</source>
         <translation>Verschieben nach</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="85"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="85"/>
         <source>Typed anywhere, replaced by the text</source>
         <translation>Überall getippt, durch den Text ersetzt</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="92"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="92"/>
         <source>Hide the text in the lists</source>
         <translation>Text in den Listen verbergen</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="96"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="96"/>
         <source>Cursor</source>
         <translation>Cursor</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="97"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="97"/>
         <source>Where the caret goes after pasting; around a selection, what is selected</source>
         <translation>Wohin der Cursor nach dem Einfügen geht; um eine Auswahl herum, was ausgewählt wird</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="99"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="99"/>
         <source>Clipping...</source>
         <translation>Eintrag...</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="100"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="100"/>
         <source>Inserts a text from the clipboard history when pasted</source>
         <translation>Fügt beim Einfügen einen Text aus dem Verlauf ein</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="137"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="137"/>
         <source>Text:</source>
         <translation>Text:</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="141"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="141"/>
         <source>Title:</source>
         <translation>Titel:</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="142"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="142"/>
         <source>Keyword:</source>
         <translation>Schlüsselwort:</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="144"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="144"/>
         <source>Shortcut:</source>
         <translation>Tastenkürzel:</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="205"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="205"/>
         <source>&quot;%1&quot; already has this keyword; typing it pastes the first of the two in the list.</source>
         <translation>„%1“ hat dieses Schlüsselwort schon; beim Tippen wird der erste der beiden in der Liste eingefügt.</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="211"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="211"/>
         <source>&quot;%1&quot; has the keyword &quot;%2&quot;, which begins this one: it expands first, and this keyword can never be typed.</source>
         <translation>&quot;%1&quot; hat das Schlüsselwort &quot;%2&quot;, mit dem dieses beginnt: Es wird zuerst ersetzt, und dieses Schlüsselwort lässt sich nie eintippen.</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="214"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="214"/>
         <source>This keyword begins &quot;%2&quot; of &quot;%1&quot;, which can then never be typed.</source>
         <translation>Mit diesem Schlüsselwort beginnt &quot;%2&quot; von &quot;%1&quot;, das sich dann nie eintippen lässt.</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="234"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="234"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="245"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="245"/>
         <source>Delete the snippet &apos;%1&apos;?</source>
         <translation>Den Textbaustein &apos;%1&apos; löschen?</translation>
     </message>
     <message>
-        <location filename="../src/snippetseditor.cpp" line="246"/>
+        <location filename="../src/ui/snippets/snippetseditor.cpp" line="246"/>
         <source>Delete the group &apos;%1&apos; with all its snippets?</source>
         <translation>Die Gruppe &apos;%1&apos; mit allen Textbausteinen löschen?</translation>
     </message>
@@ -1596,28 +1601,28 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>Sync</name>
     <message>
-        <location filename="../src/sync.cpp" line="119"/>
-        <location filename="../src/sync.cpp" line="127"/>
-        <location filename="../src/sync.cpp" line="134"/>
-        <location filename="../src/sync.cpp" line="139"/>
-        <location filename="../src/sync.cpp" line="518"/>
-        <location filename="../src/sync.cpp" line="576"/>
+        <location filename="../src/sync/sync.cpp" line="131"/>
+        <location filename="../src/sync/sync.cpp" line="139"/>
+        <location filename="../src/sync/sync.cpp" line="146"/>
+        <location filename="../src/sync/sync.cpp" line="151"/>
+        <location filename="../src/sync/sync.cpp" line="519"/>
+        <location filename="../src/sync/sync.cpp" line="577"/>
         <source>Synchronization failed.</source>
         <translation>Synchronisation fehlgeschlagen.</translation>
     </message>
     <message>
-        <location filename="../src/sync.cpp" line="340"/>
+        <location filename="../src/sync/sync.cpp" line="342"/>
         <source>Synchronizing...</source>
         <translation>Wird synchronisiert...</translation>
     </message>
     <message>
-        <location filename="../src/sync.cpp" line="405"/>
+        <location filename="../src/sync/sync.cpp" line="406"/>
         <source>Synchronization successful.</source>
         <translation>Synchronisation erfolgreich.</translation>
     </message>
     <message>
-        <location filename="../src/sync.cpp" line="821"/>
-        <location filename="../src/sync.cpp" line="840"/>
+        <location filename="../src/sync/sync.cpp" line="822"/>
+        <location filename="../src/sync/sync.cpp" line="841"/>
         <source>Decryption failed.</source>
         <translation>Entschlüsselung fehlgeschlagen.</translation>
     </message>
@@ -1625,7 +1630,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SyncGoogleDrive</name>
     <message>
-        <location filename="../src/syncgoogledrive.h" line="51"/>
+        <location filename="../src/sync/remote/syncgoogledrive.h" line="51"/>
         <source>Google Drive</source>
         <translation>Google Drive</translation>
     </message>
@@ -1633,12 +1638,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SyncLocalFolder</name>
     <message>
-        <location filename="../src/synclocalfolder.cpp" line="19"/>
-        <source>Select sync target folder</source>
-        <translation>Ordner für die Synchronisation wählen</translation>
-    </message>
-    <message>
-        <location filename="../src/synclocalfolder.h" line="29"/>
+        <location filename="../src/sync/synclocalfolder.h" line="29"/>
         <source>Local folder</source>
         <translation>Lokaler Ordner</translation>
     </message>
@@ -1646,32 +1646,32 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SyncLogDialog</name>
     <message>
-        <location filename="../src/synclogdialog.cpp" line="19"/>
+        <location filename="../src/ui/settings/synclogdialog.cpp" line="19"/>
         <source>Sync log</source>
         <translation>Synchronisationsprotokoll</translation>
     </message>
     <message>
-        <location filename="../src/synclogdialog.cpp" line="28"/>
+        <location filename="../src/ui/settings/synclogdialog.cpp" line="28"/>
         <source>Export...</source>
         <translation>Exportieren...</translation>
     </message>
     <message>
-        <location filename="../src/synclogdialog.cpp" line="29"/>
+        <location filename="../src/ui/settings/synclogdialog.cpp" line="29"/>
         <source>Clear</source>
         <translation>Leeren</translation>
     </message>
     <message>
-        <location filename="../src/synclogdialog.cpp" line="65"/>
+        <location filename="../src/ui/settings/synclogdialog.cpp" line="65"/>
         <source>Export the sync log</source>
         <translation>Synchronisationsprotokoll exportieren</translation>
     </message>
     <message>
-        <location filename="../src/synclogdialog.cpp" line="65"/>
+        <location filename="../src/ui/settings/synclogdialog.cpp" line="65"/>
         <source>Text files (*.txt)</source>
         <translation>Textdateien (*.txt)</translation>
     </message>
     <message>
-        <location filename="../src/synclogdialog.cpp" line="71"/>
+        <location filename="../src/ui/settings/synclogdialog.cpp" line="71"/>
         <source>Writing the sync log failed: </source>
         <translation>Das Protokoll konnte nicht geschrieben werden: </translation>
     </message>
@@ -1679,7 +1679,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SyncNone</name>
     <message>
-        <location filename="../src/syncnone.h" line="20"/>
+        <location filename="../src/sync/syncnone.h" line="20"/>
         <source>None</source>
         <translation>Keine</translation>
     </message>
@@ -1687,188 +1687,188 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SyncSettingsPage</name>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="68"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="70"/>
         <source>Keep your history, snippets and actions the same on all your computers.</source>
         <translation>Verlauf, Textbausteine und Aktionen auf allen Ihren Computern gleich halten.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="69"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="71"/>
         <source>Use a shared folder</source>
         <translation>Gemeinsamen Ordner verwenden</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="72"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="74"/>
         <source>Point every computer at the same folder: on a network drive, or in a folder that a file-sharing service such as Dropbox keeps the same on all of them.</source>
         <translation>Wählen Sie auf jedem Computer denselben Ordner: auf einem Netzlaufwerk oder in einem Ordner, den ein Dienst wie Dropbox auf allen gleich hält.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="76"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="78"/>
         <source>Use Google Drive</source>
         <translation>Google Drive verwenden</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="79"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="81"/>
         <source>The data is stored in the application specific folder of your personal Google account, which only Velmorin can see.</source>
         <translation>Die Daten werden im anwendungsspezifischen Ordner Ihres persönlichen Google-Kontos gespeichert, den nur Velmorin sehen kann.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="85"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="87"/>
         <source>This build of Velmorin has no Google client configured, so it cannot connect to Google Drive. The README says how to set one up.</source>
         <translation>In diesem Build von Velmorin ist kein Google-Client eingerichtet, daher kann es keine Verbindung zu Google Drive herstellen. Die README beschreibt, wie man einen einrichtet.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="128"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="130"/>
         <source>Change folder...</source>
         <translation>Ordner ändern...</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="130"/>
-        <location filename="../src/syncsettingspage.cpp" line="303"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="132"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="303"/>
         <source>Please choose the sync folder.</source>
         <translation>Bitte wählen Sie den Synchronisationsordner.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="138"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="140"/>
         <source>What to synchronize</source>
         <translation>Was synchronisiert wird</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="139"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="141"/>
         <source>History, with its images</source>
         <translation>Verlauf, mit seinen Bildern</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="140"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="142"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="141"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="143"/>
         <source>Actions</source>
         <translation>Aktionen</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="146"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="148"/>
         <source>Encryption</source>
         <translation>Verschlüsselung</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="147"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="149"/>
         <source>Encrypt the data with a pass phrase</source>
         <translation>Daten mit einer Passphrase verschlüsseln</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="150"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="152"/>
         <source>Pass phrase</source>
         <translation>Passphrase</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="151"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="153"/>
         <source>The same pass phrase on every computer</source>
         <translation>Dieselbe Passphrase auf jedem Computer</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="155"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="157"/>
         <source>Pass phrase:</source>
         <translation>Passphrase:</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="161"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="163"/>
         <source>Status:</source>
         <translation>Status:</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="162"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="164"/>
         <source>Last success</source>
         <translation>Zuletzt erfolgreich</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="165"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="167"/>
         <source>Your other computers</source>
         <translation>Ihre anderen Computer</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="171"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="173"/>
         <source>Refresh</source>
         <translation>Aktualisieren</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="178"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="180"/>
         <source>Show sync log...</source>
         <translation>Synchronisationsprotokoll anzeigen...</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="179"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="181"/>
         <source>Stop synchronizing the data</source>
         <translation>Synchronisation beenden</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="203"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="205"/>
         <source>Full Sync</source>
         <translation>Vollständig synchronisieren</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="204"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="206"/>
         <source>Upload</source>
         <translation>Hochladen</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="205"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="207"/>
         <source>Download</source>
         <translation>Herunterladen</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="209"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="211"/>
         <source>Write the content of this computer over the online content</source>
         <translation>Den Inhalt dieses Computers über den Online-Inhalt schreiben</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="210"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="212"/>
         <source>Replace the content of this computer by the online content</source>
         <translation>Den Inhalt dieses Computers durch den Online-Inhalt ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="276"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="276"/>
         <source>All your local content will be overwritten with the remote data. Are you sure you want to continue?</source>
         <translation>Ihr gesamter lokaler Inhalt wird mit den entfernten Daten überschrieben. Wirklich fortfahren?</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="279"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="279"/>
         <source>The remote data will be overwritten with your local content. Are you sure you want to continue?</source>
         <translation>Die entfernten Daten werden mit Ihrem lokalen Inhalt überschrieben. Wirklich fortfahren?</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="301"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="301"/>
         <source>Please authorize Velmorin to access your Google Drive on the browser.</source>
         <translation>Bitte erlauben Sie Velmorin im Browser den Zugriff auf Ihr Google Drive.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="328"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="329"/>
         <source>Synchronizing with %1</source>
         <translation>Synchronisiert mit: %1</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="367"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="368"/>
         <source>Not synchronized</source>
         <translation>Nicht synchronisiert</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="386"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="387"/>
         <source>Changes from other computers are picked up as they arrive in the folder.</source>
         <translation>Änderungen anderer Computer werden übernommen, sobald sie im Ordner ankommen.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="389"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="390"/>
         <source>Connected to the notification server.</source>
         <translation>Mit dem Benachrichtigungsserver verbunden.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="391"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="392"/>
         <source>Failed to connect to the notification server.</source>
         <translation>Verbindung zum Benachrichtigungsserver fehlgeschlagen.</translation>
     </message>
     <message>
-        <location filename="../src/syncsettingspage.cpp" line="393"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="394"/>
         <source>No connection to the notification server.</source>
         <translation>Keine Verbindung zum Benachrichtigungsserver.</translation>
     </message>
@@ -1876,12 +1876,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>TextExtractor</name>
     <message>
-        <location filename="../src/textextractor.cpp" line="18"/>
+        <location filename="../src/maintenance/textextractor.cpp" line="18"/>
         <source>Tesseract could not be started: %1</source>
         <translation>Tesseract konnte nicht gestartet werden: %1</translation>
     </message>
     <message>
-        <location filename="../src/textextractor.cpp" line="37"/>
+        <location filename="../src/maintenance/textextractor.cpp" line="37"/>
         <source>Extracting text needs the free Tesseract program, which is not installed.
 
 On Windows, install it from https://github.com/UB-Mannheim/tesseract/wiki and add its folder to the PATH.
@@ -1892,17 +1892,17 @@ Unter Windows installieren Sie es von https://github.com/UB-Mannheim/tesseract/w
 Unter Debian oder Ubuntu: sudo apt install tesseract-ocr</translation>
     </message>
     <message>
-        <location filename="../src/textextractor.cpp" line="51"/>
+        <location filename="../src/maintenance/textextractor.cpp" line="51"/>
         <source>Text is being extracted already.</source>
         <translation>Es wird bereits Text erkannt.</translation>
     </message>
     <message>
-        <location filename="../src/textextractor.cpp" line="64"/>
+        <location filename="../src/maintenance/textextractor.cpp" line="64"/>
         <source>Extracting the text took too long and was stopped.</source>
         <translation>Die Texterkennung dauerte zu lange und wurde abgebrochen.</translation>
     </message>
     <message>
-        <location filename="../src/textextractor.cpp" line="70"/>
+        <location filename="../src/maintenance/textextractor.cpp" line="70"/>
         <source>Tesseract could not read the image: %1</source>
         <translation>Tesseract konnte das Bild nicht lesen: %1</translation>
     </message>
@@ -1910,13 +1910,13 @@ Unter Debian oder Ubuntu: sudo apt install tesseract-ocr</translation>
 <context>
     <name>TrayIcon</name>
     <message>
-        <location filename="../src/trayicon.cpp" line="11"/>
-        <location filename="../src/trayicon.cpp" line="17"/>
+        <location filename="../src/ui/trayicon.cpp" line="11"/>
+        <location filename="../src/ui/trayicon.cpp" line="17"/>
         <source>Velmorin</source>
         <translation>Velmorin</translation>
     </message>
     <message numerus="yes">
-        <location filename="../src/trayicon.cpp" line="17"/>
+        <location filename="../src/ui/trayicon.cpp" line="17"/>
         <source>%n clipping(s)</source>
         <translation>
             <numerusform>%n Eintrag</numerusform>
@@ -1924,27 +1924,27 @@ Unter Debian oder Ubuntu: sudo apt install tesseract-ocr</translation>
         </translation>
     </message>
     <message>
-        <location filename="../src/trayicon.cpp" line="32"/>
+        <location filename="../src/ui/trayicon.cpp" line="32"/>
         <source>Show</source>
         <translation>Anzeigen</translation>
     </message>
     <message>
-        <location filename="../src/trayicon.cpp" line="33"/>
+        <location filename="../src/ui/trayicon.cpp" line="33"/>
         <source>Settings</source>
         <translation>Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/trayicon.cpp" line="38"/>
+        <location filename="../src/ui/trayicon.cpp" line="38"/>
         <source>Clipboard monitor</source>
         <translation>Zwischenablage-Monitor</translation>
     </message>
     <message>
-        <location filename="../src/trayicon.cpp" line="39"/>
+        <location filename="../src/ui/trayicon.cpp" line="39"/>
         <source>What&apos;s new</source>
         <translation>Neuigkeiten</translation>
     </message>
     <message>
-        <location filename="../src/trayicon.cpp" line="41"/>
+        <location filename="../src/ui/trayicon.cpp" line="41"/>
         <source>Quit</source>
         <translation>Beenden</translation>
     </message>
@@ -1952,7 +1952,7 @@ Unter Debian oder Ubuntu: sudo apt install tesseract-ocr</translation>
 <context>
     <name>UnreadableFile</name>
     <message>
-        <location filename="../src/unreadablefile.cpp" line="16"/>
+        <location filename="../src/base/unreadablefile.cpp" line="16"/>
         <source>The file was kept unchanged as %1</source>
         <translation>Die Datei wurde unverändert aufbewahrt als %1</translation>
     </message>
@@ -1960,17 +1960,17 @@ Unter Debian oder Ubuntu: sudo apt install tesseract-ocr</translation>
 <context>
     <name>UpdateChecker</name>
     <message>
-        <location filename="../src/updatechecker.cpp" line="18"/>
+        <location filename="../src/maintenance/updatechecker.cpp" line="17"/>
         <source>The maintenance tool did not answer in time.</source>
         <translation>Das Wartungsprogramm hat nicht rechtzeitig geantwortet.</translation>
     </message>
     <message>
-        <location filename="../src/updatechecker.cpp" line="96"/>
+        <location filename="../src/maintenance/updatechecker.cpp" line="95"/>
         <source>The maintenance tool could not check for updates.</source>
         <translation>Das Wartungsprogramm konnte nicht nach Aktualisierungen suchen.</translation>
     </message>
     <message>
-        <location filename="../src/updatechecker.cpp" line="110"/>
+        <location filename="../src/maintenance/updatechecker.cpp" line="108"/>
         <source>A new version is available:
 %1
 

@@ -1,8 +1,8 @@
 // The action runner, the built-in actions on real input, and the action files: naming,
 // tombstones, order and the listing the menus read.
-#include "actionapi.h"
-#include "actionfiles.h"
-#include "settings.h"
+#include "actions/actionapi.h"
+#include "actions/actionfiles.h"
+#include "base/settings.h"
 #include "support/actionfixtures.h"
 #include "support/testprofile.h"
 

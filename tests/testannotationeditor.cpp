@@ -1,14 +1,14 @@
 // The annotation editor: what each tool puts in the pixels, crop geometry, undo and redo, the
 // mouse on the canvas, saving as a new clipping, and leaving with unsaved changes.
-#include "annotationcanvas.h"
-#include "annotationdocument.h"
-#include "annotationeditor.h"
-#include "clipping.h"
-#include "historyitemmodel.h"
-#include "historyitemview.h"
-#include "settings.h"
+#include "base/settings.h"
+#include "history/clipping.h"
+#include "history/historyitemmodel.h"
 #include "support/modalanswer.h"
 #include "support/testprofile.h"
+#include "ui/annotation/annotationcanvas.h"
+#include "ui/annotation/annotationdocument.h"
+#include "ui/annotation/annotationeditor.h"
+#include "ui/history/historyitemview.h"
 
 #include <QAbstractButton>
 #include <QApplication>

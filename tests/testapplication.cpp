@@ -1,7 +1,8 @@
-#include "application.h"
-#include "mainwindow.h"
-#include "searchedit.h"
+#include "app/application.h"
+#include "services/appservices.h"
 #include "support/testprofile.h"
+#include "ui/mainwindow.h"
+#include "ui/search/searchedit.h"
 
 #include <QMouseEvent>
 #include <QSignalSpy>
@@ -23,8 +24,9 @@ void TestApplication::focusLossHidesOnlyAnUnpinnedWindow()
 {
     auto *app = qobject_cast<Application *>(QCoreApplication::instance());
     QVERIFY(app);
-    MainWindow window(false);
-    QCOMPARE(app->mainWindow(), &window);
+    AppServices services{AppModes()};
+    MainWindow window(&services);
+    app->setMainWindow(&window);
 
     window.show();
     QEvent deactivate(QEvent::ApplicationDeactivate);
@@ -53,7 +55,9 @@ void TestApplication::foreignNativeMessagesAreNeverConsumed()
 void TestApplication::resizeCursorFollowsTheMouseIntoChildren()
 {
     auto *app = qobject_cast<Application *>(QCoreApplication::instance());
-    MainWindow window(false);
+    AppServices services{AppModes()};
+    MainWindow window(&services);
+    app->setMainWindow(&window);
     QWidget secondary;
     app->setSecondaryWindow(&secondary);
     window.resize(400, 300);

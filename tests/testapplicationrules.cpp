@@ -1,10 +1,10 @@
-#include "applicationrules.h"
-#include "applicationslist.h"
-#include "delaydialog.h"
-#include "historyitemmodel.h"
-#include "settings.h"
-#include "settingsevents.h"
+#include "base/settings.h"
+#include "base/settingsevents.h"
+#include "history/applicationrules.h"
+#include "history/historyitemmodel.h"
 #include "support/testprofile.h"
+#include "ui/settings/applicationslist.h"
+#include "ui/settings/delaydialog.h"
 
 #include <QMenu>
 #include <QSettings>

@@ -1,14 +1,14 @@
 // From a clipboard change to a clipping: the listener over the real (offscreen) clipboard and
 // a fake desktop for the foreground application, and the history model's classification.
-#include "applicationrules.h"
-#include "clipboardlistener.h"
-#include "clipboardmarks.h"
-#include "clipboardops.h"
-#include "clipping.h"
-#include "historyitemmodel.h"
-#include "platform.h"
-#include "settings.h"
-#include "settingsevents.h"
+#include "base/settings.h"
+#include "base/settingsevents.h"
+#include "clipboard/clipboardlistener.h"
+#include "clipboard/clipboardmarks.h"
+#include "clipboard/clipboardops.h"
+#include "history/applicationrules.h"
+#include "history/clipping.h"
+#include "history/historyitemmodel.h"
+#include "platform/platform.h"
 #include "support/fakedesktop.h"
 #include "support/testprofile.h"
 

@@ -1,9 +1,9 @@
 // The clipboard monitor follows the clipboard: formats with sizes, previews, the application
 // the content came from, and the marks that decide whether it is recorded.
-#include "clipboardmarks.h"
-#include "clipboardmonitor.h"
-#include "platform.h"
+#include "clipboard/clipboardmarks.h"
+#include "platform/platform.h"
 #include "support/fakedesktop.h"
+#include "ui/clipboardmonitor.h"
 
 #include <QApplication>
 #include <QBuffer>

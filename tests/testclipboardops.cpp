@@ -1,10 +1,10 @@
 // Clipboard placement and pasting over a fake desktop and the real (offscreen) clipboard.
-#include "clipboardmarks.h"
-#include "clipboardops.h"
-#include "clipping.h"
-#include "htmlcleanup.h"
-#include "platform.h"
-#include "settings.h"
+#include "base/settings.h"
+#include "clipboard/clipboardmarks.h"
+#include "clipboard/clipboardops.h"
+#include "clipboard/htmlcleanup.h"
+#include "history/clipping.h"
+#include "platform/platform.h"
 #include "support/fakedesktop.h"
 #include "support/testprofile.h"
 

@@ -1,14 +1,16 @@
 // The Google Drive target against the stand-in: listing in pages, the upload body byte for
 // byte, resumable uploads of large files, rate-limited answers tried again, and failures that
 // reach the engine as a failed run.
-#include "settings.h"
+#include "base/settings.h"
+#include "services/appservices.h"
 #include "support/fakebrowser.h"
 #include "support/fakegoogle.h"
 #include "support/testprofile.h"
-#include "sync.h"
-#include "syncgoogledrive.h"
+#include "sync/remote/notifier.h"
+#include "sync/remote/syncgoogledrive.h"
+#include "sync/sync.h"
 #include "synclog.h"
-#include "syncsettingspage.h"
+#include "ui/settings/syncsettingspage.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -278,11 +280,12 @@ void TestGoogleDrive::failuresEndTheEngineRun()
         auto linked = linkedDrive(); // leaves the tokens in the settings
         QVERIFY(linked);
     }
-    Sync sync;
-    sync.googleDrive()->setRetryBaseMs(5);
+    AppServices services{AppModes()};
+    Sync &sync = *services.sync();
+    services.googleDrive()->setRetryBaseMs(5);
     TextMerge history;
     sync.setModels(&history, nullptr);
-    QVERIFY(sync.activeTarget() == sync.googleDrive());
+    QVERIFY(sync.activeTarget() == services.googleDrive());
     QSignalSpy status(&sync, &Sync::syncStatus);
     const auto finalStatus = [&status] {
         for (int i = status.size() - 1; i >= 0; --i) {
@@ -332,13 +335,13 @@ void TestGoogleDrive::settingsPageConnectsAndDisconnects()
     {
         // A build without a Google client says so instead of opening a broken page.
         QSettings().remove(QLatin1String(SettingsKey::GoogleClientId));
-        Sync sync;
-        SyncSettingsPage page(&sync);
+        AppServices services{AppModes()};
+        SyncSettingsPage page(&services);
         QVERIFY(!page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->isEnabled());
     }
     QSettings().setValue(QLatin1String(SettingsKey::GoogleClientId), FakeGoogle::ClientId);
-    Sync sync;
-    SyncSettingsPage page(&sync);
+    AppServices services{AppModes()};
+    SyncSettingsPage page(&services);
     page.show();
     QSignalSpy runs(&page, &SyncSettingsPage::syncNow);
     m_google->denyNextConsent();
@@ -349,26 +352,28 @@ void TestGoogleDrive::settingsPageConnectsAndDisconnects()
 
     page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->click();
     QTRY_COMPARE(runs.size(), 1); // linked: a first run starts at once
-    QVERIFY(sync.googleDrive()->isValid());
+    QVERIFY(services.googleDrive()->isValid());
     QVERIFY(page.findChild<QListWidget *>(QStringLiteral("clients"))->isVisible());
     QVERIFY(page.findChild<QLabel *>(QStringLiteral("chooseError"))->text().isEmpty());
 
     page.findChild<QPushButton *>(QStringLiteral("stopSync"))->click();
-    QVERIFY(!sync.googleDrive()->isValid());
-    QVERIFY(sync.googleDrive()->idToken().isEmpty());
+    QVERIFY(!services.googleDrive()->isValid());
+    QVERIFY(services.googleDrive()->idToken().isEmpty());
     QVERIFY(page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->isVisible());
 }
 
 void TestGoogleDrive::newsFromAnotherComputerQueuesThatContentOnly()
 {
     Sync sync;
+    Notifier notifier;
+    sync.setNotifier(&notifier);
     TextMerge history;
     TextMerge snippets;
     sync.setModels(&history, &snippets);
-    emit sync.notifier()->dataUpdated(QStringLiteral("Snippets.json"));
+    emit notifier.dataUpdated(QStringLiteral("Snippets.json"));
     QCOMPARE(sync.queuedFiles(), QStringList{QStringLiteral("Snippets.json")});
-    emit sync.notifier()->dataUpdated(QStringLiteral("Other.json"));
-    emit sync.notifier()->dataUpdated(QStringLiteral("History.json"));
+    emit notifier.dataUpdated(QStringLiteral("Other.json"));
+    emit notifier.dataUpdated(QStringLiteral("History.json"));
     QCOMPARE(sync.queuedFiles(),
              QStringList({QStringLiteral("Snippets.json"), QStringLiteral("History.json")}));
     QVERIFY(sync.isQueueTimerActive());

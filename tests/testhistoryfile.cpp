@@ -1,8 +1,8 @@
-#include "appmodes.h"
-#include "clipping.h"
-#include "historyfile.h"
-#include "historyitemmodel.h"
-#include "settings.h"
+#include "base/appmodes.h"
+#include "base/settings.h"
+#include "history/clipping.h"
+#include "history/historyfile.h"
+#include "history/historyitemmodel.h"
 #include "support/testprofile.h"
 
 #include <QDir>

@@ -1,8 +1,8 @@
-#include "clipping.h"
-#include "clippingitem.h"
-#include "historyfile.h"
-#include "historyitemmodel.h"
-#include "settings.h"
+#include "base/settings.h"
+#include "history/clipping.h"
+#include "history/clippingitem.h"
+#include "history/historyfile.h"
+#include "history/historyitemmodel.h"
 #include "support/testprofile.h"
 #include "synclog.h"
 

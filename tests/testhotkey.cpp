@@ -1,12 +1,12 @@
 // Global shortcuts: the Windows key table, the shared registrations of the registry (over a
 // fake system service), the one-combination editor and the program's own shortcuts.
-#include "customkeysequenceedit.h"
-#include "globalshortcuts.h"
+#include "base/settings.h"
+#include "base/settingsevents.h"
+#include "input/globalshortcuts.h"
 #include "qhotkey.h"
-#include "settings.h"
-#include "settingsevents.h"
 #include "support/fakehotkeyservice.h"
 #include "support/testprofile.h"
+#include "ui/customkeysequenceedit.h"
 #include "win/winkeymap.h"
 
 #include <QSettings>

@@ -1,9 +1,9 @@
-#include "cleancache.h"
-#include "clipping.h"
-#include "copytocache.h"
-#include "historyitemmodel.h"
-#include "makethumbnail.h"
-#include "settings.h"
+#include "base/settings.h"
+#include "history/cleancache.h"
+#include "history/clipping.h"
+#include "history/copytocache.h"
+#include "history/historyitemmodel.h"
+#include "history/makethumbnail.h"
 #include "support/testprofile.h"
 
 #include <QBuffer>

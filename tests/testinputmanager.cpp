@@ -1,11 +1,11 @@
 // The platform-free key logic over a fake desktop: what typed keys do to the word, hook
 // installation, and the synthetic key sequences.
-#include "inputmanager.h"
-#include "keysender.h"
-#include "platform.h"
+#include "base/settings.h"
+#include "base/settingsevents.h"
+#include "input/inputmanager.h"
+#include "platform/keysender.h"
+#include "platform/platform.h"
 #include "platform/virtualkeys.h"
-#include "settings.h"
-#include "settingsevents.h"
 #include "support/fakedesktop.h"
 #include "support/testprofile.h"
 
@@ -44,7 +44,7 @@ void TestInputManager::initTestCase()
     m_profile.useInThisProcess();
     m_desktop = new FakeDesktop(this);
     Platform::setDesktop(m_desktop);
-    m_input = InputManager::instance();
+    m_input = new InputManager(m_desktop, this);
 }
 
 void TestInputManager::init()

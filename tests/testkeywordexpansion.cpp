@@ -1,13 +1,14 @@
 // Keyword expansion over a fake desktop and the real (offscreen) clipboard: when a typed word
 // matches, what is erased, what is pasted, where the caret goes, and what comes back.
-#include "historyitemmodel.h"
-#include "inputmanager.h"
-#include "platform.h"
+#include "base/settings.h"
+#include "history/historyitemmodel.h"
+#include "input/inputmanager.h"
+#include "platform/platform.h"
 #include "platform/virtualkeys.h"
-#include "settings.h"
-#include "snippet.h"
-#include "snippetitemmodel.h"
-#include "snippetshortcuts.h"
+#include "snippets/snippet.h"
+#include "snippets/snippetitemmodel.h"
+#include "snippets/snippetpaster.h"
+#include "snippets/snippetshortcuts.h"
 #include "support/fakedesktop.h"
 #include "support/fakehotkeyservice.h"
 #include "support/testprofile.h"
@@ -49,6 +50,7 @@ private:
     FakeDesktop *m_desktop = nullptr;
     InputManager *m_input = nullptr;
     HistoryItemModel *m_history = nullptr;
+    SnippetPaster *m_paster = nullptr;
 };
 
 void TestKeywordExpansion::initTestCase()
@@ -56,8 +58,12 @@ void TestKeywordExpansion::initTestCase()
     m_profile.useInThisProcess();
     m_desktop = new FakeDesktop(this);
     Platform::setDesktop(m_desktop);
-    m_input = InputManager::instance();
     m_history = new HistoryItemModel(m_profile.path(QStringLiteral("History.json")), this);
+    m_paster = new SnippetPaster(m_history, this);
+    m_input = new InputManager(m_desktop, this);
+    m_input->setResolver([this](const QString &text, const QString &application) {
+        return m_paster->resolve(text, application);
+    });
 }
 
 void TestKeywordExpansion::init()
@@ -271,7 +277,7 @@ void TestKeywordExpansion::snippetShortcutsFollowTheTree()
     const QModelIndex group = model.addGroup(QStringLiteral("G"));
     const QModelIndex snippet = model.addSnippet(group, QStringLiteral("S"), QStringLiteral("⁞x"));
     m_desktop->hooks[IDesktop::KeyboardHook] = true;
-    SnippetShortcuts shortcuts(&model);
+    SnippetShortcuts shortcuts(&model, m_input, m_paster);
     // No keyword: no keys are watched.
     QVERIFY(!m_desktop->hooks[IDesktop::KeyboardHook]);
 

@@ -1,33 +1,34 @@
 // The paste window as a user drives it with the keyboard: pages, search, the commands on
 // clippings, pasting back into the application it was opened from. The desktop is a fake that
 // records the keys the window sends; the clipboard is the real one of the test process.
-#include "application.h"
-#include "clipboardops.h"
-#include "clipping.h"
-#include "clippingeditor.h"
-#include "globalshortcuts.h"
-#include "historyfile.h"
-#include "historyitemdelegate.h"
-#include "historyitemmodel.h"
-#include "historyitemview.h"
-#include "mainwindow.h"
-#include "platform.h"
+#include "app/application.h"
+#include "base/settings.h"
+#include "base/settingsevents.h"
+#include "clipboard/clipboardops.h"
+#include "history/clipping.h"
+#include "history/historyfile.h"
+#include "history/historyitemmodel.h"
+#include "input/globalshortcuts.h"
+#include "input/texttyper.h"
+#include "platform/platform.h"
 #include "qhotkey.h"
-#include "releasenotesdialog.h"
-#include "searchedit.h"
-#include "searchmodel.h"
-#include "searchview.h"
-#include "settings.h"
-#include "settingsdialog.h"
-#include "settingsevents.h"
-#include "snippet.h"
-#include "snippetitemmodel.h"
-#include "snippettreeview.h"
+#include "services/appservices.h"
+#include "snippets/snippet.h"
+#include "snippets/snippetitemmodel.h"
 #include "support/fakedesktop.h"
 #include "support/fakehotkeyservice.h"
 #include "support/testprofile.h"
-#include "texttyper.h"
-#include "theme.h"
+#include "ui/clippingeditor.h"
+#include "ui/history/historyitemdelegate.h"
+#include "ui/history/historyitemview.h"
+#include "ui/mainwindow.h"
+#include "ui/releasenotesdialog.h"
+#include "ui/search/searchedit.h"
+#include "ui/search/searchmodel.h"
+#include "ui/search/searchview.h"
+#include "ui/settings/settingsdialog.h"
+#include "ui/snippets/snippettreeview.h"
+#include "ui/theme.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -83,6 +84,7 @@ private:
     TestProfile m_profile;
     FakeDesktop *m_desktop = nullptr;
     FakeHotkeyService *m_hotkeys = nullptr;
+    AppServices *m_services = nullptr;
     MainWindow *m_window = nullptr;
     HistoryItemModel *m_history = nullptr;
     QDateTime m_time;
@@ -108,7 +110,9 @@ void TestMainWindow::init()
     Settings::writeDefaults(settings);
     QFile::remove(Settings::historyFilePath());
     QFile::remove(settings.value(QStringLiteral("SnippetFilePath")).toString());
-    m_window = new MainWindow(false);
+    m_services = new AppServices(AppModes());
+    m_window = new MainWindow(m_services);
+    m_services->start();
     m_history = m_window->historyModel();
     m_time = QDateTime(QDate(2026, 11, 20), QTime(9, 0));
     m_history->setClock([this] { return m_time; });
@@ -118,9 +122,11 @@ void TestMainWindow::init()
 
 void TestMainWindow::cleanup()
 {
-    m_window->prepareToQuit();
+    m_services->prepareToQuit();
     delete m_window;
     m_window = nullptr;
+    delete m_services;
+    m_services = nullptr;
     // Timers of pastes still under way fire into the next test otherwise.
     QTest::qWait(700);
 }

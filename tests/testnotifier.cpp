@@ -1,9 +1,9 @@
 // The notifier's websocket side against our notification service, run as its own process:
 // notifications reach only the same user's other computers, the client list, reconnection
 // with a growing delay when the service goes away, and a service that shrugs off bad clients.
-#include "notifier.h"
 #include "support/fakegoogle.h"
 #include "support/testprofile.h"
+#include "sync/remote/notifier.h"
 
 #include <QHostInfo>
 #include <QProcess>

@@ -1,6 +1,6 @@
 // The OAuth client against the Google stand-in, with a browser that follows the consent page's
 // redirect to our loopback reply server.
-#include "cipher.h"
+#include "base/cipher.h"
 #include "o0settingsstore.h"
 #include "o2google.h"
 #include "o2requestor.h"

@@ -1,4 +1,4 @@
-#include "runguard.h"
+#include "base/runguard.h"
 #include "support/appprocess.h"
 #include "support/testprofile.h"
 

@@ -1,7 +1,7 @@
 // The dialog that writes clipping placeholders into a snippet.
-#include "settings.h"
-#include "snippetclipdialog.h"
+#include "base/settings.h"
 #include "support/testprofile.h"
+#include "ui/snippets/snippetclipdialog.h"
 
 #include <QDialogButtonBox>
 #include <QLineEdit>

@@ -1,13 +1,13 @@
 // The snippets editor: what its fields and commands do to the snippet tree.
-#include "customkeysequenceedit.h"
-#include "settings.h"
-#include "snippet.h"
-#include "snippetclipdialog.h"
-#include "snippetitemdelegate.h"
-#include "snippetitemmodel.h"
-#include "snippetseditor.h"
+#include "base/settings.h"
+#include "snippets/snippet.h"
+#include "snippets/snippetitemmodel.h"
 #include "support/modalanswer.h"
 #include "support/testprofile.h"
+#include "ui/customkeysequenceedit.h"
+#include "ui/snippets/snippetclipdialog.h"
+#include "ui/snippets/snippetitemdelegate.h"
+#include "ui/snippets/snippetseditor.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -1,4 +1,4 @@
-#include "appmodes.h"
+#include "base/appmodes.h"
 #include "support/appprocess.h"
 #include "support/testprofile.h"
 

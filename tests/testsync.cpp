@@ -1,19 +1,21 @@
 // The sync engine against a real shared folder, with content objects whose merge is a plain
 // union of lines: the queue, the decisions for each direction, cleanup of old versions,
 // actions, images, encryption and failures.
-#include "actionfiles.h"
-#include "appmodes.h"
-#include "cipher.h"
-#include "notifier.h"
-#include "relativetime.h"
-#include "settings.h"
+#include "actions/actionfiles.h"
+#include "base/appmodes.h"
+#include "base/cipher.h"
+#include "base/relativetime.h"
+#include "base/settings.h"
+#include "services/appservices.h"
 #include "support/modalanswer.h"
 #include "support/testprofile.h"
-#include "sync.h"
+#include "sync/remote/notifier.h"
+#include "sync/sync.h"
+#include "sync/synclocalfolder.h"
+#include "sync/syncpayload.h"
 #include "synclog.h"
-#include "synclogdialog.h"
-#include "syncpayload.h"
-#include "syncsettingspage.h"
+#include "ui/settings/synclogdialog.h"
+#include "ui/settings/syncsettingspage.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -106,6 +108,7 @@ private:
     QTemporaryDir m_root;
     QString m_folder;
     std::unique_ptr<Sync> m_sync;
+    std::unique_ptr<SyncLocalFolder> m_localFolder;
     LinesMerge m_history;
     LinesMerge m_snippets;
 };
@@ -129,6 +132,8 @@ void TestSync::init()
     m_history = LinesMerge("a\nb");
     m_snippets = LinesMerge("s1");
     m_sync = std::make_unique<Sync>();
+    m_localFolder = std::make_unique<SyncLocalFolder>();
+    m_sync->addTarget(ISyncTarget::LocalFolderSetting, m_localFolder.get());
     m_sync->setModels(&m_history, &m_snippets);
     SyncLog::instance().clear();
 }
@@ -592,7 +597,8 @@ void TestSync::folderWatchReportsOtherComputersFiles()
 
 void TestSync::settingsPageAsksAndKeepsTheOldPassPhrase()
 {
-    SyncSettingsPage page(m_sync.get());
+    AppServices services{AppModes()};
+    SyncSettingsPage page(&services);
     QSignalSpy runs(&page, &SyncSettingsPage::syncNow);
     QString question;
     const auto answer = [&question](QMessageBox::StandardButton button) {

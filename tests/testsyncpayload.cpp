@@ -1,10 +1,10 @@
 // What sync puts online, byte for byte: the cipher's format (vectors computed apart from this
 // code, so that a change that breaks files already online fails here), the payload forms and
 // the online names.
-#include "cipher.h"
-#include "settings.h"
+#include "base/cipher.h"
+#include "base/settings.h"
 #include "support/testprofile.h"
-#include "syncpayload.h"
+#include "sync/syncpayload.h"
 
 #include <QSettings>
 #include <QTest>

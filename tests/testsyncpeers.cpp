@@ -1,11 +1,11 @@
 // Two computers, as two processes with their own settings and data, sharing one sync folder:
 // what both do, interleaved, ends up the same on both, nothing loops, encryption and a pass
 // phrase change keep everything readable, and broken online files harm nothing local.
-#include "cipher.h"
+#include "base/cipher.h"
 #include "support/appprocess.h"
 #include "support/fakegoogle.h"
 #include "support/testprofile.h"
-#include "syncpayload.h"
+#include "sync/syncpayload.h"
 
 #include <QDate>
 #include <QDir>

@@ -1,10 +1,10 @@
 // The local folder and no-sync targets against real folders: what they list, write, read and
 // delete, that they answer only on a later turn of the event loop, and that failures warn
 // without answering.
-#include "settings.h"
+#include "base/settings.h"
 #include "support/testprofile.h"
-#include "synclocalfolder.h"
-#include "syncnone.h"
+#include "sync/synclocalfolder.h"
+#include "sync/syncnone.h"
 
 #include <QApplication>
 #include <QDir>

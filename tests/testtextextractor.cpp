@@ -1,11 +1,11 @@
 // Text in image clippings read by Tesseract: a rendered line of text comes back as a new
 // clipping, and a missing or slow Tesseract is reported instead of hanging.
-#include "clipping.h"
-#include "historyitemmodel.h"
-#include "historyitemview.h"
-#include "settings.h"
+#include "base/settings.h"
+#include "history/clipping.h"
+#include "history/historyitemmodel.h"
+#include "maintenance/textextractor.h"
 #include "support/testprofile.h"
-#include "textextractor.h"
+#include "ui/history/historyitemview.h"
 
 #include <QApplication>
 #include <QFileInfo>

@@ -1,12 +1,10 @@
 // The update check against stand-ins for the installer's maintenance tool: scripts that answer
 // as the tool does, with updates, without, or with an error.
-#include "support/modalanswer.h"
-#include "updatechecker.h"
+#include "maintenance/updatechecker.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
-#include <QMessageBox>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -17,7 +15,7 @@ class TestUpdateChecker : public QObject
 
 private slots:
     void answersOfTheTool();
-    void offerAsksTheUser();
+    void offerNamesEachUpdate();
 
 private:
     QString tool(const QByteArray &body);
@@ -75,21 +73,11 @@ echo "[10] Done"
     QVERIFY(UpdateChecker::parse("<updates></updates").isEmpty());
 }
 
-void TestUpdateChecker::offerAsksTheUser()
+void TestUpdateChecker::offerNamesEachUpdate()
 {
-    const QList<UpdateChecker::Update> updates{{QStringLiteral("Velmorin"), QStringLiteral("2.0")}};
-    QString shown;
-    ModalAnswer::whenOpens([&shown](QWidget *dialog) {
-        auto *box = qobject_cast<QMessageBox *>(dialog);
-        shown = box->text();
-        box->button(QMessageBox::No)->click();
-    });
-    QVERIFY(!UpdateChecker::offer(nullptr, updates));
-    QVERIFY(shown.contains(QLatin1String("Velmorin 2.0")));
-    ModalAnswer::whenOpens([](QWidget *dialog) {
-        qobject_cast<QMessageBox *>(dialog)->button(QMessageBox::Yes)->click();
-    });
-    QVERIFY(UpdateChecker::offer(nullptr, updates));
+    const QString text = UpdateChecker::offerText(
+        {{QStringLiteral("Velmorin"), QStringLiteral("2.0")}, {QStringLiteral("Tools"), "1.1"}});
+    QVERIFY(text.contains(QLatin1String("Velmorin 2.0\nTools 1.1")));
 }
 
 QTEST_MAIN(TestUpdateChecker)

@@ -1,6 +1,6 @@
 // Installs the crash handler for the folder given, then dies of the signal given.
 //   crashprobe FOLDER SIGNAL
-#include "crashhandler.h"
+#include "platform/crashhandler.h"
 
 #include <QCoreApplication>
 

@@ -4,8 +4,8 @@
 //                                    (until standard input closes)
 //   runguardprobe orphan             take the guard, post a quit request, die without cleanup
 //   runguardprobe wait ROUNDS MS     run the start-up handshake with a short schedule
+#include "base/runguard.h"
 #include "logger.h"
-#include "runguard.h"
 
 #include <QCoreApplication>
 

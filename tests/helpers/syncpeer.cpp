@@ -8,19 +8,20 @@
 //   action FILE TITLE | unaction FILE           action files
 //   join FOLDER                                 start syncing through a shared folder
 //   sync | encrypt PASSPHRASE | state | uploads
-#include "actionfiles.h"
-#include "appmodes.h"
-#include "clipping.h"
-#include "historyfile.h"
-#include "historyitemmodel.h"
-#include "settings.h"
-#include "snippet.h"
-#include "snippetfile.h"
-#include "snippetitemmodel.h"
+#include "actions/actionfiles.h"
+#include "base/appmodes.h"
+#include "base/settings.h"
+#include "history/clipping.h"
+#include "history/historyfile.h"
+#include "history/historyitemmodel.h"
+#include "snippets/snippet.h"
+#include "snippets/snippetfile.h"
+#include "snippets/snippetitemmodel.h"
 #include "support/fakebrowser.h"
-#include "sync.h"
-#include "syncgoogledrive.h"
-#include "synclocalfolder.h"
+#include "sync/remote/notifier.h"
+#include "sync/remote/syncgoogledrive.h"
+#include "sync/sync.h"
+#include "sync/synclocalfolder.h"
 
 #include <QApplication>
 #include <QCryptographicHash>
@@ -52,6 +53,10 @@ public:
     {
         m_history.load();
         m_snippets.load(false);
+        m_sync.addTarget(ISyncTarget::LocalFolderSetting, &m_localFolder);
+        m_sync.addTarget(ISyncTarget::GoogleDriveSetting, &m_googleDrive);
+        m_notifier.setIdTokenSource([this] { return m_googleDrive.idToken(); });
+        m_sync.setNotifier(&m_notifier);
         m_sync.setModels(&m_history, &m_snippets);
         m_sync.setImageNames([this] { return m_history.imageNames(); });
         connect(&m_history, &HistoryItemModel::syncRequested, this,
@@ -92,7 +97,7 @@ public:
         } else if (command == QLatin1String("link")) {
             m_browser.install();
             m_linking = m_number;
-            m_sync.googleDrive()->initialise(ISyncTarget::AskIfMissing);
+            m_googleDrive.initialise(ISyncTarget::AskIfMissing);
             return;
         } else if (command == QLatin1String("snippet")) {
             m_snippets.addSnippet(peerGroup(), first, rest);
@@ -225,7 +230,7 @@ private:
         QSettings().setValue(SettingsKey::SyncTarget, ISyncTarget::LocalFolderSetting);
         QSettings().setValue(SettingsKey::SyncFolder, folder);
         m_joining = m_number;
-        m_sync.localFolder()->initialise(ISyncTarget::UseConfigured);
+        m_localFolder.initialise(ISyncTarget::UseConfigured);
     }
 
     // As the settings dialog does it: the old pass phrase is kept to read older files, and
@@ -280,6 +285,9 @@ private:
     HistoryItemModel m_history;
     SnippetItemModel m_snippets;
     Sync m_sync;
+    SyncLocalFolder m_localFolder;
+    SyncGoogleDrive m_googleDrive;
+    Notifier m_notifier;
     FakeBrowser m_browser;
     int m_linking = 0;
     int m_joining = 0;

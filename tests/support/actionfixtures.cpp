@@ -1,6 +1,6 @@
 #include "actionfixtures.h"
 
-#include "actionfiles.h"
+#include "actions/actionfiles.h"
 
 #include <QDir>
 

@@ -1,8 +1,8 @@
 // Copies made in real applications on a real X server reach the history file of the running
 // program: one clipping each, named after the application's executable, shaped by its rules.
-#include "clipboardmarks.h"
-#include "clipping.h"
-#include "historyfile.h"
+#include "clipboard/clipboardmarks.h"
+#include "history/clipping.h"
+#include "history/historyfile.h"
 #include "support/appprocess.h"
 #include "support/targetwindow.h"
 #include "support/testprofile.h"

@@ -1,12 +1,12 @@
 // The desktop integration end to end on a real X server with a window manager: keys typed
 // into a real application reach the input logic, synthetic keys and pastes land in it, and
 // global shortcuts fire while it has the focus.
-#include "clipboardops.h"
-#include "clipping.h"
-#include "inputmanager.h"
-#include "keysender.h"
-#include "platform.h"
+#include "clipboard/clipboardops.h"
+#include "history/clipping.h"
+#include "input/inputmanager.h"
 #include "platform/idesktop.h"
+#include "platform/keysender.h"
+#include "platform/platform.h"
 #include "qhotkey.h"
 #include "support/appprocess.h"
 #include "support/targetwindow.h"
@@ -76,7 +76,7 @@ void TestDesktop::initTestCase()
     m_profile.useInThisProcess();
     if (!m_target.start())
         QSKIP(qPrintable(m_target.error()));
-    m_input = InputManager::instance();
+    m_input = new InputManager(Platform::desktop(), this);
     m_input->installHooks();
     QVERIFY(Platform::desktop()->isHookInstalled(IDesktop::KeyboardHook));
 }

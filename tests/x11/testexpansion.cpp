@@ -1,10 +1,11 @@
 // Keyword expansion end to end on a real X server: keys typed into a real editor are seen by
 // the hook, the keyword is erased with real Backspaces and the snippet pasted in its place.
-#include "historyitemmodel.h"
-#include "inputmanager.h"
-#include "platform.h"
+#include "base/settings.h"
+#include "history/historyitemmodel.h"
+#include "input/inputmanager.h"
 #include "platform/idesktop.h"
-#include "settings.h"
+#include "platform/platform.h"
+#include "snippets/snippetpaster.h"
 #include "support/targetwindow.h"
 #include "support/terminalwindow.h"
 #include "support/testprofile.h"
@@ -57,6 +58,7 @@ private:
     TargetWindow m_target;
     InputManager *m_input = nullptr;
     HistoryItemModel *m_history = nullptr;
+    SnippetPaster *m_paster = nullptr;
 };
 
 void TestExpansion::initTestCase()
@@ -67,7 +69,11 @@ void TestExpansion::initTestCase()
     if (!m_target.start())
         QSKIP(qPrintable(m_target.error()));
     m_history = new HistoryItemModel(m_profile.path(QStringLiteral("History.json")), this);
-    m_input = InputManager::instance();
+    m_paster = new SnippetPaster(m_history, this);
+    m_input = new InputManager(Platform::desktop(), this);
+    m_input->setResolver([this](const QString &text, const QString &application) {
+        return m_paster->resolve(text, application);
+    });
     m_input->setKeywords({{"::brb", "Be right back."},
                           {"sig", "Best, Ann"},
                           {"dear", "Dear ⁞name⁞,"},

@@ -1,7 +1,7 @@
 // The paste window end to end on a real X server with a window manager: opened by its shortcut
 // over a real editor, driven by the keyboard, pasting back into the editor.
-#include "historyfile.h"
-#include "snippetitemmodel.h"
+#include "history/historyfile.h"
+#include "snippets/snippetitemmodel.h"
 #include "support/appprocess.h"
 #include "support/targetwindow.h"
 #include "support/terminalwindow.h"

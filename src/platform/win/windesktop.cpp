@@ -1,4 +1,4 @@
-#include "windesktop.h"
+#include "platform/win/windesktop.h"
 
 #include "win32clipboard.h"
 #include "win32foreground.h"

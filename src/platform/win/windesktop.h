@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../idesktop.h"
+#include "platform/idesktop.h"
 
 struct Win32InputRecord;
 

@@ -1,4 +1,4 @@
-#include "winsystemevents.h"
+#include "platform/win/winsystemevents.h"
 
 #include "win32messages.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "isystemevents.h"
+#include "platform/isystemevents.h"
 
 // The power-broadcast window message announces a resume; ending the session reaches the
 // program through Qt's own handling of WM_ENDSESSION.

@@ -1,4 +1,4 @@
-#include "unixsystemevents.h"
+#include "platform/x11/unixsystemevents.h"
 
 #include <QDBusConnection>
 #include <QDebug>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "isystemevents.h"
+#include "platform/isystemevents.h"
 
 class QSocketNotifier;
 

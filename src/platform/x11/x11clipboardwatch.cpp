@@ -1,4 +1,4 @@
-#include "x11clipboardwatch.h"
+#include "platform/x11/x11clipboardwatch.h"
 
 #include <QDebug>
 

@@ -1,10 +1,10 @@
-#include "x11desktop.h"
+#include "platform/x11/x11desktop.h"
 
-#include "../virtualkeys.h"
-#include "x11clipboardwatch.h"
-#include "x11foregroundwatch.h"
-#include "x11inputobserver.h"
-#include "x11keycodes.h"
+#include "platform/virtualkeys.h"
+#include "platform/x11/x11clipboardwatch.h"
+#include "platform/x11/x11foregroundwatch.h"
+#include "platform/x11/x11inputobserver.h"
+#include "platform/x11/x11keycodes.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>

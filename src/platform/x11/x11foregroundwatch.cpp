@@ -1,4 +1,4 @@
-#include "x11foregroundwatch.h"
+#include "platform/x11/x11foregroundwatch.h"
 
 #include <QSocketNotifier>
 

@@ -1,7 +1,7 @@
-#include "x11inputobserver.h"
+#include "platform/x11/x11inputobserver.h"
 
-#include "../virtualkeys.h"
-#include "x11keycodes.h"
+#include "platform/virtualkeys.h"
+#include "platform/x11/x11keycodes.h"
 
 #include <QAbstractEventDispatcher>
 #include <QDebug>

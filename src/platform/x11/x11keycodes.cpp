@@ -1,6 +1,6 @@
-#include "x11keycodes.h"
+#include "platform/x11/x11keycodes.h"
 
-#include "../virtualkeys.h"
+#include "platform/virtualkeys.h"
 
 #include <X11/keysym.h>
 

@@ -1,0 +1,7 @@
+#include "base/settingsevents.h"
+
+SettingsEvents *SettingsEvents::instance()
+{
+    static SettingsEvents events;
+    return &events;
+}
