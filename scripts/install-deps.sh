@@ -27,8 +27,8 @@ packages=(
     tesseract-ocr tesseract-ocr-eng
     # the secure websocket test makes its own certificate
     openssl
-    # formatting check
-    clang-format
+    # formatting check, and line coverage (the coverage target) counted by hand
+    clang-format gcovr
 )
 
 sudo=""
