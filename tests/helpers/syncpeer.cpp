@@ -23,11 +23,11 @@
 #include "sync/sync.h"
 #include "sync/synclocalfolder.h"
 
-#include <QApplication>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QImage>
 #include <QJsonObject>
 #include <QPixmap>
@@ -300,7 +300,7 @@ private:
 
 int main(int argc, char *argv[])
 {
-    QApplication app(argc, argv);
+    QGuiApplication app(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("Velmorin"));
     QCoreApplication::setApplicationName(QStringLiteral("Velmorin"));
     QSettings settings;

@@ -1,3 +1,4 @@
+#include "base/relativetime.h"
 #include "base/settings.h"
 
 #include <QSize>
@@ -13,6 +14,8 @@ private slots:
     void firstStartWritesEveryDefault();
     void laterStartsKeepWhatTheUserChose();
     void keysWithoutDefaultStayAbsent();
+    void relativeTimeTexts_data();
+    void relativeTimeTexts();
 
 private:
     QTemporaryDir m_dir;
@@ -77,6 +80,26 @@ void TestSettings::keysWithoutDefaultStayAbsent()
     QCOMPARE(Settings::releaseNotesVersion(), QString());
     Settings::setReleaseNotesVersion(Settings::currentReleaseNotesVersion());
     QCOMPARE(QSettings().value(SettingsKey::ReleaseNotesVersion).toString(), QStringLiteral("1.9"));
+}
+
+void TestSettings::relativeTimeTexts_data()
+{
+    QTest::addColumn<qint64>("ms");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("seconds") << qint64(59999) << QStringLiteral("A few seconds ago");
+    QTest::newRow("a minute") << qint64(60999) << QStringLiteral("A minute ago");
+    QTest::newRow("61 s") << qint64(61000) << QStringLiteral("1 minutes ago");
+    QTest::newRow("an hour") << qint64(3600500) << QStringLiteral("An hour ago");
+    QTest::newRow("5 h") << qint64(5 * 3600000 + 1) << QStringLiteral("5 hours ago");
+    QTest::newRow("a day") << qint64(86400999) << QStringLiteral("A day ago");
+    QTest::newRow("3 d") << qint64(3 * 86400000LL) << QStringLiteral("3 days ago");
+}
+
+void TestSettings::relativeTimeTexts()
+{
+    QFETCH(qint64, ms);
+    QFETCH(QString, text);
+    QCOMPARE(RelativeTime::ago(ms), text);
 }
 
 QTEST_GUILESS_MAIN(TestSettings)

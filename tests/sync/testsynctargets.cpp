@@ -6,9 +6,9 @@
 #include "sync/synclocalfolder.h"
 #include "sync/syncnone.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -193,7 +193,7 @@ void TestSyncTargets::noSyncAnswersWithNothing()
 
 int main(int argc, char *argv[])
 {
-    QApplication app(argc, argv);
+    QGuiApplication app(argc, argv);
     TestSyncTargets test;
     return QTest::qExec(&test, argc, argv);
 }

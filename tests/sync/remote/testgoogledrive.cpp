@@ -2,7 +2,6 @@
 // byte, resumable uploads of large files, rate-limited answers tried again, and failures that
 // reach the engine as a failed run.
 #include "base/settings.h"
-#include "services/appservices.h"
 #include "support/fakebrowser.h"
 #include "support/fakegoogle.h"
 #include "support/testprofile.h"
@@ -10,12 +9,7 @@
 #include "sync/remote/syncgoogledrive.h"
 #include "sync/sync.h"
 #include "synclog.h"
-#include "ui/settings/syncsettingspage.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
 #include <QRandomGenerator>
 #include <QSettings>
 #include <QSignalSpy>
@@ -29,11 +23,7 @@ namespace {
 class TextMerge final : public ISyncMerge
 {
 public:
-    QString hash() override
-    {
-        return QString::fromLatin1(
-            QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex());
-    }
+    QString hash() override { return contentHash(content); }
     bool merge(const QByteArray &downloaded, QByteArray &output, SyncDirection) override
     {
         const QByteArray before = content;
@@ -68,7 +58,6 @@ private slots:
     void largeFilesGoUpInResumableChunks();
     void rateLimitedAnswersAreTriedAgain();
     void failuresEndTheEngineRun();
-    void settingsPageConnectsAndDisconnects();
     void newsFromAnotherComputerQueuesThatContentOnly();
 
 private:
@@ -280,12 +269,13 @@ void TestGoogleDrive::failuresEndTheEngineRun()
         auto linked = linkedDrive(); // leaves the tokens in the settings
         QVERIFY(linked);
     }
-    AppServices services{AppModes()};
-    Sync &sync = *services.sync();
-    services.googleDrive()->setRetryBaseMs(5);
+    Sync sync;
+    SyncGoogleDrive drive;
+    sync.addTarget(ISyncTarget::GoogleDriveSetting, &drive);
+    drive.setRetryBaseMs(5);
     TextMerge history;
     sync.setModels(&history, nullptr);
-    QVERIFY(sync.activeTarget() == services.googleDrive());
+    QVERIFY(sync.activeTarget() == &drive);
     QSignalSpy status(&sync, &Sync::syncStatus);
     const auto finalStatus = [&status] {
         for (int i = status.size() - 1; i >= 0; --i) {
@@ -328,38 +318,6 @@ void TestGoogleDrive::failuresEndTheEngineRun()
     sync.sync(Sync::History, &history, SyncDirection::Both);
     QTRY_COMPARE_WITH_TIMEOUT(finalStatus(), SyncStatus::Success, 20000);
     QCOMPARE(m_google->files(QStringLiteral("user-1")).size(), 2);
-}
-
-void TestGoogleDrive::settingsPageConnectsAndDisconnects()
-{
-    {
-        // A build without a Google client says so instead of opening a broken page.
-        QSettings().remove(QLatin1String(SettingsKey::GoogleClientId));
-        AppServices services{AppModes()};
-        SyncSettingsPage page(&services);
-        QVERIFY(!page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->isEnabled());
-    }
-    QSettings().setValue(QLatin1String(SettingsKey::GoogleClientId), FakeGoogle::ClientId);
-    AppServices services{AppModes()};
-    SyncSettingsPage page(&services);
-    page.show();
-    QSignalSpy runs(&page, &SyncSettingsPage::syncNow);
-    m_google->denyNextConsent();
-    page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->click();
-    QTRY_VERIFY(!page.findChild<QLabel *>(QStringLiteral("chooseError"))->text().isEmpty());
-    QVERIFY(page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->isVisible());
-    QCOMPARE(runs.size(), 0);
-
-    page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->click();
-    QTRY_COMPARE(runs.size(), 1); // linked: a first run starts at once
-    QVERIFY(services.googleDrive()->isValid());
-    QVERIFY(page.findChild<QListWidget *>(QStringLiteral("clients"))->isVisible());
-    QVERIFY(page.findChild<QLabel *>(QStringLiteral("chooseError"))->text().isEmpty());
-
-    page.findChild<QPushButton *>(QStringLiteral("stopSync"))->click();
-    QVERIFY(!services.googleDrive()->isValid());
-    QVERIFY(services.googleDrive()->idToken().isEmpty());
-    QVERIFY(page.findChild<QPushButton *>(QStringLiteral("useGoogleDrive"))->isVisible());
 }
 
 void TestGoogleDrive::newsFromAnotherComputerQueuesThatContentOnly()

@@ -4,29 +4,18 @@
 #include "actions/actionfiles.h"
 #include "base/appmodes.h"
 #include "base/cipher.h"
-#include "base/relativetime.h"
 #include "base/settings.h"
-#include "services/appservices.h"
-#include "support/modalanswer.h"
 #include "support/testprofile.h"
-#include "sync/remote/notifier.h"
 #include "sync/sync.h"
 #include "sync/synclocalfolder.h"
 #include "sync/syncpayload.h"
 #include "synclog.h"
-#include "ui/settings/synclogdialog.h"
-#include "ui/settings/syncsettingspage.h"
 
-#include <QApplication>
-#include <QCheckBox>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonObject>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -90,10 +79,6 @@ private slots:
     void damagedNewestVersionsArePassedOver_data();
     void damagedNewestVersionsArePassedOver();
     void resyncWritesEverythingAgainEncrypted();
-    void folderWatchReportsOtherComputersFiles();
-    void settingsPageAsksAndKeepsTheOldPassPhrase();
-    void relativeTimeTexts_data();
-    void relativeTimeTexts();
 
 private:
     // One run to its end: the status it ended with (-1: none came).
@@ -568,96 +553,6 @@ void TestSync::resyncWritesEverythingAgainEncrypted()
     // Written again in place, a version keeps the time that orders it among the others.
     QVERIFY(logged(QStringLiteral("Sync: Resync upload finished for ") + snippets.fileName()));
     QCOMPARE(QFileInfo(snippets.filePath()).lastModified(), snippetsTime);
-}
-
-void TestSync::folderWatchReportsOtherComputersFiles()
-{
-    Notifier notifier;
-    notifier.connectTarget(QStringLiteral("LocalFolder"));
-    QVERIFY(notifier.isWatchingFolder());
-    QSignalSpy updated(&notifier, &Notifier::dataUpdated);
-    QTest::qWait(20);
-    writeOnline(QStringLiteral("History#abc.json"), "x", QDateTime::currentDateTime().addSecs(5));
-    writeOnline(QStringLiteral("unrelated.txt"), "x", QDateTime::currentDateTime().addSecs(5));
-    QVERIFY(updated.wait(Notifier::FolderSettleMs + 2000));
-    QTest::qWait(Notifier::FolderSettleMs + 200);
-    QCOMPARE(updated.size(), 1);
-    QCOMPARE(updated.first().first().toString(), QStringLiteral("History.json"));
-
-    // While the engine works through its own changes, nothing is reported; what came meanwhile
-    // is looked at once it is done.
-    notifier.setReact(false);
-    writeOnline(QStringLiteral("Snippets#abc.json"), "x", QDateTime::currentDateTime().addSecs(10));
-    QTest::qWait(Notifier::FolderSettleMs + 300);
-    QCOMPARE(updated.size(), 1);
-    notifier.setReact(true);
-    QVERIFY(updated.wait(Notifier::FolderSettleMs + 2000));
-    QCOMPARE(updated.last().first().toString(), QStringLiteral("Snippets.json"));
-}
-
-void TestSync::settingsPageAsksAndKeepsTheOldPassPhrase()
-{
-    AppServices services{AppModes()};
-    SyncSettingsPage page(&services);
-    QSignalSpy runs(&page, &SyncSettingsPage::syncNow);
-    QString question;
-    const auto answer = [&question](QMessageBox::StandardButton button) {
-        ModalAnswer::whenOpens([&question, button](QWidget *box) {
-            question = qobject_cast<QMessageBox *>(box)->text();
-            qobject_cast<QMessageBox *>(box)->button(button)->click();
-        });
-    };
-    answer(QMessageBox::No);
-    page.findChild<QPushButton *>(QStringLiteral("syncDownload"))->click();
-    QVERIFY(question.startsWith(QStringLiteral("All your local content will be overwritten")));
-    QCOMPARE(runs.size(), 0);
-    answer(QMessageBox::Yes);
-    page.findChild<QPushButton *>(QStringLiteral("syncUpload"))->click();
-    QVERIFY(question.startsWith(QStringLiteral("The remote data will be overwritten")));
-    QCOMPARE(runs.size(), 1);
-    QCOMPARE(runs.last().first().value<SyncDirection>(), SyncDirection::ToServer);
-    question.clear();
-    page.findChild<QPushButton *>(QStringLiteral("syncBothWays"))->click();
-    QVERIFY(question.isEmpty());
-    QCOMPARE(runs.last().first().value<SyncDirection>(), SyncDirection::Both);
-
-    // Encryption needs a pass phrase; a new one keeps the old one for files written before.
-    QCheckBox *encrypt = page.findChildren<QCheckBox *>().last();
-    auto *passphrase = page.findChild<QLineEdit *>();
-    encrypt->setChecked(true);
-    QVERIFY(!page.save());
-    passphrase->setText(QStringLiteral("one"));
-    QVERIFY(page.save());
-    QVERIFY(QSettings().value(SettingsKey::EncryptData).toBool());
-    passphrase->setText(QStringLiteral("two"));
-    QVERIFY(page.save());
-    QCOMPARE(Settings::secret(SettingsKey::Passphrase), QStringLiteral("two"));
-    QCOMPARE(Settings::secret(SettingsKey::PreviousPassphrase), QStringLiteral("one"));
-    QVERIFY(!page.save());
-
-    page.findChild<QPushButton *>(QStringLiteral("stopSync"))->click();
-    QCOMPARE(QSettings().value(SettingsKey::SyncTarget).toString(), QStringLiteral("None"));
-    QVERIFY(QFileInfo(SyncLogDialog::defaultExportPath()).fileName().startsWith("Synclog-"));
-}
-
-void TestSync::relativeTimeTexts_data()
-{
-    QTest::addColumn<qint64>("ms");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("seconds") << qint64(59999) << QStringLiteral("A few seconds ago");
-    QTest::newRow("a minute") << qint64(60999) << QStringLiteral("A minute ago");
-    QTest::newRow("61 s") << qint64(61000) << QStringLiteral("1 minutes ago");
-    QTest::newRow("an hour") << qint64(3600500) << QStringLiteral("An hour ago");
-    QTest::newRow("5 h") << qint64(5 * 3600000 + 1) << QStringLiteral("5 hours ago");
-    QTest::newRow("a day") << qint64(86400999) << QStringLiteral("A day ago");
-    QTest::newRow("3 d") << qint64(3 * 86400000LL) << QStringLiteral("3 days ago");
-}
-
-void TestSync::relativeTimeTexts()
-{
-    QFETCH(qint64, ms);
-    QFETCH(QString, text);
-    QCOMPARE(RelativeTime::ago(ms), text);
 }
 
 QTEST_MAIN(TestSync)

@@ -4,8 +4,6 @@
 #include "maintenance/crashreports.h"
 #include "support/testprofile.h"
 
-#include <QAbstractButton>
-#include <QApplication>
 #include <QDir>
 #include <QHostAddress>
 #include <QHttpServer>

@@ -1,7 +1,6 @@
 // The paste window as a user drives it with the keyboard: pages, search, the commands on
 // clippings, pasting back into the application it was opened from. The desktop is a fake that
 // records the keys the window sends; the clipboard is the real one of the test process.
-#include "app/application.h"
 #include "base/settings.h"
 #include "base/settingsevents.h"
 #include "clipboard/clipboardops.h"
@@ -29,6 +28,7 @@
 #include "ui/settings/settingsdialog.h"
 #include "ui/snippets/snippettreeview.h"
 #include "ui/theme.h"
+#include <QApplication>
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -753,7 +753,7 @@ int main(int argc, char *argv[])
 {
     TestProfile profile;
     profile.useInThisProcess();
-    Application app(argc, argv);
+    QApplication app(argc, argv);
     TestMainWindow test;
     return QTest::qExec(&test, argc, argv);
 }

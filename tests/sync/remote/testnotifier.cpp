@@ -1,10 +1,13 @@
 // The notifier's websocket side against our notification service, run as its own process:
 // notifications reach only the same user's other computers, the client list, reconnection
 // with a growing delay when the service goes away, and a service that shrugs off bad clients.
+#include "base/settings.h"
 #include "support/fakegoogle.h"
 #include "support/testprofile.h"
 #include "sync/remote/notifier.h"
 
+#include <QDateTime>
+#include <QFile>
 #include <QHostInfo>
 #include <QProcess>
 #include <QRegularExpression>
@@ -166,6 +169,7 @@ private slots:
     void unmaskedFramesEndTheConnection();
     void computersReconnectWithAGrowingDelay();
     void secureWebSocketsWithACertificate();
+    void folderWatchReportsOtherComputersFiles();
 
 private:
     TestProfile m_profile;
@@ -440,6 +444,40 @@ void TestNotifier::secureWebSocketsWithACertificate()
     QVERIFY(received.wait());
     QCOMPARE(received.first().first().toString(),
              QStringLiteral(R"({"clients":[],"operation":"clientList"})"));
+}
+
+void TestNotifier::folderWatchReportsOtherComputersFiles()
+{
+    QTemporaryDir folder;
+    Settings::setValue(SettingsKey::SyncFolder, folder.path());
+    const auto writeOnline = [&folder](const QString &name, const QDateTime &time) {
+        QFile file(folder.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("x");
+        file.flush(); // else closing would stamp the file with the time of the write
+        QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+    };
+    Notifier notifier;
+    notifier.connectTarget(QStringLiteral("LocalFolder"));
+    QVERIFY(notifier.isWatchingFolder());
+    QSignalSpy updated(&notifier, &Notifier::dataUpdated);
+    QTest::qWait(20);
+    writeOnline(QStringLiteral("History#abc.json"), QDateTime::currentDateTime().addSecs(5));
+    writeOnline(QStringLiteral("unrelated.txt"), QDateTime::currentDateTime().addSecs(5));
+    QVERIFY(updated.wait(Notifier::FolderSettleMs + 2000));
+    QTest::qWait(Notifier::FolderSettleMs + 200);
+    QCOMPARE(updated.size(), 1);
+    QCOMPARE(updated.first().first().toString(), QStringLiteral("History.json"));
+
+    // While the engine works through its own changes, nothing is reported; what came meanwhile
+    // is looked at once it is done.
+    notifier.setReact(false);
+    writeOnline(QStringLiteral("Snippets#abc.json"), QDateTime::currentDateTime().addSecs(10));
+    QTest::qWait(Notifier::FolderSettleMs + 300);
+    QCOMPARE(updated.size(), 1);
+    notifier.setReact(true);
+    QVERIFY(updated.wait(Notifier::FolderSettleMs + 2000));
+    QCOMPARE(updated.last().first().toString(), QStringLiteral("Snippets.json"));
 }
 
 QTEST_MAIN(TestNotifier)

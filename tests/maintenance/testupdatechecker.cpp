@@ -2,8 +2,6 @@
 // as the tool does, with updates, without, or with an error.
 #include "maintenance/updatechecker.h"
 
-#include <QAbstractButton>
-#include <QApplication>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
