@@ -10,8 +10,9 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 
+// Given by the build to this room's library (empty sends none).
 #ifndef VELMORIN_CRASH_REPORT_URL
-#define VELMORIN_CRASH_REPORT_URL ""
+#error "VELMORIN_CRASH_REPORT_URL must be defined"
 #endif
 
 namespace {

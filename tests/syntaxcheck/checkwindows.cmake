@@ -11,6 +11,9 @@ endif()
 
 set(flags -std=c++17 -fsyntax-only -Wall -Wextra -Werror
     -DUNICODE -D_UNICODE -DWIN32_LEAN_AND_MEAN -DNOMINMAX
+    # What the build gives the sync and maintenance rooms.
+    -DVELMORIN_GOOGLE_CLIENT_ID=\"\" -DVELMORIN_GOOGLE_CLIENT_SECRET=\"\"
+    -DVELMORIN_NOTIFIER_URL=\"\" -DVELMORIN_CRASH_REPORT_URL=\"\"
     -isystem ${QT_INCLUDE_DIR} -isystem ${QSCINTILLA_INCLUDE_DIR})
 foreach(module Core Gui Widgets Network WebSockets Qml Svg)
     list(APPEND flags -isystem ${QT_INCLUDE_DIR}/Qt${module})

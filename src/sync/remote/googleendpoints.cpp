@@ -2,14 +2,11 @@
 
 #include "base/settings.h"
 
-#ifndef VELMORIN_GOOGLE_CLIENT_ID
-#define VELMORIN_GOOGLE_CLIENT_ID ""
-#endif
-#ifndef VELMORIN_GOOGLE_CLIENT_SECRET
-#define VELMORIN_GOOGLE_CLIENT_SECRET ""
-#endif
-#ifndef VELMORIN_NOTIFIER_URL
-#define VELMORIN_NOTIFIER_URL ""
+// Given by the build to this room's library (empty when the deployment has none); a build that
+// lost them must not quietly ship without its Google client.
+#if !defined(VELMORIN_GOOGLE_CLIENT_ID) || !defined(VELMORIN_GOOGLE_CLIENT_SECRET) ||              \
+    !defined(VELMORIN_NOTIFIER_URL)
+#error "The build defines the Google client and the notification service"
 #endif
 
 namespace {
