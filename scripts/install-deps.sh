@@ -27,8 +27,9 @@ packages=(
     tesseract-ocr tesseract-ocr-eng
     # the secure websocket test makes its own certificate
     openssl
-    # formatting check, and line coverage (the coverage target) counted by hand
-    clang-format gcovr
+    # formatting check, the size of the tests against the code, and line coverage (the
+    # coverage target, run by hand)
+    clang-format cloc gcovr
 )
 
 sudo=""

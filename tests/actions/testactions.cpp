@@ -41,7 +41,6 @@ private slots:
     void generatedTextsHaveTheirShape();
     void dateAndValueRoundTrip_data();
     void dateAndValueRoundTrip();
-    void newFileNamesAreUnique();
     void listingOrderTombstonesAndHiddenActions();
 
 private:
@@ -370,26 +369,6 @@ void TestActions::dateAndValueRoundTrip()
     QString error;
     QCOMPARE(run(builtIn("09-valuetodate.json"), QStringLiteral("soon"), &error), QStringList());
     QVERIFY(error.contains(QLatin1String("soon")));
-}
-
-void TestActions::newFileNamesAreUnique()
-{
-    const QString folder = ActionFiles::userFolder() + QDir::separator();
-    QDir().mkpath(folder);
-    const QString first = ActionFiles::newFilePath(QStringLiteral("My action!"));
-    QCOMPARE(first, folder + "MyAction.json");
-    QVERIFY(ActionFiles::writeAction(first, {{"title", "My action!"}}));
-    QCOMPARE(ActionFiles::newFilePath(QStringLiteral("My action!")), folder + "MyAction-1.json");
-
-    // Nothing of the title is left: the name is the extension alone, then numbered.
-    QCOMPARE(ActionFiles::newFilePath(QStringLiteral("ÄÖÜ ?")), folder + ".json");
-    QVERIFY(ActionFiles::writeAction(folder + ".json", {{"title", "ÄÖÜ ?"}}));
-    QCOMPARE(ActionFiles::newFilePath(QString()), folder + "-1.json");
-
-    // Written compact, in one piece.
-    QFile written(first);
-    QVERIFY(written.open(QIODevice::ReadOnly));
-    QCOMPARE(written.readAll(), QByteArray(R"({"title":"My action!"})"));
 }
 
 void TestActions::listingOrderTombstonesAndHiddenActions()

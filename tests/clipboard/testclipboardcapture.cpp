@@ -83,7 +83,6 @@ private slots:
 
     void signatures();
     void repeatsAndSwallowedChangesAreNotReported();
-    void sourceApplicationIsTheOneInFront();
     void rulesRewriteTheClipboard_data();
     void rulesRewriteTheClipboard();
     void privateContentIsLeftAlone_data();
@@ -188,22 +187,6 @@ void TestClipboardCapture::repeatsAndSwallowedChangesAreNotReported()
     const QList<Change> changes = takeChanges();
     QCOMPARE(changes.size(), 1);
     QCOMPARE(changes.first().data->text(), QStringLiteral("pasted by us"));
-}
-
-void TestClipboardCapture::sourceApplicationIsTheOneInFront()
-{
-    setClipboard(mime(QStringLiteral("from the editor")));
-    QList<Change> changes = takeChanges();
-    QCOMPARE(changes.size(), 1);
-    QCOMPARE(changes.first().application, QStringLiteral("editor.exe"));
-    QCOMPARE(changes.first().icon.size(), QSize(16, 16));
-
-    // An application that cannot be told still gets its copy recorded.
-    m_desktop->foregroundName.clear();
-    setClipboard(mime(QStringLiteral("from nowhere")));
-    changes = takeChanges();
-    QCOMPARE(changes.size(), 1);
-    QCOMPARE(changes.first().application, QString());
 }
 
 void TestClipboardCapture::rulesRewriteTheClipboard_data()

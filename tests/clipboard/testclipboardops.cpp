@@ -29,16 +29,13 @@ private slots:
     void pasteKeysSuitTheWindow_data();
     void pasteKeysSuitTheWindow();
     void secondDelayedPasteIsRefused();
-    void delayedPasteWithCursorMovesAfterThePaste();
     void moveCursorSelectsBackwards();
     void pastePlainTextRestoresTheClipboard();
     void overlappingPastesPutTheUsersClipboardBack();
     void copyOfClipboardKeepsEveryFormat();
-    void clippingTextAsItWasCopied();
     void clippingImageAsImageOrFile();
     void htmlCleanup_data();
     void htmlCleanup();
-    void iconsAreScaledTo64();
 
 private:
     QClipboard *clipboard() const { return QGuiApplication::clipboard(); }
@@ -126,13 +123,6 @@ void TestClipboardOps::secondDelayedPasteIsRefused()
     QTRY_COMPARE(m_desktop->events.size(), 8);
 }
 
-void TestClipboardOps::delayedPasteWithCursorMovesAfterThePaste()
-{
-    ClipboardOps::delayedPasteWithCursor({1, 1});
-    QTRY_COMPARE(m_desktop->keyLog(),
-                 QStringLiteral("+Ctrl +V -Ctrl -V +Left -Left +Shift +Left -Shift -Left"));
-}
-
 void TestClipboardOps::moveCursorSelectsBackwards()
 {
     ClipboardOps::moveCursor({-1, 4});
@@ -208,34 +198,6 @@ void TestClipboardOps::copyOfClipboardKeepsEveryFormat()
     QCOMPARE(qvariant_cast<QImage>(copy->imageData()).size(), QSize(8, 4));
 }
 
-void TestClipboardOps::clippingTextAsItWasCopied()
-{
-    // Pasted as it was copied: bold, italic, colour and underline as a rich editor writes them.
-    const QString html = QStringLiteral(
-        "<h1 id=\"t\">Title</h1><p><span style=\"font-weight:bold; color:#c00000\">bold red</span> "
-        "<i>italic</i> <u>underlined</u> <a href=\"https://example.org/\">link</a></p>");
-    auto *item =
-        Clipping::newTextItem(QStringLiteral("Title bold red italic underlined link"), html, {},
-                              QStringLiteral("app"), QDateTime::currentDateTime());
-    m_model.appendRow(item);
-    ClipboardOps::putClippingText(item->index(), ClipboardOps::WithFormatting);
-    QCOMPARE(clipboard()->text(), QStringLiteral("Title bold red italic underlined link"));
-    QCOMPARE(clipboard()->mimeData()->html(), html);
-    // Marked with the clipping's application, which the history keeps when it comes back.
-    QCOMPARE(ClipboardMarks::owner(*clipboard()->mimeData()), QStringLiteral("app"));
-
-    ClipboardOps::putClippingText(item->index(), ClipboardOps::PlainText);
-    QVERIFY(!clipboard()->mimeData()->hasHtml());
-
-    // A text without HTML gets no empty HTML part, which rich editors would paste instead.
-    auto *plain = Clipping::newTextItem(QStringLiteral("plain"), QString(), {},
-                                        QStringLiteral("app"), QDateTime::currentDateTime());
-    m_model.appendRow(plain);
-    ClipboardOps::putClippingText(plain->index(), ClipboardOps::WithFormatting);
-    QVERIFY(!clipboard()->mimeData()->hasHtml());
-    QCOMPARE(clipboard()->text(), QStringLiteral("plain"));
-}
-
 void TestClipboardOps::clippingImageAsImageOrFile()
 {
     QImage image(20, 10, QImage::Format_RGB32);
@@ -279,15 +241,6 @@ void TestClipboardOps::htmlCleanup()
     QFETCH(QString, html);
     QFETCH(QString, cleaned);
     QCOMPARE(HtmlCleanup::clean(html), cleaned);
-}
-
-void TestClipboardOps::iconsAreScaledTo64()
-{
-    QCOMPARE(Platform::iconForHistory(QImage(256, 256, QImage::Format_ARGB32)).size(),
-             QSize(64, 64));
-    QCOMPARE(Platform::iconForHistory(QImage(100, 20, QImage::Format_ARGB32)).size(),
-             QSize(64, 64));
-    QCOMPARE(Platform::iconForHistory(QImage(32, 32, QImage::Format_ARGB32)).size(), QSize(32, 32));
 }
 
 QTEST_MAIN(TestClipboardOps)

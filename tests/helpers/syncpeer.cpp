@@ -4,9 +4,8 @@
 //
 //   copy TEXT | remove TEXT | image NAME | bigimage NAME    the history
 //   link                                        authorise Google Drive (through the stand-in)
-//   snippet TITLE TEXT | edit TITLE TEXT | drop TITLE    snippets, in the group "Peer"
+//   snippet TITLE TEXT | edit TITLE TEXT          snippets, in the group "Peer"
 //   action FILE TITLE | unaction FILE           action files
-//   join FOLDER                                 start syncing through a shared folder
 //   sync | encrypt PASSPHRASE | state | uploads
 #include "actions/actionfiles.h"
 #include "base/appmodes.h"
@@ -67,10 +66,6 @@ public:
         connect(&m_sync, &Sync::contentUploaded, this, [this] { ++m_uploads; });
         connect(&m_sync, &Sync::syncStatus, this, &Peer::onStatus);
         connect(&m_sync, &Sync::syncInitialized, this, [this](bool success) {
-            if (m_joining) {
-                m_waiting = std::exchange(m_joining, 0);
-                m_sync.syncAll(SyncDirection::Both);
-            }
             if (m_linking)
                 reply(std::exchange(m_linking, 0),
                       success ? QStringLiteral("1") : QStringLiteral("0"));
@@ -105,17 +100,11 @@ public:
         } else if (command == QLatin1String("edit")) {
             m_snippets.setSnippetData(snippet(first), Snippet::TextRole, rest);
             m_snippets.finishSaves();
-        } else if (command == QLatin1String("drop")) {
-            m_snippets.removeItem(snippet(all));
-            m_snippets.finishSaves();
         } else if (command == QLatin1String("action")) {
             writeAction(first, rest);
         } else if (command == QLatin1String("unaction")) {
             ActionFiles::markDeleted(QDir(ActionFiles::userFolder()).filePath(all));
             m_sync.syncActions();
-        } else if (command == QLatin1String("join")) {
-            join(all);
-            return;
         } else if (command == QLatin1String("sync")) {
             m_waiting = m_number;
             m_sync.syncAll(SyncDirection::Both);
@@ -223,16 +212,6 @@ private:
         m_sync.syncActions();
     }
 
-    // As the sync settings page does it when the user picks a folder: the first run starts
-    // once the target is ready.
-    void join(const QString &folder)
-    {
-        QSettings().setValue(SettingsKey::SyncTarget, ISyncTarget::LocalFolderSetting);
-        QSettings().setValue(SettingsKey::SyncFolder, folder);
-        m_joining = m_number;
-        m_localFolder.initialise(ISyncTarget::UseConfigured);
-    }
-
     // As the settings dialog does it: the old pass phrase is kept to read older files, and
     // everything online is written again.
     void encrypt(const QString &passphrase)
@@ -290,7 +269,6 @@ private:
     Notifier m_notifier;
     FakeBrowser m_browser;
     int m_linking = 0;
-    int m_joining = 0;
     int m_number = 0;
     int m_waiting = 0;
     int m_uploads = 0;

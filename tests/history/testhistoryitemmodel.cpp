@@ -128,7 +128,6 @@ private slots:
     void excludedApplicationsAndDisabledImages();
     void pinnedClippingsStayOnTop();
     void trimmingSkipsLockedClippings();
-    void removingAnImageDeletesItsFolder();
     void clearingMarksRowsAndTheProxyHidesThem();
     void removedClippingsTakeTheirPlaceByTime();
     void thumbnailForAGoneClipping();
@@ -384,21 +383,6 @@ void TestHistoryItemModel::trimmingSkipsLockedClippings()
     QVERIFY(!rows.contains(QStringLiteral("text 4")));
     QVERIFY(mergeLines().contains(QStringLiteral("Merge clippings: Removing 'text 4' from the "
                                                  "history")));
-}
-
-void TestHistoryItemModel::removingAnImageDeletesItsFolder()
-{
-    const QUuid id = QUuid::createUuid();
-    QVERIFY(QDir().mkpath(imageFolder(id)));
-    QFile file(imageFolder(id) + QStringLiteral("/shot.png"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.close();
-    QVERIFY(m_model->merge(imageItem(id, QStringLiteral("shot.png"), kStart)));
-    QVERIFY(m_model->merge(textItem(QStringLiteral("a text"), kStart.addSecs(1))));
-
-    m_model->removeClipping(1);
-    QVERIFY(!QDir(imageFolder(id)).exists());
-    QCOMPARE(briefs(*m_model), QStringList(QStringLiteral("a text")));
 }
 
 void TestHistoryItemModel::clearingMarksRowsAndTheProxyHidesThem()

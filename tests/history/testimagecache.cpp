@@ -78,7 +78,6 @@ private slots:
     void previewsShowTheWholeImage_data();
     void previewsShowTheWholeImage();
     void copyToCacheWritesWhatItIsGiven();
-    void thumbnailsComeFromTheCacheOrNotAtAll();
     void cleaningDeletesOnlyFoldersNobodyOwns();
     void anAddedImageGetsItsFileAndThumbnail_data();
     void anAddedImageGetsItsFileAndThumbnail();
@@ -155,26 +154,6 @@ void TestImageCache::copyToCacheWritesWhatItIsGiven()
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Failed to copy")));
     runTask(new CopyToCache(QImage(), QByteArray(), fileId, QStringLiteral("PHOTO.JPG"),
                             QUrl::fromLocalFile(m_profile.path(QStringLiteral("missing.png")))));
-}
-
-void TestImageCache::thumbnailsComeFromTheCacheOrNotAtAll()
-{
-    const QUuid id = QUuid::createUuid();
-    QVERIFY(QDir().mkpath(imageFolder(id)));
-    QVERIFY(bands(1000, 500, 167, 833).save(imageFolder(id) + QStringLiteral("/wide.png")));
-    auto *task = new MakeThumbnail(id, QStringLiteral("wide.png"));
-    QSignalSpy thumbnails(task, &MakeThumbnail::thumbnail);
-    runTask(task);
-    QTRY_COMPARE(thumbnails.size(), 1);
-    QVERIFY(showsAllBands(thumbnails.at(0).at(0).value<QImage>(), QSize(160, 80)));
-    QCOMPARE(thumbnails.at(0).at(1).toUuid(), id);
-
-    auto *missing = new MakeThumbnail(id, QStringLiteral("gone.png"));
-    QSignalSpy none(missing, &MakeThumbnail::thumbnail);
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Failed to load image")));
-    runTask(missing);
-    QCoreApplication::processEvents();
-    QCOMPARE(none.size(), 0);
 }
 
 void TestImageCache::cleaningDeletesOnlyFoldersNobodyOwns()

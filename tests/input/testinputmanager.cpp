@@ -22,11 +22,7 @@ private slots:
     void init();
     void wordBreaksAndCharacters_data();
     void wordBreaksAndCharacters();
-    void requireSpaceKeepsTheSpace();
-    void bufferChangesOnALaterTurn();
     void mouseButtonsBreakTheWord();
-    void hooksAreInstalledOnceAndLogged();
-    void settingsAreReadAgainWhenChanged();
     void sendKeyOrderAndFlags();
     void tapCharacterAddsTheModifiersItNeeds();
     void typeTextGoesByteByByte();
@@ -112,69 +108,12 @@ void TestInputManager::wordBreaksAndCharacters()
     QCOMPARE(m_input->typedWord(), word);
 }
 
-void TestInputManager::requireSpaceKeepsTheSpace()
-{
-    QSettings().setValue(SettingsKey::RequireSpace, true);
-    SettingsEvents::instance()->notifyChanged();
-    QVERIFY(m_input->requireSpace());
-    QSignalSpy characters(m_input, &InputManager::characterTyped);
-    type('A', QStringLiteral("a"));
-    type(VirtualKey::Space, QStringLiteral(" "));
-    QCOMPARE(characters.count(), 2);
-    QCOMPARE(characters.last().first().toChar(), QLatin1Char(' '));
-    // The space asks for a match; it does not become part of the word.
-    QCOMPARE(m_input->typedWord(), QStringLiteral("a"));
-}
-
-void TestInputManager::bufferChangesOnALaterTurn()
-{
-    emit m_desktop->keyPressed('A', QStringLiteral("a"));
-    QCOMPARE(m_input->typedWord(), QString());
-    QCoreApplication::processEvents();
-    QCOMPARE(m_input->typedWord(), QStringLiteral("a"));
-}
-
 void TestInputManager::mouseButtonsBreakTheWord()
 {
     type('A', QStringLiteral("a"));
     emit m_desktop->mouseButtonPressed();
     QCoreApplication::processEvents();
     QCOMPARE(m_input->typedWord(), QString());
-}
-
-void TestInputManager::hooksAreInstalledOnceAndLogged()
-{
-    QTest::ignoreMessage(QtDebugMsg, "Keyboard hook registered successfully");
-    QTest::ignoreMessage(QtDebugMsg, "Mouse hook registered successfully");
-    m_input->installHooks();
-    m_input->installHooks(); // already installed: nothing more is logged
-    QVERIFY(m_desktop->isHookInstalled(IDesktop::KeyboardHook));
-    QVERIFY(m_desktop->isHookInstalled(IDesktop::MouseHook));
-
-    QTest::ignoreMessage(QtDebugMsg, "Keyboard hook unregistered successfully");
-    QTest::ignoreMessage(QtDebugMsg, "Mouse hook unregistered successfully");
-    QVERIFY(m_input->removeHooks());
-
-    m_desktop->refuseHooks = true;
-    QTest::ignoreMessage(QtWarningMsg, "Unable to create the keyboard hook");
-    QTest::ignoreMessage(QtWarningMsg, "Unable to create the mouse hook");
-    m_input->installHooks();
-    m_desktop->refuseHooks = false;
-    QVERIFY(m_input->removeHooks());
-}
-
-void TestInputManager::settingsAreReadAgainWhenChanged()
-{
-    QSettings settings;
-    settings.setValue(SettingsKey::NoExpandApplications, QStringList{QStringLiteral("vim")});
-    settings.setValue(SettingsKey::DelayedApplications,
-                      QVariantMap{{QStringLiteral("slow.exe"), 300}});
-    SettingsEvents::instance()->notifyChanged();
-    // The program's own executable, whatever it is called, is always among them.
-    QCOMPARE(m_input->noExpandApplications(),
-             (QSet<QString>{QStringLiteral("vim"), QStringLiteral("Velmorin.exe"),
-                            QStringLiteral("Velmorin"), QStringLiteral("testinputmanager")}));
-    QCOMPARE(m_input->delayedApplications().value(QStringLiteral("slow.exe")).toInt(), 300);
 }
 
 void TestInputManager::sendKeyOrderAndFlags()

@@ -41,11 +41,7 @@ private slots:
     void initTestCase();
     void init();
     void expandsWithExactlyItsBackspaces();
-    void requireSpace();
     void backspaceInsideTheKeywordStillMatches();
-    void caretMarkersLeaveASelection();
-    void clippingPlaceholderAndTheClipboardComesBack();
-    void noExpandAndDelayedApplications();
     void neverInsideItsOwnWindows();
     void expandsInTerminals_data();
     void expandsInTerminals();
@@ -113,77 +109,12 @@ void TestExpansion::expandsWithExactlyItsBackspaces()
     QCOMPARE(m_target.text(), QStringLiteral("ab Be right back. xsig"));
 }
 
-void TestExpansion::requireSpace()
-{
-    useSettings(true);
-    QVERIFY(type(QStringLiteral("sig")));
-    QTest::qWait(300);
-    QCOMPARE(m_target.text(), QStringLiteral("sig"));
-    QVERIFY(type(QStringLiteral(" ")));
-    // The space went too: four Backspaces.
-    QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("Best, Ann"), 5000);
-    QTest::qWait(600);
-
-    QVERIFY(m_target.clear());
-    QVERIFY(type(QStringLiteral("sig")));
-    QVERIFY(press(QStringLiteral("Return")));
-    QVERIFY(type(QStringLiteral(" ")));
-    QTest::qWait(300);
-    QCOMPARE(m_target.text(), QStringLiteral("sig\n "));
-}
-
 void TestExpansion::backspaceInsideTheKeywordStillMatches()
 {
     QVERIFY(type(QStringLiteral("si")));
     QVERIFY(press(QStringLiteral("BackSpace")));
     QVERIFY(type(QStringLiteral("ig")));
     QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("Best, Ann"), 5000);
-    QTest::qWait(600);
-}
-
-void TestExpansion::caretMarkersLeaveASelection()
-{
-    QVERIFY(type(QStringLiteral("dear")));
-    QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("Dear name,"), 5000);
-    // "name" selected, the caret at its start.
-    QTRY_COMPARE(m_target.state().value(QLatin1String("position")).toInt(), 5);
-    QCOMPARE(m_target.state().value(QLatin1String("anchor")).toInt(), 9);
-    QTest::qWait(600);
-}
-
-void TestExpansion::clippingPlaceholderAndTheClipboardComesBack()
-{
-    QDateTime clock = QDateTime::currentDateTime();
-    m_history->setClock([&clock] { return clock; });
-    m_history->addText(QStringLiteral("second newest"), QString(), {}, QStringLiteral("app"));
-    clock = clock.addSecs(1);
-    m_history->addText(QStringLiteral("newest"), QString(), {}, QStringLiteral("app"));
-    QGuiApplication::clipboard()->setText(QStringLiteral("the user's own"));
-    QVERIFY(type(QStringLiteral("::second")));
-    QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("[second newest]"), 5000);
-    QTRY_COMPARE_WITH_TIMEOUT(QGuiApplication::clipboard()->text(),
-                              QStringLiteral("the user's own"), 2000);
-    m_history->finishSaves();
-}
-
-void TestExpansion::noExpandAndDelayedApplications()
-{
-    const QString editor = QFileInfo(TargetWindow::editorPath()).fileName();
-    QTRY_COMPARE(Platform::foregroundApplicationName(), editor);
-    useSettings(false, {editor});
-    QVERIFY(type(QStringLiteral("sig")));
-    QTest::qWait(300);
-    QCOMPARE(m_target.text(), QStringLiteral("sig"));
-
-    // Typing on within the delay drops the expansion; waiting gets it.
-    QVERIFY(m_target.clear());
-    emit m_input->keywordBreakerTyped();
-    useSettings(false, {}, {{editor, 800}});
-    QVERIFY(type(QStringLiteral("sign")));
-    QTest::qWait(1200);
-    QCOMPARE(m_target.text(), QStringLiteral("sign"));
-    QVERIFY(type(QStringLiteral(" sig")));
-    QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("sign Best, Ann"), 5000);
     QTest::qWait(600);
 }
 

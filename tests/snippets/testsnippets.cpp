@@ -99,10 +99,8 @@ private slots:
     void exampleHeaders();
     void editsAreTimedSavedTogetherAndBackedUp();
     void movingToAnotherGroupLeavesNoTwin();
-    void keywords();
     void exportAndImport();
     void backupsAreTrimmed();
-    void filePathFollowsTheModes();
     void placeholders_data();
     void placeholders();
     void actionPlaceholders();
@@ -485,23 +483,6 @@ void TestSnippets::movingToAnotherGroupLeavesNoTwin()
     model.finishSaves();
 }
 
-void TestSnippets::keywords()
-{
-    SnippetItemModel model(snippetPath());
-    const QModelIndex group = model.addGroup(QStringLiteral("G"));
-    const QModelIndex first = model.addSnippet(group, QStringLiteral("First"), QStringLiteral("1"));
-    const QModelIndex second =
-        model.addSnippet(group, QStringLiteral("Second"), QStringLiteral("2"));
-    model.addSnippet(group, QStringLiteral("None"), QStringLiteral("3"));
-    model.setSnippetData(first, ExpanderRole, QStringLiteral("kw"));
-    model.setSnippetData(second, ExpanderRole, QStringLiteral("kw"));
-    QCOMPARE(model.keywords(), (QMap<QString, QString>{{"kw", "1"}}));
-    QCOMPARE(model.keywordOwner(QStringLiteral("kw"), second), QStringLiteral("First"));
-    QCOMPARE(model.keywordOwner(QStringLiteral("kw"), first), QStringLiteral("Second"));
-    QCOMPARE(model.keywordOwner(QStringLiteral("other")), QString());
-    model.finishSaves();
-}
-
 void TestSnippets::exportAndImport()
 {
     SnippetItemModel model(snippetPath());
@@ -552,22 +533,6 @@ void TestSnippets::backupsAreTrimmed()
     QVERIFY(today.open(QIODevice::ReadOnly));
     QCOMPARE(today.readAll(), QByteArray("later"));
     QCOMPARE(folder.entryList(QDir::Files).size(), 20);
-}
-
-void TestSnippets::filePathFollowsTheModes()
-{
-    AppModes normal;
-    AppModes demo;
-    demo.demo = true;
-    AppModes perfTest;
-    perfTest.perfTest = true;
-    perfTest.demo = true; // the performance test wins
-    QSettings().setValue(SettingsKey::SnippetFilePath, QStringLiteral("/data/mine/Tree.json"));
-    QCOMPARE(SnippetFile::path(normal), QStringLiteral("/data/mine/Tree.json"));
-    QCOMPARE(SnippetFile::path(demo), QStringLiteral("/data/mine/Snippets-demo.json"));
-    QCOMPARE(SnippetFile::path(perfTest), QStringLiteral("/data/mine/Snippets-perftest.json"));
-    QSettings().remove(SettingsKey::SnippetFilePath);
-    QCOMPARE(QFileInfo(SnippetFile::path(normal)).fileName(), QStringLiteral("Snippets.json"));
 }
 
 void TestSnippets::placeholders_data()

@@ -31,7 +31,6 @@ class TestSyncPayload final : public QObject
 
 private slots:
     void initTestCase();
-    void keysFromText();
     void encryptionIsPinnedByteForByte();
     void compressionOnlyWhenItPays();
     void damagedOrForeignCipherTextIsRefused();
@@ -49,14 +48,6 @@ private:
 void TestSyncPayload::initTestCase()
 {
     m_profile.useInThisProcess();
-}
-
-void TestSyncPayload::keysFromText()
-{
-    QCOMPARE(Cipher::keyFromText(QByteArray("abc")), m_abc);
-    QCOMPARE(Cipher::settingsKey(), 0x9340404db03c5716ULL);
-    QCOMPARE(Cipher::keyFromText(QStringLiteral("pass phrase")), 0x735f118563252287ULL);
-    QCOMPARE(qChecksum(QByteArrayView("123456789")), quint16(0x906e));
 }
 
 void TestSyncPayload::encryptionIsPinnedByteForByte()

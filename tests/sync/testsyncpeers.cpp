@@ -75,8 +75,6 @@ public:
         return later.mid(start, later.indexOf(QStringLiteral("@@"), start) - start);
     }
 
-    QString profilePath(const QString &relative) const { return m_profile.path(relative); }
-
 private:
     TestProfile m_profile;
     std::unique_ptr<AppProcess> m_process;
@@ -107,10 +105,6 @@ class TestSyncPeers final : public QObject
 private slots:
     void init();
     void interleavedChangesConverge();
-    void joiningInEitherOrder_data();
-    void joiningInEitherOrder();
-    void encryptionAndAPassPhraseChange();
-    void brokenOnlineFilesHarmNothingLocal();
     void throughGoogleDriveWithEncryptionAndNotifications();
 
 private:
@@ -196,155 +190,8 @@ void TestSyncPeers::interleavedChangesConverge()
         30000));
 }
 
-void TestSyncPeers::joiningInEitherOrder_data()
-{
-    QTest::addColumn<QString>("passphrase");
-    QTest::addColumn<bool>("aFirst");
-    QTest::newRow("plain, a first") << QString() << true;
-    QTest::newRow("plain, b first") << QString() << false;
-    QTest::newRow("encrypted, a first") << QStringLiteral("shared") << true;
-    QTest::newRow("encrypted, b first") << QStringLiteral("shared") << false;
-}
-
 // The first computer sets up the folder (and the pass phrase) with nothing to sync yet and
 // goes on working; the second joins later with clippings and an image of its own.
-void TestSyncPeers::joiningInEitherOrder()
-{
-    QFETCH(QString, passphrase);
-    QFETCH(bool, aFirst);
-    Peer a(QStringLiteral("a"), QVariantMap());
-    Peer b(QStringLiteral("b"), QVariantMap());
-    Peer &first = aFirst ? a : b;
-    Peer &second = aFirst ? b : a;
-    // Until it has the pass phrase too, the second one reads nothing of what is online.
-    const auto join = [this, &passphrase](Peer &peer, const QString &firstRun) {
-        QCOMPARE(peer.ask(QStringLiteral("join ") + m_folder), firstRun);
-        if (!passphrase.isEmpty())
-            QVERIFY(peer.ask(QStringLiteral("encrypt ") + passphrase).startsWith(QLatin1Char('1')));
-    };
-    const QString success = QStringLiteral("1 Synchronization successful.");
-    join(first, success);
-    QCOMPARE(first.ask(QStringLiteral("copy from the first")), QStringLiteral("ok"));
-    QCOMPARE(first.ask(QStringLiteral("image first picture")), QStringLiteral("ok"));
-    QVERIFY(first.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
-    QCOMPARE(second.ask(QStringLiteral("copy from the second")), QStringLiteral("ok"));
-    QCOMPARE(second.ask(QStringLiteral("image second picture")), QStringLiteral("ok"));
-    join(second, passphrase.isEmpty() ? success : QStringLiteral("3 Decryption failed."));
-
-    const QString state = settle(a, b);
-    QVERIFY2(!state.isEmpty(), qPrintable(a.ask(QStringLiteral("state")) + QLatin1Char('\n') +
-                                          b.ask(QStringLiteral("state"))));
-    QCOMPARE(textClippings(state),
-             QStringList({QStringLiteral("from the second"), QStringLiteral("from the first")}));
-    QCOMPARE(section(state, QStringLiteral("images")).split(QLatin1Char('|')).size(), 2);
-    QVERIFY2(!state.contains(QStringLiteral("(missing)")), qPrintable(state));
-}
-
-void TestSyncPeers::encryptionAndAPassPhraseChange()
-{
-    Peer a(m_folder, QStringLiteral("a"));
-    Peer b(m_folder, QStringLiteral("b"));
-    QCOMPARE(a.ask(QStringLiteral("copy plain before")), QStringLiteral("ok"));
-    QCOMPARE(a.ask(QStringLiteral("action Tool.json Tool")), QStringLiteral("ok"));
-    QVERIFY(a.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
-    QVERIFY(a.ask(QStringLiteral("encrypt first")).startsWith(QLatin1Char('1')));
-    QVERIFY(b.ask(QStringLiteral("encrypt first")).startsWith(QLatin1Char('1')));
-    QCOMPARE(b.ask(QStringLiteral("copy secret one")), QStringLiteral("ok"));
-    QVERIFY(!settle(a, b).isEmpty());
-
-    // One side changes the pass phrase and writes everything again; the other follows later.
-    QVERIFY(a.ask(QStringLiteral("encrypt second")).startsWith(QLatin1Char('1')));
-    QCOMPARE(a.ask(QStringLiteral("copy secret two")), QStringLiteral("ok"));
-    QVERIFY(b.ask(QStringLiteral("encrypt second")).startsWith(QLatin1Char('1')));
-    const QString state = settle(a, b);
-    QVERIFY(!state.isEmpty());
-    QCOMPARE(section(state, QStringLiteral("history")).split(QLatin1Char('|')).mid(0, 4),
-             QStringList({QStringLiteral("secret two"), QStringLiteral("secret one"),
-                          QStringLiteral("plain before")})
-                 .mid(0, 4));
-
-    // Everything online is encrypted, and the newest version of each file opens with the new
-    // pass phrase alone (older versions of the history are left as they were).
-    SyncPayload::Keys keys{Cipher::keyFromText(QStringLiteral("second")), 0};
-    const QStringList files = QDir(m_folder).entryList(QDir::Files, QDir::Time);
-    QVERIFY(files.size() >= 3);
-    const auto isOlderVersion = [&files](const QString &name) {
-        const QString base = name.section(QLatin1Char('#'), 0, 0);
-        return name.contains(QLatin1Char('#')) &&
-               files.indexOf(QRegularExpression(base + QStringLiteral("#.*"))) <
-                   files.indexOf(name);
-    };
-    for (const QString &name : std::as_const(files)) {
-        QFile file(QDir(m_folder).filePath(name));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray body = file.readAll();
-        QVERIFY2(body.startsWith(SyncPayload::EncryptedMarker), qPrintable(name));
-        if (isOlderVersion(name))
-            continue;
-        SyncPayload::Result result;
-        if (name.startsWith(QLatin1String("action_")))
-            SyncPayload::decodeFile(body, keys, &result);
-        else
-            SyncPayload::decodeModel(body, keys, &result);
-        QVERIFY2(result == SyncPayload::Result::Ok, qPrintable(name));
-    }
-}
-
-void TestSyncPeers::brokenOnlineFilesHarmNothingLocal()
-{
-    Peer a(m_folder, QStringLiteral("a"));
-    QCOMPARE(a.ask(QStringLiteral("copy keep me")), QStringLiteral("ok"));
-    QCOMPARE(a.ask(QStringLiteral("snippet mine Mine")), QStringLiteral("ok"));
-    QVERIFY(a.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
-    const QString before = a.ask(QStringLiteral("state"));
-
-    const auto writeNewest = [this](const QString &name, const QByteArray &body) {
-        QFile file(QDir(m_folder).filePath(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(body);
-        file.flush();
-        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(120),
-                                 QFileDevice::FileModificationTime));
-    };
-    // Cut short, and garbage.
-    QFile whole(QDir(m_folder).filePath(QDir(m_folder).entryList({"History#*"}).first()));
-    QVERIFY(whole.open(QIODevice::ReadOnly));
-    writeNewest(QStringLiteral("History#cut.json"), whole.readAll().left(40));
-    QCOMPARE(a.ask(QStringLiteral("sync")), QStringLiteral("1 Synchronization successful."));
-    QCOMPARE(a.ask(QStringLiteral("state")), before);
-    // Encrypted above a plain version: a pass phrase this computer lacks, or damage; nothing
-    // is merged or put online over it.
-    writeNewest(QStringLiteral("Snippets#garbage.json"), QByteArray("|ENCRYPTED|\x03\x02garbage"));
-    QCOMPARE(a.ask(QStringLiteral("sync")), QStringLiteral("3 Decryption failed."));
-    QCOMPARE(a.ask(QStringLiteral("state")), before);
-    QVERIFY(QFile::remove(QDir(m_folder).filePath(QStringLiteral("Snippets#garbage.json"))));
-
-    // A snippets file written elsewhere that removes everything is applied; the day's backup
-    // still holds the tree as it was.
-    QFile online(QDir(m_folder).filePath(QDir(m_folder).entryList({"Snippets#*"}).first()));
-    QVERIFY(online.open(QIODevice::ReadOnly));
-    const QJsonObject tree = QJsonDocument::fromJson(qUncompress(online.readAll())).object();
-    QJsonObject removals;
-    const QString later = QDateTime::currentDateTime().addSecs(3600).toString(Qt::ISODate);
-    for (const QJsonValue &group : tree.value(QLatin1String("groups")).toArray()) {
-        removals.insert(group[QLatin1String("id")].toString(), later);
-        for (const QJsonValue &snippet : group[QLatin1String("snippets")].toArray())
-            removals.insert(snippet[QLatin1String("id")].toString(), later);
-    }
-    QJsonObject wipe = tree;
-    wipe.insert(QLatin1String("groups"), QJsonArray());
-    wipe.insert(QLatin1String("removedItems"), removals);
-    writeNewest(QStringLiteral("Snippets#wipe.json"), QJsonDocument(wipe).toJson());
-    const QString wiped = a.ask(QStringLiteral("sync"));
-    QVERIFY2(wiped.startsWith(QLatin1Char('1')), qPrintable(wiped));
-    QCOMPARE(section(a.ask(QStringLiteral("state")), QStringLiteral("snippets")), QString());
-    QFile backup(a.profilePath(QStringLiteral("data/Velmorin/Velmorin/backups/Snippets-") +
-                               QDate::currentDate().toString(Qt::ISODate) +
-                               QStringLiteral(".json")));
-    QVERIFY(backup.open(QIODevice::ReadOnly));
-    QVERIFY(backup.readAll().contains("\"Mine\""));
-}
-
 void TestSyncPeers::throughGoogleDriveWithEncryptionAndNotifications()
 {
     FakeGoogle google;

@@ -21,7 +21,6 @@ class TestSyncTargets final : public QObject
 private slots:
     void initTestCase();
     void init();
-    void folderKeepsFilesUnderTheirOnlineNames();
     void failuresWarnWithoutAnswering();
     void askingForAFolder();
     void noSyncAnswersWithNothing();
@@ -53,61 +52,6 @@ QString TestSyncTargets::writeFile(const QString &name, const QByteArray &bytes)
     if (file.open(QIODevice::WriteOnly))
         file.write(bytes);
     return file.fileName();
-}
-
-void TestSyncTargets::folderKeepsFilesUnderTheirOnlineNames()
-{
-    SyncLocalFolder target;
-    QVERIFY(target.isValid());
-    QSignalSpy initialized(&target, &ISyncTarget::initialized);
-    target.initialise(ISyncTarget::UseConfigured);
-    QCOMPARE(initialized.count(), 0);
-    QTRY_COMPARE(initialized.count(), 1);
-    QVERIFY(initialized.first().first().toBool());
-
-    QSignalSpy listed(&target, &ISyncTarget::filesListed);
-    target.listFiles();
-    QTRY_COMPARE(listed.count(), 1);
-    auto files = listed.last().first().value<QList<OnlineFile>>();
-    QCOMPARE(files.size(), 1);
-    QVERIFY(files.first().name.isEmpty());
-
-    SyncEntry entry;
-    entry.file = QStringLiteral("History#abc.json");
-    QSignalSpy uploaded(&target, &ISyncTarget::uploaded);
-    target.upload(2, entry, "payload");
-    QCOMPARE(uploaded.count(), 0);
-    QTRY_COMPARE(uploaded.count(), 1);
-    QCOMPARE(uploaded.first().at(0).toInt(), 2);
-    const auto written = uploaded.first().at(1).value<SyncEntry>();
-    QCOMPARE(written.onlineName, entry.file);
-
-    target.listFiles();
-    QTRY_COMPARE(listed.count(), 2);
-    files = listed.last().first().value<QList<OnlineFile>>();
-    QCOMPARE(files.size(), 2);
-    const OnlineFile &file = files.first().name.isEmpty() ? files.last() : files.first();
-    QCOMPARE(file.name, entry.file);
-    QCOMPARE(file.id, entry.file);
-    const QDateTime created = QDateTime::fromString(file.created, Qt::ISODateWithMs);
-    QVERIFY(qAbs(created.secsTo(QDateTime::currentDateTime())) < 60);
-
-    QSignalSpy downloaded(&target, &ISyncTarget::downloaded);
-    target.download(1, written);
-    QTRY_COMPARE(downloaded.count(), 1);
-    QCOMPARE(downloaded.first().at(2).toByteArray(), QByteArray("payload"));
-
-    // Written again: replaced, not appended.
-    target.upload(2, entry, "new");
-    QTRY_COMPARE(uploaded.count(), 2);
-    target.download(1, written);
-    QTRY_COMPARE(downloaded.count(), 2);
-    QCOMPARE(downloaded.last().at(2).toByteArray(), QByteArray("new"));
-
-    QSignalSpy removed(&target, &ISyncTarget::removed);
-    target.remove(written);
-    QTRY_COMPARE(removed.count(), 1);
-    QVERIFY(!QFile::exists(QDir(m_folder).filePath(entry.file)));
 }
 
 void TestSyncTargets::failuresWarnWithoutAnswering()

@@ -77,7 +77,6 @@ private slots:
     void rowsShowStatusAndOfferTheirCommands();
     void hidingAndShortcutsAreWrittenAtOnce();
     void deleteAsksAndLeavesATombstone();
-    void editorKeepsParameterValuesAcrossRebuilds();
     void editorReportsErrorsAndStopsRunawayScripts();
     void editorSavesANewAction();
     void builtInOpensReadOnly();
@@ -230,36 +229,6 @@ void TestActionList::deleteAsksAndLeavesATombstone()
     // Built-ins offer no delete, and refuse one.
     list.deleteAction(list.item(0));
     QCOMPARE(list.count(), 12);
-}
-
-void TestActionList::editorKeepsParameterValuesAcrossRebuilds()
-{
-    ActionEditor editor;
-    auto *script = editor.findChild<QsciScintilla *>(QStringLiteral("script"));
-    auto *status = editor.findChild<QLabel *>(QStringLiteral("status"));
-    auto *output = editor.findChild<QPlainTextEdit *>(QStringLiteral("testOutput"));
-    QCOMPARE(editor.windowTitle(), QStringLiteral("New action"));
-    QTRY_COMPARE(status->text(), QStringLiteral("Status: Success"));
-    QCOMPARE(output->toPlainText(), QStringLiteral("The quick brown fox jumps over the lazy dog."));
-
-    script->setText(QStringLiteral("((clipping, width, fill) => width + '|' + fill)"));
-    QCOMPARE(status->text(), QStringLiteral("Status: Evaluating..."));
-    QTRY_VERIFY(editor.findChild<QLineEdit *>(QStringLiteral("fill")));
-    QTest::keyClicks(editor.findChild<QLineEdit *>(QStringLiteral("width")), QStringLiteral("7"));
-    QTRY_COMPARE(output->toPlainText(), QStringLiteral("7|"));
-
-    // A parameter goes and comes back: its typed value comes back with it.
-    script->setText(QStringLiteral("((clipping, fill) => fill)"));
-    QTRY_VERIFY(!editor.findChild<QLineEdit *>(QStringLiteral("width")));
-    script->setText(QStringLiteral("(function (clipping, width , fill) { return width; })"));
-    QTRY_VERIFY(editor.findChild<QLineEdit *>(QStringLiteral("width")));
-    QCOMPARE(editor.findChild<QLineEdit *>(QStringLiteral("width"))->text(), QStringLiteral("7"));
-    QTRY_COMPARE(output->toPlainText(), QStringLiteral("7"));
-
-    // No parameters left: the group goes.
-    script->setText(QStringLiteral("((clipping) => 'x')"));
-    QTRY_COMPARE(output->toPlainText(), QStringLiteral("x"));
-    QVERIFY(editor.findChild<QGroupBox *>()->isHidden());
 }
 
 void TestActionList::editorReportsErrorsAndStopsRunawayScripts()

@@ -36,11 +36,9 @@ private slots:
     void cleanupTestCase();
     void windowsKeyTable_data();
     void windowsKeyTable();
-    void windowsIdentifier();
     void onlyTheFirstCombinationIsUsed();
     void sameCombinationSharesOneRegistration();
     void refusedRegistrationIsLoggedAndNotRegistered();
-    void unmappableKeyIsLogged();
     void editorKeepsOneCombination();
     void applicationShortcutsFollowTheSettings();
 
@@ -93,17 +91,6 @@ void TestHotkey::windowsKeyTable()
         QCOMPARE(result, virtualKey);
 }
 
-void TestHotkey::windowsIdentifier()
-{
-    const quint32 modifiers =
-        WinKeyMap::modifiers(Qt::ControlModifier | Qt::ShiftModifier | Qt::KeypadModifier);
-    QCOMPARE(modifiers, 6u);
-    QCOMPARE(WinKeyMap::hotkeyId(0x56, modifiers), 0x7656);
-    QCOMPARE(WinKeyMap::modifiers(Qt::AltModifier | Qt::MetaModifier), 9u);
-    // Every identifier stays in the range the program keeps for itself.
-    QCOMPARE(WinKeyMap::hotkeyId(0xFF, 15), 0x7000 | ((15 << 8 ^ 0xFF) & 0xFFF));
-}
-
 void TestHotkey::onlyTheFirstCombinationIsUsed()
 {
     QTest::ignoreMessage(QtWarningMsg, "Keysequences with multiple shortcuts are not allowed! "
@@ -147,17 +134,6 @@ void TestHotkey::refusedRegistrationIsLoggedAndNotRegistered()
     QHotkey hotkey(QKeySequence(QStringLiteral("Ctrl+K")), true);
     QVERIFY(!hotkey.isRegistered());
     m_service->refusedKeys.clear();
-}
-
-void TestHotkey::unmappableKeyIsLogged()
-{
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral(
-                                           "^Unable to map shortcut to native keys. Key: .*Tab.* "
-                                           "Modifiers: .*")));
-    QHotkey hotkey;
-    QVERIFY(!hotkey.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Tab), true));
-    QVERIFY(!hotkey.isRegistered());
-    QVERIFY(hotkey.shortcut().isEmpty());
 }
 
 void TestHotkey::editorKeepsOneCombination()
