@@ -61,7 +61,6 @@ private slots:
     void moveCursorLeavesCaretAndSelection();
     void globalShortcutFiresInTheTarget();
     void shortcutHeldByAnotherProgramIsRefused();
-    void programOpensOnItsShortcutAndPastes();
     void actionShortcutPastesItsResult();
     void autostartEntryAndTheme();
 
@@ -201,39 +200,6 @@ void TestDesktop::shortcutHeldByAnotherProgramIsRefused()
     QHotkey hotkey(QKeySequence(QStringLiteral("Ctrl+Alt+J")), true);
     QVERIFY(!hotkey.isRegistered());
     XCloseDisplay(other);
-}
-
-void TestDesktop::programOpensOnItsShortcutAndPastes()
-{
-    m_input->removeHooks();
-    TestProfile profile;
-    // Seen release notes: their window would take the focus.
-    profile.setSetting(QStringLiteral("ReleaseNotesVersion"), QStringLiteral("1.9"));
-    AppProcess velmorin(QStringLiteral(VELMORIN_BINARY), profile);
-    velmorin.setEnvironmentValue(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-    velmorin.start({QStringLiteral("--demo")});
-    QVERIFY(velmorin.waitForOutput(QStringLiteral("Registered hotkey Ctrl+Shift+V")));
-    QVERIFY(m_target.activate());
-    QVERIFY(m_target.clear());
-    // One press: a second one would hide the window again.
-    QVERIFY(press({QStringLiteral("ctrl+shift+v")}));
-    const QStringList search{QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                             QStringLiteral("--pid"), QString::number(velmorin.processId())};
-    QVERIFY2(QTest::qWaitFor([&] { return TargetWindow::xdotool(search); }, 10000),
-             qPrintable(velmorin.output()));
-    // Shown is not yet focused: Return must reach the paste window, not the editor.
-    const auto activePid = [] {
-        QString pid;
-        TargetWindow::xdotool({QStringLiteral("getactivewindow"), QStringLiteral("getwindowpid")},
-                              &pid);
-        return pid.trimmed();
-    };
-    QTRY_COMPARE(activePid(), QString::number(velmorin.processId()));
-    QVERIFY(press({QStringLiteral("Return")}));
-    QTRY_COMPARE_WITH_TIMEOUT(
-        m_target.text(),
-        QStringLiteral("Meeting moved to Thursday 10:30, room Aurora (2nd floor)."), 10000);
-    velmorin.terminate();
 }
 
 void TestDesktop::actionShortcutPastesItsResult()

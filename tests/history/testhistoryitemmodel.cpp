@@ -123,13 +123,9 @@ private slots:
 
     void recordOfTextAndImageClippings();
     void newerCopyMovesUpAndKeepsWhatTheOldRowHad();
-    void olderOrEqualCopyIsRefused();
     void lengthLimitsAreInclusive();
     void excludedApplicationsAndDisabledImages();
-    void pinnedClippingsStayOnTop();
-    void trimmingSkipsLockedClippings();
     void clearingMarksRowsAndTheProxyHidesThem();
-    void removedClippingsTakeTheirPlaceByTime();
     void thumbnailForAGoneClipping();
     void indexAgreesWithTheReferenceAfterRandomEdits_data();
     void indexAgreesWithTheReferenceAfterRandomEdits();
@@ -278,33 +274,6 @@ void TestHistoryItemModel::newerCopyMovesUpAndKeepsWhatTheOldRowHad()
     QVERIFY(briefs(*m_model).contains(QStringLiteral("other text")));
 }
 
-void TestHistoryItemModel::olderOrEqualCopyIsRefused()
-{
-    QVERIFY(m_model->merge(textItem(QStringLiteral("shared text"), kStart.addSecs(60))));
-    QVERIFY(m_model->merge(textItem(QStringLiteral("newest"), kStart.addSecs(90))));
-    mergeLines();
-    for (int offset : {60, 30}) {
-        QStandardItem *copy = textItem(QStringLiteral("shared text"), kStart.addSecs(offset));
-        QVERIFY(!m_model->merge(copy));
-        delete copy;
-    }
-    QCOMPARE(briefs(*m_model),
-             (QStringList{QStringLiteral("newest"), QStringLiteral("shared text")}));
-    QCOMPARE(mergeLines(),
-             QStringList(2, QStringLiteral("Merge clippings: The item 'shared text' is already "
-                                           "in the history (pos 1)")));
-
-    // Images and other types match by id, whatever their label.
-    const QUuid id = QUuid::createUuid();
-    QVERIFY(m_model->merge(imageItem(id, QStringLiteral("a.png"), kStart.addSecs(100))));
-    QStandardItem *same = imageItem(id, QStringLiteral("renamed.png"), kStart.addSecs(100));
-    QVERIFY(!m_model->merge(same));
-    delete same;
-    QVERIFY(m_model->merge(
-        imageItem(QUuid::createUuid(), QStringLiteral("a.png"), kStart.addSecs(50))));
-    QCOMPARE(m_model->rowCount(), 4);
-}
-
 void TestHistoryItemModel::lengthLimitsAreInclusive()
 {
     setLimits(20, 3, 4);
@@ -352,37 +321,6 @@ void TestHistoryItemModel::excludedApplicationsAndDisabledImages()
     QCOMPARE(mergeLines(),
              QStringList(QStringLiteral(
                  "Merge clippings: Adding images 'shot.png' to history is disabled.")));
-}
-
-void TestHistoryItemModel::pinnedClippingsStayOnTop()
-{
-    QVERIFY(m_model->merge(textItem(QStringLiteral("pinned old"), kStart, true)));
-    QVERIFY(m_model->merge(textItem(QStringLiteral("pinned new"), kStart.addSecs(100), true)));
-    QVERIFY(m_model->merge(textItem(QStringLiteral("plain newest"), kStart.addSecs(200))));
-    QVERIFY(m_model->merge(textItem(QStringLiteral("pinned middle"), kStart.addSecs(50), true)));
-    // Equal times: the one merged first stays above.
-    QVERIFY(m_model->merge(textItem(QStringLiteral("plain tie"), kStart.addSecs(200))));
-    QCOMPARE(briefs(*m_model),
-             (QStringList{QStringLiteral("pinned new"), QStringLiteral("pinned middle"),
-                          QStringLiteral("pinned old"), QStringLiteral("plain newest"),
-                          QStringLiteral("plain tie")}));
-}
-
-void TestHistoryItemModel::trimmingSkipsLockedClippings()
-{
-    setLimits(5);
-    for (int i = 0; i < 5; ++i)
-        QVERIFY(m_model->merge(textItem(QStringLiteral("text %1").arg(i), kStart.addSecs(i))));
-    m_model->item(4)->setData(true, LockedRole); // the oldest, "text 0"
-    for (int i = 5; i < 12; ++i)
-        QVERIFY(m_model->merge(textItem(QStringLiteral("text %1").arg(i), kStart.addSecs(i))));
-
-    const QStringList rows = briefs(*m_model);
-    QCOMPARE(rows.size(), 6);
-    QCOMPARE(rows.constLast(), QStringLiteral("text 0"));
-    QVERIFY(!rows.contains(QStringLiteral("text 4")));
-    QVERIFY(mergeLines().contains(QStringLiteral("Merge clippings: Removing 'text 4' from the "
-                                                 "history")));
 }
 
 void TestHistoryItemModel::clearingMarksRowsAndTheProxyHidesThem()
@@ -443,35 +381,6 @@ void TestHistoryItemModel::clearingMarksRowsAndTheProxyHidesThem()
     HistoryItemModel reread(m_profile.path(QStringLiteral("reread/History.json")));
     QCOMPARE(reread.deserialize(saved), 5);
     QCOMPARE(briefs(*reread.proxy()), QStringList{QStringLiteral("text 1")});
-}
-
-void TestHistoryItemModel::removedClippingsTakeTheirPlaceByTime()
-{
-    // Times are kept to the second, as the file keeps them, so a clipping reads back the same.
-    m_now = kStart.addMSecs(1500);
-    QVERIFY(m_model->merge(textItem(QStringLiteral("old one"), kStart)));
-    QVERIFY(m_model->merge(textItem(QStringLiteral("new one"), kStart.addSecs(60))));
-    m_now = kStart.addSecs(120).addMSecs(700);
-    m_model->markRemoved({1});
-    m_model->finishSaves();
-    // The removal goes where every computer that receives it puts it: above older rows.
-    QCOMPARE(m_model->item(0)->data(TextRole).toString(), QStringLiteral("old one"));
-    QVERIFY(m_model->item(0)->data(RemovedRole).toBool());
-    QCOMPARE(m_model->item(0)->data(TimeRole).toDateTime(), kStart.addSecs(120));
-    QVERIFY(m_model->indexIsConsistent());
-    QCOMPARE(m_model->proxy()->rowCount(), 1);
-
-    // Copies within one second keep the true time, and each new one is on top by its row,
-    // a copy made again included.
-    for (const char *text : {"burst one", "burst two", "burst three", "burst one"})
-        QVERIFY(m_model->addText(QLatin1String(text), QString(), QPixmap(), QStringLiteral("app")));
-    QCOMPARE(briefs(*m_model->proxy()),
-             (QStringList{"burst one", "burst three", "burst two", "new one"}));
-    for (int row = 0; row < 3; ++row)
-        QCOMPARE(m_model->proxy()->index(row, 0).data(TimeRole).toDateTime(), kStart.addSecs(120));
-    // A removal within the copy's second still ends it on every computer: it is newer.
-    m_model->markRemoved({0});
-    QCOMPARE(m_model->item(0)->data(TimeRole).toDateTime(), kStart.addSecs(121));
 }
 
 void TestHistoryItemModel::thumbnailForAGoneClipping()

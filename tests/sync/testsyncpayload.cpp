@@ -32,7 +32,6 @@ class TestSyncPayload final : public QObject
 private slots:
     void initTestCase();
     void encryptionIsPinnedByteForByte();
-    void compressionOnlyWhenItPays();
     void damagedOrForeignCipherTextIsRefused();
     void modelPayloadsInEveryForm();
     void previousPassPhraseStillReads();
@@ -67,24 +66,6 @@ void TestSyncPayload::encryptionIsPinnedByteForByte()
     QCOMPARE(reader.decrypt(QByteArray::fromHex("0303153106417749e031814b010c746ef25a30733a6f38")),
              QByteArray("abcabcabcabcabcabcabcabcabcabcabcabcabcabcabcabc"));
     QCOMPARE(reader.lastError(), Cipher::NoError);
-}
-
-void TestSyncPayload::compressionOnlyWhenItPays()
-{
-    QByteArray noise(64, Qt::Uninitialized);
-    for (int i = 0; i < noise.size(); ++i)
-        noise[i] = char((i * 97 + 13) ^ (i * i));
-    Cipher automatic = pinned(m_abc, Cipher::CompressAuto, Cipher::ProtectChecksum, 9);
-    QCOMPARE(automatic.encrypt(noise).at(1), char(0x02));
-    const QByteArray repeated(1000, 'x');
-    const QByteArray packed = automatic.encrypt(repeated);
-    QCOMPARE(packed.at(1), char(0x03));
-    QVERIFY(packed.size() < 100);
-    Cipher always = pinned(m_abc, Cipher::CompressAlways, Cipher::ProtectChecksum, 9);
-    const QByteArray forced = always.encrypt(noise);
-    QCOMPARE(forced.at(1), char(0x03));
-    QCOMPARE(always.decrypt(forced), noise);
-    QCOMPARE(always.decrypt(packed), repeated);
 }
 
 void TestSyncPayload::damagedOrForeignCipherTextIsRefused()

@@ -36,9 +36,7 @@ private slots:
     void cleanupTestCase();
     void windowsKeyTable_data();
     void windowsKeyTable();
-    void onlyTheFirstCombinationIsUsed();
     void sameCombinationSharesOneRegistration();
-    void refusedRegistrationIsLoggedAndNotRegistered();
     void editorKeepsOneCombination();
     void applicationShortcutsFollowTheSettings();
 
@@ -91,17 +89,6 @@ void TestHotkey::windowsKeyTable()
         QCOMPARE(result, virtualKey);
 }
 
-void TestHotkey::onlyTheFirstCombinationIsUsed()
-{
-    QTest::ignoreMessage(QtWarningMsg, "Keysequences with multiple shortcuts are not allowed! "
-                                       "Only the first shortcut will be used!");
-    QHotkey hotkey(QKeySequence(QStringLiteral("Ctrl+A, Ctrl+B")), true);
-    QVERIFY(hotkey.isRegistered());
-    QCOMPARE(hotkey.shortcut(), QKeySequence(QStringLiteral("Ctrl+A")));
-    QCOMPARE(m_service->registered.size(), 1);
-    QCOMPARE(m_service->registered.first().key, quint32(Qt::Key_A));
-}
-
 void TestHotkey::sameCombinationSharesOneRegistration()
 {
     const int calls = m_service->registerCalls;
@@ -124,16 +111,6 @@ void TestHotkey::sameCombinationSharesOneRegistration()
     QVERIFY(m_service->registered.isEmpty());
     m_service->press(quint32(Qt::Key_V), 6);
     QCOMPARE(activated.count(), 2);
-}
-
-void TestHotkey::refusedRegistrationIsLoggedAndNotRegistered()
-{
-    m_service->refusedKeys = {quint32(Qt::Key_K)};
-    QTest::ignoreMessage(QtWarningMsg, "Failed to register hotkey. Error: Hot key is already "
-                                       "registered.");
-    QHotkey hotkey(QKeySequence(QStringLiteral("Ctrl+K")), true);
-    QVERIFY(!hotkey.isRegistered());
-    m_service->refusedKeys.clear();
 }
 
 void TestHotkey::editorKeepsOneCombination()

@@ -63,7 +63,6 @@ private slots:
     void typingSearchesAndEnterPastesTheFirstResult();
     void pasteNextWalksToOlderClippings();
     void snippetPastesResolvedWithItsCaret();
-    void typeTextTypesEachCharacterUntilEscape();
     void commandsChangeTheHistory();
     void editedTextBecomesTheNewestCopy();
     void thumbnailsStayWithinTheirBudget();
@@ -421,29 +420,6 @@ void TestMainWindow::snippetPastesResolvedWithItsCaret()
     // Pasted, then the caret goes back before " thanks".
     QTRY_VERIFY(m_desktop->keyLog().endsWith(QStringLiteral("+Left -Left ").repeated(7).trimmed()));
     QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("the user's"));
-}
-
-void TestMainWindow::typeTextTypesEachCharacterUntilEscape()
-{
-    TextTyper *typer = m_window->textTyper();
-    QSignalSpy finished(typer, &TextTyper::finished);
-    m_window->typeText(QStringLiteral("Ab"));
-    QVERIFY(m_hotkeys->registered.contains({quint32(Qt::Key_Escape), 0}));
-    QTest::qWait(150);
-    QVERIFY(m_desktop->events.isEmpty());
-    QTRY_COMPARE(finished.count(), 1);
-    QCOMPARE(m_desktop->keyLog(), QStringLiteral("+Shift +A -Shift -A +B -B"));
-    QVERIFY(!m_hotkeys->registered.contains({quint32(Qt::Key_Escape), 0}));
-
-    m_desktop->events.clear();
-    m_window->typeText(QStringLiteral("a long text that Escape cuts short"));
-    QTRY_VERIFY(!m_desktop->events.isEmpty());
-    m_hotkeys->press(quint32(Qt::Key_Escape), 0);
-    QCOMPARE(finished.count(), 2);
-    const int typed = int(m_desktop->events.size());
-    QTest::qWait(100);
-    QCOMPARE(m_desktop->events.size(), typed);
-    QVERIFY(typed < 20);
 }
 
 void TestMainWindow::commandsChangeTheHistory()

@@ -31,7 +31,6 @@ private slots:
     void cleanup();
     void fieldsEditTheSelectedSnippet();
     void duplicateKeywordIsPointedOut();
-    void keywordBeginningAnotherIsPointedOut();
     void shortcutFieldTakesOnlyShortcuts_data();
     void shortcutFieldTakesOnlyShortcuts();
     void listsShowKeywordsInFull();
@@ -103,25 +102,6 @@ void TestSnippetsEditor::duplicateKeywordIsPointedOut()
     child<QLineEdit>("keyword")->selectAll();
     QTest::keyClick(child<QLineEdit>("keyword"), Qt::Key_Backspace);
     QVERIFY(warning->isHidden());
-}
-
-void TestSnippetsEditor::keywordBeginningAnotherIsPointedOut()
-{
-    m_editor->select(m_second);
-    auto *warning = child<QLabel>("keywordWarning");
-    // "kw" (First) would expand before "kw2" is complete, and the other way round.
-    for (const char *keyword : {"kw2", "k"}) {
-        child<QLineEdit>("keyword")->clear();
-        QTest::keyClicks(child<QLineEdit>("keyword"), QLatin1String(keyword));
-        QVERIFY2(!warning->isHidden(), keyword);
-        QVERIFY(warning->text().contains(QLatin1String("\"First\"")));
-        QVERIFY(warning->text().contains(QLatin1String("\"kw\"")));
-    }
-    // With a space needed after a keyword, neither stands in the other's way.
-    QSettings().setValue(SettingsKey::RequireSpace, true);
-    QTest::keyClick(child<QLineEdit>("keyword"), Qt::Key_2);
-    QVERIFY(warning->isHidden());
-    QSettings().remove(SettingsKey::RequireSpace);
 }
 
 void TestSnippetsEditor::shortcutFieldTakesOnlyShortcuts_data()
