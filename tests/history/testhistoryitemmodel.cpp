@@ -121,7 +121,6 @@ private slots:
     void init();
     void cleanup();
 
-    void recordOfTextAndImageClippings();
     void newerCopyMovesUpAndKeepsWhatTheOldRowHad();
     void lengthLimitsAreInclusive();
     void excludedApplicationsAndDisabledImages();
@@ -179,56 +178,6 @@ void TestHistoryItemModel::setLimits(int keepItems, int ignoreLength, int ignore
     settings.setValue(SettingsKey::IgnoreLength, QString::number(ignoreLength));
     settings.setValue(SettingsKey::IgnoreSize, QString::number(ignoreSize));
     m_model->reloadSettings();
-}
-
-void TestHistoryItemModel::recordOfTextAndImageClippings()
-{
-    QStandardItem *text =
-        newTextItem(QStringLiteral("  first\tline \n\n   second line\n "),
-                    QStringLiteral("<b>x</b>"), QPixmap(), QStringLiteral("a.exe"), kStart);
-    QCOMPARE(text->data(BriefRole).toString(), QStringLiteral("first line second line"));
-    QCOMPARE(text->data(ToolTipRole).toString(), QStringLiteral("<b>x</b>"));
-    QVERIFY(!text->data(IdRole).toUuid().isNull());
-    QCOMPARE(text->data(TypeRole).toInt(), int(TextType));
-    delete text;
-
-    QStandardItem *sized = newImageItem(QUrl(), QImage(640, 480, QImage::Format_RGB32), QPixmap(),
-                                        QStringLiteral("app.exe"), kStart);
-    QCOMPARE(sized->data(BriefRole).toString(), QStringLiteral("640 x 480"));
-    QCOMPARE(sized->data(FilenameRole).toString(), QStringLiteral("app.exe-640x480.png"));
-    QCOMPARE(sized->data(TypeRole).toInt(), int(ImageType));
-    delete sized;
-
-    QStandardItem *fromFile = newImageItem(QUrl::fromLocalFile(QStringLiteral("/p/Photo.JPG")),
-                                           QImage(), QPixmap(), QStringLiteral("x.exe"), kStart);
-    QCOMPARE(fromFile->data(BriefRole).toString(), QStringLiteral("Photo.JPG"));
-    QCOMPARE(fromFile->data(FilenameRole).toString(), QStringLiteral("Photo.JPG"));
-    delete fromFile;
-
-    // A one-line text is its own brief; each keeps its value when the other changes. A change
-    // tells the views once and gives the clipping a new revision; setting what is there does
-    // neither.
-    auto *oneLine = static_cast<ClippingItem *>(
-        newTextItem(QStringLiteral("same"), QString(), QPixmap(), QString(), kStart));
-    QStandardItemModel model;
-    model.appendRow(oneLine);
-    QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
-    const quint64 revision = oneLine->revision();
-    const auto briefAndText = [oneLine] {
-        return QStringList{oneLine->data(BriefRole).toString(), oneLine->data(TextRole).toString()};
-    };
-    oneLine->setData(QStringLiteral("other"), TextRole);
-    QCOMPARE(briefAndText(), (QStringList{QStringLiteral("same"), QStringLiteral("other")}));
-    oneLine->setText(QStringLiteral("other"));
-    oneLine->setData(QStringLiteral("third"), TextRole);
-    QCOMPARE(briefAndText(), (QStringList{QStringLiteral("other"), QStringLiteral("third")}));
-    oneLine->setData(QStringLiteral("third"), TextRole);
-    oneLine->setText(QStringLiteral("other"));
-    QCOMPARE(changed.count(), 3);
-    QVERIFY(oneLine->revision() > revision);
-
-    QCOMPARE(shortText(QString(60, QLatin1Char('a')) + QStringLiteral("\nb")).size(), 50);
-    QCOMPARE(shortText(QStringLiteral("a\nb\nc")), QStringLiteral("abc"));
 }
 
 void TestHistoryItemModel::newerCopyMovesUpAndKeepsWhatTheOldRowHad()

@@ -67,7 +67,6 @@ private slots:
     void initTestCase();
     void init();
     void queueTakesEachFileOnceAndWaitsForTheBurstToEnd();
-    void invalidTargetClearsTheQueue();
     void firstRunUploadsAndEqualHashesDoNothing();
     void directionsDecideWhatMoves();
     void mergesWithTheNewestOnlineVersion();
@@ -234,24 +233,6 @@ void TestSync::queueTakesEachFileOnceAndWaitsForTheBurstToEnd()
     QVERIFY(QTest::qWaitFor([&] {
         return !status.isEmpty() && status.last().at(0).value<SyncStatus>() == SyncStatus::Success;
     }));
-}
-
-void TestSync::invalidTargetClearsTheQueue()
-{
-    QSettings().remove(SettingsKey::SyncTarget);
-    m_sync->sync(Sync::History, &m_history, SyncDirection::Both);
-    m_sync->handleQueue();
-    QVERIFY(m_sync->queuedFiles().isEmpty());
-    QVERIFY(logged(QStringLiteral("No valid sync available")));
-
-    // The folder vanishing between runs ends the next one the same way.
-    QSettings().setValue(SettingsKey::SyncTarget, QStringLiteral("LocalFolder"));
-    m_sync->sync(Sync::History, &m_history, SyncDirection::Both);
-    QVERIFY(QDir(m_folder).removeRecursively());
-    SyncLog::instance().clear();
-    m_sync->handleQueue();
-    QVERIFY(m_sync->queuedFiles().isEmpty());
-    QVERIFY(logged(QStringLiteral("No valid sync available")));
 }
 
 void TestSync::firstRunUploadsAndEqualHashesDoNothing()

@@ -44,7 +44,6 @@ private slots:
     void listShowsAndChangesTheRules();
     void delayDialog();
     void removedApplicationsLoseTheirEntry();
-    void theHistoryRecordsEachApplicationOnceAndReloadsItsRules();
 
 private:
     TestProfile m_profile;
@@ -213,29 +212,6 @@ void TestApplicationRules::removedApplicationsLoseTheirEntry()
     QCOMPARE(QSettings().value(SettingsKey::Applications).toMap().keys(),
              QStringList(QStringLiteral("new.exe")));
     QVERIFY(ApplicationRules::names(ApplicationRules::Excluded).isEmpty());
-}
-
-void TestApplicationRules::theHistoryRecordsEachApplicationOnceAndReloadsItsRules()
-{
-    HistoryItemModel model(m_profile.path(QStringLiteral("data/History.json")));
-    QVERIFY(model.addText(QStringLiteral("first copy"), QString(), icon(Qt::red),
-                          QStringLiteral("word.exe")));
-    QCOMPARE(QSettings().value(SettingsKey::Applications).toMap().keys(),
-             QStringList(QStringLiteral("word.exe")));
-    // Written once per run: a second copy does not write the entry again.
-    QSettings().remove(SettingsKey::Applications);
-    QVERIFY(model.addText(QStringLiteral("second copy"), QString(), icon(Qt::red),
-                          QStringLiteral("word.exe")));
-    QVERIFY(!QSettings().contains(SettingsKey::Applications));
-
-    // Rules applied in the settings reach the model once it is told.
-    QSettings().setValue(SettingsKey::ExcludedApplications,
-                         QStringList{QStringLiteral("word.exe")});
-    SettingsEvents::instance()->notifyChanged();
-    QVERIFY(!model.addText(QStringLiteral("third copy"), QString(), icon(Qt::red),
-                           QStringLiteral("word.exe")));
-    QCOMPARE(model.rowCount(), 2);
-    model.finishSaves();
 }
 
 QTEST_MAIN(TestApplicationRules)

@@ -1,15 +1,11 @@
 // Global shortcuts: the Windows key table, the shared registrations of the registry (over a
 // fake system service), the one-combination editor and the program's own shortcuts.
-#include "base/settings.h"
-#include "base/settingsevents.h"
-#include "input/globalshortcuts.h"
 #include "qhotkey.h"
 #include "support/fakehotkeyservice.h"
 #include "support/testprofile.h"
 #include "ui/customkeysequenceedit.h"
 #include "win/winkeymap.h"
 
-#include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -38,7 +34,6 @@ private slots:
     void windowsKeyTable();
     void sameCombinationSharesOneRegistration();
     void editorKeepsOneCombination();
-    void applicationShortcutsFollowTheSettings();
 
 private:
     TestProfile m_profile;
@@ -121,38 +116,6 @@ void TestHotkey::editorKeepsOneCombination()
     QTest::keyClick(&edit, Qt::Key_B, Qt::ControlModifier);
     QCOMPARE(edit.keySequence().count(), 1);
     QCOMPARE(edit.keySequence(), QKeySequence(QStringLiteral("Ctrl+A")));
-}
-
-void TestHotkey::applicationShortcutsFollowTheSettings()
-{
-    QSettings settings;
-    settings.setValue(SettingsKey::Shortcut, QStringLiteral("CTRL+SHIFT+V"));
-    settings.setValue(SettingsKey::ShortcutPlainText, QString());
-    settings.setValue(SettingsKey::ShortcutPasteNext, QStringLiteral("Ctrl+Alt+N"));
-    GlobalShortcuts shortcuts;
-    QVERIFY(shortcuts.mainShortcut()->isRegistered());
-    QVERIFY(!shortcuts.plainTextShortcut()->isRegistered());
-    QVERIFY(shortcuts.pasteNextShortcut()->isRegistered());
-    QSignalSpy main(&shortcuts, &GlobalShortcuts::mainActivated);
-    m_service->press(quint32(Qt::Key_V), 6);
-    QCOMPARE(main.count(), 1);
-
-    settings.setValue(SettingsKey::Shortcut, QStringLiteral("Ctrl+Shift+Y"));
-    settings.setValue(SettingsKey::ShortcutPasteNext, QString());
-    m_service->refusedKeys = {quint32(Qt::Key_P)};
-    settings.setValue(SettingsKey::ShortcutPlainText, QStringLiteral("Ctrl+P"));
-    QTest::ignoreMessage(QtWarningMsg, "Failed to register hotkey. Error: Hot key is already "
-                                       "registered.");
-    QTest::ignoreMessage(QtWarningMsg, "Unable to register hotkey Ctrl+P");
-    SettingsEvents::instance()->notifyChanged();
-    m_service->refusedKeys.clear();
-    QCOMPARE(shortcuts.mainShortcut()->shortcut(), QKeySequence(QStringLiteral("Ctrl+Shift+Y")));
-    QVERIFY(!shortcuts.pasteNextShortcut()->isRegistered());
-    QVERIFY(!shortcuts.plainTextShortcut()->isRegistered());
-    m_service->press(quint32(Qt::Key_V), 6);
-    QCOMPARE(main.count(), 1);
-    m_service->press(quint32(Qt::Key_Y), 6);
-    QCOMPARE(main.count(), 2);
 }
 
 QTEST_MAIN(TestHotkey)
