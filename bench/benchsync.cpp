@@ -8,12 +8,13 @@
 #include "base/settings.h"
 #include "history/historyitemmodel.h"
 #include "sync/sync.h"
+#include "sync/synclocalfolder.h"
 #include "sync/syncpayload.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QGuiApplication>
 #include <QJsonDocument>
 #include <QSettings>
 #include <QSignalSpy>
@@ -35,6 +36,8 @@ qint64 folderBytes(const QString &folder)
 qint64 timedRun(HistoryItemModel *history, bool encrypt)
 {
     Sync sync;
+    SyncLocalFolder folder;
+    sync.addTarget(ISyncTarget::LocalFolderSetting, &folder);
     QVariantMap values = Sync::storedSettings();
     values.insert(QLatin1String(SettingsKey::EncryptData), encrypt);
     values.insert(QLatin1String(SettingsKey::Passphrase), QStringLiteral("a long pass phrase"));
@@ -124,7 +127,7 @@ int main(int argc, char *argv[])
     QTemporaryDir root;
     qputenv("XDG_CONFIG_HOME", root.filePath(QStringLiteral("config")).toLocal8Bit());
     qputenv("XDG_DATA_HOME", root.filePath(QStringLiteral("data")).toLocal8Bit());
-    QApplication app(argc, argv);
+    QGuiApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("benchsync"));
     qInstallMessageHandler(quiet);
     const int count = argc > 1 ? QByteArray(argv[1]).toInt() : 10000;

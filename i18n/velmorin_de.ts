@@ -566,7 +566,7 @@
 <context>
     <name>CrashReports</name>
     <message>
-        <location filename="../src/maintenance/crashreports.cpp" line="59"/>
+        <location filename="../src/maintenance/crashreports.cpp" line="60"/>
         <source>Velmorin closed unexpectedly last time. A report of what happened was written to %1.
 
 Do you want to open the folder?</source>
