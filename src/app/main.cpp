@@ -133,22 +133,17 @@ void showReleaseNotesOnce(MainWindow &mainWindow)
     Settings::setReleaseNotesVersion(Settings::currentReleaseNotesVersion());
 }
 
-bool ask(const QString &question)
+bool ask(const QString &question, QMessageBox::StandardButton byDefault)
 {
     return QMessageBox::question(nullptr, QStringLiteral("Velmorin"), question,
-                                 QMessageBox::Yes | QMessageBox::No,
-                                 QMessageBox::Yes) == QMessageBox::Yes;
+                                 QMessageBox::Yes | QMessageBox::No, byDefault) == QMessageBox::Yes;
 }
 
 void tellOfCrash(CrashReports &reports)
 {
     QString newest;
     const QString question = reports.takeUnseenQuestion(&newest);
-    if (question.isEmpty())
-        return;
-    if (QMessageBox::question(nullptr, QStringLiteral("Velmorin"), question,
-                              QMessageBox::Yes | QMessageBox::No,
-                              QMessageBox::No) == QMessageBox::Yes)
+    if (!question.isEmpty() && ask(question, QMessageBox::No))
         Platform::showInFileManager(newest);
 }
 
@@ -256,7 +251,7 @@ int main(int argc, char *argv[])
     if (updates.isAvailable() && !modes.anyOn()) {
         QObject::connect(&updates, &UpdateChecker::updatesAvailable, &mainWindow,
                          [&updates](const QList<UpdateChecker::Update> &available) {
-                             if (ask(UpdateChecker::offerText(available)))
+                             if (ask(UpdateChecker::offerText(available), QMessageBox::Yes))
                                  updates.startUpdater();
                          });
         QTimer::singleShot(std::chrono::seconds(10), &updates, &UpdateChecker::check);
