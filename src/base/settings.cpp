@@ -109,11 +109,6 @@ void Settings::setValue(const QString &key, const QVariant &value)
     QSettings().setValue(key, value);
 }
 
-void Settings::remove(const QString &key)
-{
-    QSettings().remove(key);
-}
-
 QString Settings::secret(const char *key)
 {
     const QByteArray stored = QSettings().value(QLatin1String(key)).toByteArray();

@@ -81,7 +81,6 @@ public:
     static QVariant value(const QString &key, const QVariant &fallback = QVariant());
     static bool contains(const QString &key);
     static void setValue(const QString &key, const QVariant &value);
-    static void remove(const QString &key);
     // Secrets (the pass phrases) are stored enciphered under the settings key; empty is none.
     static QString secret(const char *key);
     static void setSecret(const char *key, const QString &text);

@@ -1,10 +1,8 @@
 #include "ui/mainwindow.h"
 
 #include "actions/actionapi.h"
-#include "actions/actionshortcuts.h"
 #include "base/settings.h"
 #include "base/settingsevents.h"
-#include "clipboard/clipboardlistener.h"
 #include "clipboard/clipboardmarks.h"
 #include "history/clipping.h"
 #include "history/historyitemmodel.h"
@@ -79,8 +77,7 @@ void putOnClipboard(const QModelIndex &clipping, int textMode)
 MainWindow::MainWindow(AppServices *services, QWidget *parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint), m_services(services),
       m_history(services->history()), m_helper(new FramelessHelper(this)),
-      m_shortcuts(services->shortcuts()), m_clipboardListener(services->clipboardListener()),
-      m_actionShortcuts(services->actionShortcuts()), m_snippets(services->snippets()),
+      m_shortcuts(services->shortcuts()), m_snippets(services->snippets()),
       m_typer(services->textTyper()), m_sync(services->sync())
 {
     setWindowTitle(tr("Velmorin"));

@@ -7,9 +7,7 @@
 
 #include "clipboard/clipboardops.h"
 
-class ActionShortcuts;
 class AppServices;
-class ClipboardListener;
 class ClippingEditor;
 class FramelessHelper;
 class GlobalShortcuts;
@@ -79,16 +77,12 @@ public:
     AppServices *services() const { return m_services; }
     HistoryItemModel *historyModel() const { return m_history; }
     GlobalShortcuts *shortcuts() const { return m_shortcuts; }
-    ClipboardListener *clipboardListener() const { return m_clipboardListener; }
-    ActionShortcuts *actionShortcuts() const { return m_actionShortcuts; }
     SnippetItemModel *snippetModel() const { return m_snippets; }
     HistoryItemView *historyView() const { return m_historyView; }
     SnippetTreeView *snippetView() const { return m_snippetView; }
     SearchEdit *searchEdit() const { return m_search; }
     SearchModel *searchModel() const { return m_searchModel; }
     SearchView *searchView() const { return m_searchView; }
-    TextTyper *textTyper() const { return m_typer; }
-    Sync *sync() const { return m_sync; }
     FramelessHelper *framelessHelper() const { return m_helper; }
     SettingsDialog *settingsDialog() const;
     ClippingEditor *clippingEditor() const;
@@ -147,8 +141,6 @@ private:
     SearchModel *m_searchModel = nullptr;
     SearchView *m_searchView = nullptr;
     GlobalShortcuts *m_shortcuts;
-    ClipboardListener *m_clipboardListener;
-    ActionShortcuts *m_actionShortcuts = nullptr;
     SnippetItemModel *m_snippets = nullptr;
     TextTyper *m_typer = nullptr;
     Sync *m_sync = nullptr;
