@@ -41,7 +41,6 @@ private slots:
     void generatedTextsHaveTheirShape();
     void dateAndValueRoundTrip_data();
     void dateAndValueRoundTrip();
-    void listingOrderTombstonesAndHiddenActions();
 
 private:
     QStringList run(const QString &path, const QString &text, QString *error = nullptr);
@@ -369,54 +368,6 @@ void TestActions::dateAndValueRoundTrip()
     QString error;
     QCOMPARE(run(builtIn("09-valuetodate.json"), QStringLiteral("soon"), &error), QStringList());
     QVERIFY(error.contains(QLatin1String("soon")));
-}
-
-void TestActions::listingOrderTombstonesAndHiddenActions()
-{
-    // "/..." sorts before ":/...": the user's file must still follow every built-in.
-    const QString early = writeUserAction(QStringLiteral("00-early.json"),
-                                          {{"title", "Early"}, {"script", "(() => 1)"}});
-    const QString gone =
-        writeUserAction(QStringLiteral("Gone.json"), {{"title", "Gone"}, {"script", "(() => 2)"}});
-    const QString late = writeUserAction(QStringLiteral("Zed.json"), {{"title", "Zed"}});
-    QFile broken(ActionFiles::userFolder() + QStringLiteral("/broken.json"));
-    QVERIFY(broken.open(QIODevice::WriteOnly));
-    broken.write("not json");
-    broken.close();
-
-    QVERIFY(ActionFiles::markDeleted(gone));
-    QFile tombstone(gone);
-    QVERIFY(tombstone.open(QIODevice::ReadOnly));
-    const QJsonObject marked = QJsonDocument::fromJson(tombstone.readAll()).object();
-    QCOMPARE(marked.value("deleted").toBool(), true);
-    QCOMPARE(marked.value("script").toString(), QStringLiteral("(() => 2)"));
-    QVERIFY(QDateTime::fromString(marked.value("created").toString(), Qt::ISODate).isValid());
-
-    // The file that is no action is listed, to be seen, but never offered in a menu.
-    QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression(QStringLiteral("broken.json cannot be read")));
-    const auto actions = ActionFiles::listedActions();
-    QStringList paths;
-    for (const auto &[path, action] : actions)
-        paths.append(path);
-    QCOMPARE(paths.size(), 15);
-    QCOMPARE(paths.at(0), builtIn("01-tolower.json"));
-    QCOMPARE(paths.at(11), builtIn("12-splitlines.json"));
-    QCOMPARE(paths.mid(12), (QStringList{early, late, broken.fileName()}));
-    QVERIFY(!paths.contains(ActionFiles::templatePath()));
-
-    ActionFiles::writeListing(actions);
-    QSettings().setValue(SettingsKey::HiddenActions, QStringList{builtIn("05-currenttime.json")});
-    const QVariantMap listed = QSettings().value(SettingsKey::Actions).toMap();
-    QCOMPARE(listed.size(), 14);
-    QVERIFY(!listed.contains(gone));
-    QCOMPARE(listed.value(early).toString(), QStringLiteral("Early"));
-    QVERIFY(listed.contains(builtIn("05-currenttime.json")));
-
-    const auto entries = ActionFiles::menuEntries();
-    QCOMPARE(entries.size(), 13);
-    QCOMPARE(entries.at(4).second, QStringLiteral("Generate password"));
-    QCOMPARE(entries.at(11).first, early);
 }
 
 QTEST_GUILESS_MAIN(TestActions)

@@ -15,33 +15,9 @@ class TestApplication final : public QObject
     Q_OBJECT
 
 private slots:
-    void focusLossHidesOnlyAnUnpinnedWindow();
     void foreignNativeMessagesAreNeverConsumed();
     void resizeCursorFollowsTheMouseIntoChildren();
 };
-
-void TestApplication::focusLossHidesOnlyAnUnpinnedWindow()
-{
-    auto *app = qobject_cast<Application *>(QCoreApplication::instance());
-    QVERIFY(app);
-    AppServices services{AppModes()};
-    MainWindow window(&services);
-    app->setMainWindow(&window);
-
-    window.show();
-    QEvent deactivate(QEvent::ApplicationDeactivate);
-    QCoreApplication::sendEvent(app, &deactivate);
-    QVERIFY(!window.isVisible());
-
-    window.showAndPin();
-    QVERIFY(window.isPinned());
-    QCoreApplication::sendEvent(app, &deactivate);
-    QVERIFY(window.isVisible());
-
-    window.setPinned(false);
-    QCoreApplication::sendEvent(app, &deactivate);
-    QVERIFY(!window.isVisible());
-}
 
 void TestApplication::foreignNativeMessagesAreNeverConsumed()
 {

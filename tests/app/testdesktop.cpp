@@ -26,12 +26,6 @@
 
 namespace {
 
-bool type(const QString &keys)
-{
-    return TargetWindow::xdotool(
-        {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), keys});
-}
-
 bool press(const QStringList &keys)
 {
     return TargetWindow::xdotool(
@@ -54,11 +48,7 @@ class TestDesktop : public QObject
 private slots:
     void initTestCase();
     void foregroundApplication();
-    void typedKeysBuildAndBreakTheWord();
     void deadKeyGivesOneAccentedCharacter();
-    void typeTextTypesAscii();
-    void pastedClippingLandsInTheTarget();
-    void moveCursorLeavesCaretAndSelection();
     void globalShortcutFiresInTheTarget();
     void shortcutHeldByAnotherProgramIsRefused();
     void actionShortcutPastesItsResult();
@@ -100,29 +90,6 @@ void TestDesktop::foregroundApplication()
     QCOMPARE(Platform::foregroundApplicationIcon().size(), QSize(64, 64));
 }
 
-void TestDesktop::typedKeysBuildAndBreakTheWord()
-{
-    QVERIFY(m_target.clear());
-    QVERIFY(type(QStringLiteral("ab")));
-    QVERIFY(press({QStringLiteral("shift+c"), QStringLiteral("Caps_Lock"), QStringLiteral("d"),
-                   QStringLiteral("Caps_Lock")}));
-    QTRY_COMPARE(m_input->typedWord(), QStringLiteral("abCD"));
-    QCOMPARE(m_target.text(), QStringLiteral("abCD"));
-
-    QVERIFY(press({QStringLiteral("Left")}));
-    QTRY_COMPARE(m_input->typedWord(), QString());
-    QVERIFY(type(QStringLiteral("xy")));
-    QTRY_COMPARE(m_input->typedWord(), QStringLiteral("xy"));
-    QVERIFY(press({QStringLiteral("BackSpace")}));
-    QTRY_COMPARE(m_input->typedWord(), QStringLiteral("x"));
-    QVERIFY(TargetWindow::xdotool({QStringLiteral("click"), QStringLiteral("1")}));
-    QTRY_COMPARE(m_input->typedWord(), QString());
-    QVERIFY(type(QStringLiteral("z")));
-    QTRY_COMPARE(m_input->typedWord(), QStringLiteral("z"));
-    QVERIFY(press({QStringLiteral("Return")}));
-    QTRY_COMPARE(m_input->typedWord(), QString());
-}
-
 void TestDesktop::deadKeyGivesOneAccentedCharacter()
 {
     if (!setLayout({QStringLiteral("-layout"), QStringLiteral("us"), QStringLiteral("-variant"),
@@ -139,35 +106,6 @@ void TestDesktop::deadKeyGivesOneAccentedCharacter()
     QTRY_COMPARE(m_target.text(), QStringLiteral("\u00e9"));
     QVERIFY(setLayout({QStringLiteral("-layout"), QStringLiteral("us")}));
     QTest::qWait(300);
-}
-
-void TestDesktop::typeTextTypesAscii()
-{
-    QVERIFY(m_target.clear());
-    KeySender::typeText(QStringLiteral("Hello, World 42! (a+b)"));
-    QTRY_COMPARE(m_target.text(), QStringLiteral("Hello, World 42! (a+b)"));
-}
-
-void TestDesktop::pastedClippingLandsInTheTarget()
-{
-    QVERIFY(m_target.clear());
-    QStandardItemModel model;
-    auto *item = Clipping::newTextItem(QStringLiteral("Pasted from the history \u2713"), QString(),
-                                       {}, QStringLiteral("app"), QDateTime::currentDateTime());
-    model.appendRow(item);
-    ClipboardOps::putClippingText(item->index(), ClipboardOps::WithFormatting);
-    ClipboardOps::paste();
-    QTRY_COMPARE(m_target.text(), QStringLiteral("Pasted from the history \u2713"));
-}
-
-void TestDesktop::moveCursorLeavesCaretAndSelection()
-{
-    QVERIFY(m_target.clear());
-    KeySender::typeText(QStringLiteral("abcdefgh"));
-    QTRY_COMPARE(m_target.text(), QStringLiteral("abcdefgh"));
-    ClipboardOps::moveCursor({3, 2});
-    QTRY_COMPARE(m_target.state().value(QLatin1String("position")).toInt(), 3);
-    QCOMPARE(m_target.state().value(QLatin1String("anchor")).toInt(), 5);
 }
 
 void TestDesktop::globalShortcutFiresInTheTarget()

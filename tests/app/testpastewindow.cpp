@@ -47,8 +47,6 @@ private slots:
     void cleanupTestCase();
     void init();
     void opensAtTheMouseAndPastesTheSecondClipping();
-    void typedSearchPastesTheFirstMatch();
-    void shiftEnterPastesPlainText();
     void snippetLandsWithItsCaret();
     void typeTextTypesIntoTheEditor();
     void pastedImageIsNotRecordedAgain();
@@ -192,27 +190,6 @@ void TestPasteWindow::opensAtTheMouseAndPastesTheSecondClipping()
     QVERIFY(press({QStringLiteral("Down"), QStringLiteral("Return")}));
     QTRY_COMPARE_WITH_TIMEOUT(m_editor.text(), QStringLiteral("second newest"), 10000);
     QVERIFY(!isOpen());
-}
-
-void TestPasteWindow::typedSearchPastesTheFirstMatch()
-{
-    QVERIFY(!open().isEmpty());
-    QVERIFY(TargetWindow::xdotool({QStringLiteral("type"), QStringLiteral("--delay"),
-                                   QStringLiteral("40"), QStringLiteral("foo")}));
-    QVERIFY(press({QStringLiteral("Return")}));
-    QTRY_COMPARE_WITH_TIMEOUT(m_editor.text(), QStringLiteral("foo bar baz"), 10000);
-    QVERIFY(!isOpen());
-}
-
-void TestPasteWindow::shiftEnterPastesPlainText()
-{
-    copy(QStringLiteral("styled words"));
-    QVERIFY(m_editor.activate());
-    QVERIFY(!open().isEmpty());
-    QVERIFY(press({QStringLiteral("shift+Return")}));
-    QTRY_COMPARE_WITH_TIMEOUT(m_editor.text(), QStringLiteral("styled words"), 10000);
-    const QMimeData *pasted = QGuiApplication::clipboard()->mimeData();
-    QVERIFY(pasted && pasted->text() == QStringLiteral("styled words") && !pasted->hasHtml());
 }
 
 void TestPasteWindow::snippetLandsWithItsCaret()

@@ -18,11 +18,7 @@ class TestStartup final : public QObject
 private slots:
     void modeSwitches_data();
     void modeSwitches();
-    void demoThenDebugIgnoresTheSecondSwitch();
-    void capitalisedSwitchIsNoSwitch();
-    void writeDebugLogSettingStartsTheFileLog();
-    void sigtermQuitsCleanlyAndKeepsSettings();
-    void releaseNotesShowOncePerVersion();
+    void twoRunsShareTheLogAndTheSettings();
     void germanUsersGetQtsOwnTextsInGermanToo();
     void testModesKeepTheirOwnHistory();
     void clearHistoryOnQuitKeepsLockedClippings();
@@ -154,69 +150,24 @@ void TestStartup::clearHistoryOnQuitKeepsLockedClippings()
     }
 }
 
-void TestStartup::demoThenDebugIgnoresTheSecondSwitch()
-{
-    TestProfile profile;
-    AppProcess app(QStringLiteral(VELMORIN_BINARY), profile);
-    startAndWait(app, {QStringLiteral("--demo"), QStringLiteral("--debug")});
-    const QString log = app.output();
-    QVERIFY2(log.contains(QStringLiteral("Started new log at ")), qPrintable(log));
-    QVERIFY(!log.contains(QStringLiteral("Logging to ")));
-    // Demo mode collects no crash reports, and without debug mode there is no file log.
-    QVERIFY(!log.contains(QStringLiteral("Crash reports go to")));
-    QVERIFY(log.contains(QStringLiteral("Logging engines: std\n")));
-    QVERIFY(!QFile::exists(profile.debugLogFile()));
-}
-
-void TestStartup::capitalisedSwitchIsNoSwitch()
-{
-    TestProfile profile;
-    AppProcess app(QStringLiteral(VELMORIN_BINARY), profile);
-    startAndWait(app, {QStringLiteral("--DEBUG")});
-    QVERIFY(!app.output().contains(QStringLiteral("Logging to ")));
-    QVERIFY(app.output().contains(QStringLiteral("Crash reports go to")));
-    QVERIFY(!QFile::exists(profile.debugLogFile()));
-}
-
-void TestStartup::writeDebugLogSettingStartsTheFileLog()
+// Two runs in one profile: the file log the setting starts, an orderly end on SIGTERM that
+// keeps the settings, and release notes shown on the first run of a new version only.
+void TestStartup::twoRunsShareTheLogAndTheSettings()
 {
     TestProfile profile;
     profile.setSetting(QStringLiteral("WriteDebugLog"), true);
+    profile.setSetting(QStringLiteral("ReleaseNotesVersion"), QStringLiteral("1.8"));
     AppProcess app(QStringLiteral(VELMORIN_BINARY), profile);
     startAndWait(app);
     const QString log = app.output();
     QVERIFY2(log.contains(QStringLiteral("Logging to ") + profile.debugLogFile()), qPrintable(log));
     QVERIFY(log.contains(QStringLiteral("Logging engines: file, std\n")));
     QVERIFY(!log.contains(QStringLiteral("Crash reports go to")));
-
-    // The file holds the same banner, and a second run appends to it.
-    app.terminate();
-    QVERIFY(app.waitForExit());
-    AppProcess again(QStringLiteral(VELMORIN_BINARY), profile);
-    startAndWait(again);
-    again.terminate();
-    QVERIFY(again.waitForExit());
-    QFile file(profile.debugLogFile());
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QString written = QString::fromUtf8(file.readAll());
-    QCOMPARE(written.count(QStringLiteral("] [INFO] Started new log at ")), 2);
-    QCOMPARE(written.count(QStringLiteral("] [DEBUG] Quitting the application\n")), 2);
-    QCOMPARE(written.count(QStringLiteral("] [INFO] ") + QString(58, QLatin1Char('*')) + '\n'), 4);
-}
-
-void TestStartup::sigtermQuitsCleanlyAndKeepsSettings()
-{
-    TestProfile profile;
-    AppProcess app(QStringLiteral(VELMORIN_BINARY), profile);
-    startAndWait(app);
-    QVERIFY(app.isRunning());
+    QVERIFY(app.waitForOutput(QStringLiteral("Showing the release notes")));
     app.terminate();
     QVERIFY(app.waitForExit());
     QCOMPARE(app.exitStatus(), QProcess::NormalExit);
     QCOMPARE(app.exitCode(), 0);
-    QVERIFY2(app.output().contains(QStringLiteral("Quitting the application")),
-             qPrintable(app.output()));
-    // Written before the event loop ended and kept through the orderly shutdown.
     QCOMPARE(profile.setting(QStringLiteral("ReleaseNotesVersion")).toString(),
              QStringLiteral("1.9"));
     QCOMPARE(profile.setting(QStringLiteral("KeepItems")).toString(), QStringLiteral("20"));
@@ -224,6 +175,18 @@ void TestStartup::sigtermQuitsCleanlyAndKeepsSettings()
     QFile autostart(profile.path(QStringLiteral("config/autostart/velmorin.desktop")));
     QVERIFY(autostart.open(QIODevice::ReadOnly));
     QVERIFY(autostart.readAll().contains(VELMORIN_BINARY));
+
+    AppProcess again(QStringLiteral(VELMORIN_BINARY), profile);
+    startAndWait(again);
+    QTest::qWait(300);
+    QVERIFY(!again.output().contains(QStringLiteral("Showing the release notes")));
+    again.terminate();
+    QVERIFY(again.waitForExit());
+    QFile file(profile.debugLogFile());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString written = QString::fromUtf8(file.readAll());
+    QCOMPARE(written.count(QStringLiteral("] [INFO] Started new log at ")), 2);
+    QCOMPARE(written.count(QStringLiteral("] [DEBUG] Quitting the application\n")), 2);
 }
 
 void TestStartup::germanUsersGetQtsOwnTextsInGermanToo()
@@ -235,24 +198,6 @@ void TestStartup::germanUsersGetQtsOwnTextsInGermanToo()
     startAndWait(app);
     QVERIFY2(app.output().contains(QStringLiteral("loaded: qtbase_de, velmorin_de")),
              qPrintable(app.output().left(3000)));
-}
-
-void TestStartup::releaseNotesShowOncePerVersion()
-{
-    TestProfile profile;
-    profile.setSetting(QStringLiteral("ReleaseNotesVersion"), QStringLiteral("1.8"));
-    AppProcess first(QStringLiteral(VELMORIN_BINARY), profile);
-    startAndWait(first);
-    QVERIFY(first.waitForOutput(QStringLiteral("Showing the release notes")));
-    first.terminate();
-    QVERIFY(first.waitForExit());
-    QCOMPARE(profile.setting(QStringLiteral("ReleaseNotesVersion")).toString(),
-             QStringLiteral("1.9"));
-
-    AppProcess second(QStringLiteral(VELMORIN_BINARY), profile);
-    startAndWait(second);
-    QTest::qWait(300);
-    QVERIFY(!second.output().contains(QStringLiteral("Showing the release notes")));
 }
 
 QTEST_GUILESS_MAIN(TestStartup)

@@ -4,11 +4,9 @@
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
-#include <QSharedMemory>
 #include <QTest>
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -20,7 +18,6 @@ class TestRunGuard final : public QObject
 
 private slots:
     void keysStayTheSameAcrossVersions();
-    void listeningClearsALeftOverRequest();
     void secondLaunchReplacesTheFirst();
     void hungInstanceMakesTheNewOneGiveUp();
     void requestLeftByACrashedInstanceDoesNotQuitTheNext();
@@ -36,29 +33,6 @@ void TestRunGuard::keysStayTheSameAcrossVersions()
              QStringLiteral("b2d86c4706d0515c989a2cb88de4a29328863af4"));
     QCOMPARE(RunGuard::deriveKey(key, QStringLiteral("_memLockKey")),
              QStringLiteral("e4bdd3af9cec35326ba0f56cb0602d74b2a71dd4"));
-}
-
-void TestRunGuard::listeningClearsALeftOverRequest()
-{
-    const QString key =
-        QStringLiteral("TestRunGuardInProcess-%1").arg(QCoreApplication::applicationPid());
-    RunGuard guard(key);
-    QVERIFY(guard.tryToRun());
-    QVERIFY(!RunGuard(key).tryToRun()); // held: a second guard cannot take it
-    guard.notify(1);
-
-    QSharedMemory reader(RunGuard::deriveKey(key, QStringLiteral("_sharedmemKey")));
-    QVERIFY(reader.attach(QSharedMemory::ReadOnly));
-    const auto requestWord = [&reader] {
-        int word = -1;
-        reader.lock();
-        std::memcpy(&word, reader.constData(), sizeof word);
-        reader.unlock();
-        return word;
-    };
-    QCOMPARE(requestWord(), 1);
-    guard.listen();
-    QCOMPARE(requestWord(), 0);
 }
 
 void TestRunGuard::secondLaunchReplacesTheFirst()

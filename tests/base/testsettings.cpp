@@ -11,9 +11,7 @@ class TestSettings final : public QObject
 
 private slots:
     void initTestCase();
-    void firstStartWritesEveryDefault();
-    void laterStartsKeepWhatTheUserChose();
-    void keysWithoutDefaultStayAbsent();
+    void defaultsAreWrittenOnceAndChoicesKept();
     void relativeTimeTexts_data();
     void relativeTimeTexts();
 
@@ -29,54 +27,34 @@ void TestSettings::initTestCase()
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_dir.path());
 }
 
-void TestSettings::firstStartWritesEveryDefault()
-{
-    QSettings settings;
-    settings.clear();
-    const int count = int(Settings::firstRunDefaults().size());
-    QCOMPARE(Settings::writeDefaults(settings), count);
-
-    // What a fresh start reads back from disk: every key, with values that survive the store.
-    QSettings fresh;
-    QCOMPARE(fresh.allKeys().size(), count);
-    QCOMPARE(fresh.value(SettingsKey::WindowSize).toSize(), QSize(420, 520));
-    QCOMPARE(fresh.value(SettingsKey::IncludeImages).toBool(), true);
-    QVERIFY(fresh.value(SettingsKey::ExcludedApplications).toStringList().isEmpty());
-    QVERIFY(fresh.value(SettingsKey::DelayedApplications).toMap().isEmpty());
-}
-
-void TestSettings::laterStartsKeepWhatTheUserChose()
+// The first start writes every default; later starts add only what a newer version brought
+// and keep what the user chose, emptied values included.
+void TestSettings::defaultsAreWrittenOnceAndChoicesKept()
 {
     {
         QSettings settings;
         settings.clear();
-        Settings::writeDefaults(settings);
+        const int count = int(Settings::firstRunDefaults().size());
+        QCOMPARE(Settings::writeDefaults(settings), count);
+        QCOMPARE(settings.allKeys().size(), count);
+        QVERIFY(!settings.contains(SettingsKey::SyncTarget));
+        QVERIFY(!settings.contains(SettingsKey::LastSync));
         settings.setValue(SettingsKey::KeepItems, QStringLiteral("500"));
         settings.setValue(SettingsKey::Shortcut, QString()); // switched off on purpose
-        settings.setValue(SettingsKey::IncludeImages, false);
         settings.setValue(SettingsKey::ExcludedApplications,
                           QStringList{QStringLiteral("keepass.exe")});
         settings.remove(SettingsKey::OpenOnMouse); // a key this version adds
     }
     QSettings restarted;
     QCOMPARE(Settings::writeDefaults(restarted), 1);
+    QCOMPARE(restarted.value(SettingsKey::WindowSize).toSize(), QSize(420, 520));
     QCOMPARE(restarted.value(SettingsKey::KeepItems).toString(), QStringLiteral("500"));
     QCOMPARE(restarted.value(SettingsKey::Shortcut).toString(), QString());
-    QCOMPARE(restarted.value(SettingsKey::IncludeImages).toBool(), false);
     QCOMPARE(restarted.value(SettingsKey::ExcludedApplications).toStringList(),
              QStringList{QStringLiteral("keepass.exe")});
     QCOMPARE(restarted.value(SettingsKey::OpenOnMouse).toBool(), true);
     QCOMPARE(Settings::writeDefaults(restarted), 0);
-}
 
-void TestSettings::keysWithoutDefaultStayAbsent()
-{
-    QSettings settings;
-    settings.clear();
-    Settings::writeDefaults(settings);
-    QVERIFY(!settings.contains(SettingsKey::ReleaseNotesVersion));
-    QVERIFY(!settings.contains(SettingsKey::SyncTarget));
-    QVERIFY(!settings.contains(SettingsKey::LastSync));
     QCOMPARE(Settings::releaseNotesVersion(), QString());
     Settings::setReleaseNotesVersion(Settings::currentReleaseNotesVersion());
     QCOMPARE(QSettings().value(SettingsKey::ReleaseNotesVersion).toString(), QStringLiteral("1.9"));

@@ -82,7 +82,6 @@ private slots:
     void cleanup();
 
     void signatures();
-    void repeatsAndSwallowedChangesAreNotReported();
     void rulesRewriteTheClipboard_data();
     void rulesRewriteTheClipboard();
     void privateContentIsLeftAlone_data();
@@ -160,33 +159,6 @@ void TestClipboardCapture::signatures()
     QCOMPARE(ClipboardListener::signature(image), QStringLiteral("9x4-%1").arg(qRgb(200, 100, 50)));
 
     QCOMPARE(ClipboardListener::signature(QMimeData()), QString());
-}
-
-void TestClipboardCapture::repeatsAndSwallowedChangesAreNotReported()
-{
-    setClipboard(mime(QStringLiteral("first")));
-    setClipboard(mime(QStringLiteral("first"), QStringLiteral("<b>first</b>")));
-    QCOMPARE(takeChanges().size(), 1);
-
-    // The program's own writes are no copies: an expansion's text (private), a clipping
-    // pasted from the history, text or image, and the user's content put back afterwards.
-    setClipboard(mime(QStringLiteral("copied")));
-    QCOMPARE(takeChanges().size(), 1);
-    ClipboardOps::setClipboardText(QStringLiteral("expanded by us"));
-    QMimeData *ours = mime(QStringLiteral("pasted by us"));
-    ClipboardMarks::setOwner(ours, QStringLiteral("editor.exe"));
-    setClipboard(ours);
-    auto *image = new QMimeData;
-    image->setImageData(testImage(6, 6));
-    ClipboardMarks::setOwner(image, QStringLiteral("paint.exe"));
-    setClipboard(image);
-    setClipboard(mime(QStringLiteral("copied")));
-    QVERIFY(takeChanges().isEmpty());
-    // The user's next copy is one, whatever came before it.
-    setClipboard(mime(QStringLiteral("pasted by us")));
-    const QList<Change> changes = takeChanges();
-    QCOMPARE(changes.size(), 1);
-    QCOMPARE(changes.first().data->text(), QStringLiteral("pasted by us"));
 }
 
 void TestClipboardCapture::rulesRewriteTheClipboard_data()

@@ -31,8 +31,6 @@ private slots:
     void secondDelayedPasteIsRefused();
     void moveCursorSelectsBackwards();
     void pastePlainTextRestoresTheClipboard();
-    void overlappingPastesPutTheUsersClipboardBack();
-    void copyOfClipboardKeepsEveryFormat();
     void clippingImageAsImageOrFile();
     void htmlCleanup_data();
     void htmlCleanup();
@@ -147,55 +145,6 @@ void TestClipboardOps::pastePlainTextRestoresTheClipboard()
     QTRY_VERIFY(clipboard()->mimeData()->hasHtml());
     QCOMPARE(clipboard()->mimeData()->html(), QStringLiteral("<b>bold</b> words"));
     QVERIFY(!ClipboardMarks::owner(*clipboard()->mimeData()).isNull());
-}
-
-void TestClipboardOps::overlappingPastesPutTheUsersClipboardBack()
-{
-    QGuiApplication::clipboard()->setText(QStringLiteral("the user's"));
-    for (const QString &text : {QStringLiteral("first paste"), QStringLiteral("second paste")}) {
-        QMimeData *saved = ClipboardOps::saveClipboard();
-        ClipboardOps::setClipboardText(text);
-        ClipboardOps::restoreClipboardLater(saved);
-        QTest::qWait(300);
-    }
-    // The first paste's time to restore has passed, the second's has not.
-    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("second paste"));
-    QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("the user's"));
-    QTest::qWait(600);
-    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("the user's"));
-}
-
-void TestClipboardOps::copyOfClipboardKeepsEveryFormat()
-{
-    auto *data = new QMimeData;
-    data->setText(QStringLiteral("text"));
-    data->setData(QStringLiteral("application/x-private"), QByteArray("\x00\x01\x02", 3));
-    QImage image(8, 4, QImage::Format_ARGB32);
-    image.fill(Qt::red);
-    data->setImageData(image);
-    clipboard()->setMimeData(data);
-
-    std::unique_ptr<QMimeData> copy(ClipboardOps::copyOfClipboard());
-    QCOMPARE(copy->text(), QStringLiteral("text"));
-    QCOMPARE(copy->data(QStringLiteral("application/x-private")), QByteArray("\x00\x01\x02", 3));
-    QVERIFY(copy->hasImage());
-    QCOMPARE(qvariant_cast<QImage>(copy->imageData()).size(), QSize(8, 4));
-
-    // Of the encodings an owner offers, PNG alone is read: the others cost the owner seconds
-    // for a large image.
-    auto *encoded = new QMimeData;
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    encoded->setData(QStringLiteral("image/bmp"), QByteArray("not read"));
-    encoded->setData(QStringLiteral("image/png"), png);
-    clipboard()->setMimeData(encoded);
-    copy.reset(ClipboardOps::copyOfClipboard(ClipboardOps::EncodedImageOnly));
-    QCOMPARE(copy->formats(), QStringList{QStringLiteral("image/png")});
-    QCOMPARE(copy->data(QStringLiteral("image/png")), png);
-    copy.reset(ClipboardOps::copyOfClipboard());
-    QCOMPARE(qvariant_cast<QImage>(copy->imageData()).size(), QSize(8, 4));
 }
 
 void TestClipboardOps::clippingImageAsImageOrFile()

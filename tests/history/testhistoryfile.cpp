@@ -15,12 +15,6 @@
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
-#include <QThreadPool>
-
-#include <csignal>
-#ifdef Q_OS_UNIX
-#include <sys/resource.h>
-#endif
 
 using namespace Clipping;
 
@@ -111,16 +105,13 @@ private slots:
     void init();
     void cleanup();
 
-    void fileNamesFollowTheMode();
     void roundTripIsByteForByte();
     void encoderWritesWhatQJsonDocumentWrites();
     void refusedDocumentsLeaveTheFileAlone_data();
     void refusedDocumentsLeaveTheFileAlone();
     void hostileClippingsLoadWithoutHarm();
-    void trimmingWhileLoadingRemovesImageFolders();
     void anInterruptedSaveIsRecovered();
     void failedSavesSayWhatFailed();
-    void aDiskFullPartWayKeepsTheOldFile();
     void syncMergeUnitesTwoHistories();
 
 private:
@@ -159,24 +150,6 @@ HistoryItemModel *TestHistoryFile::newModel()
     model->setClock([] { return kStart; });
     m_models.append(model);
     return model;
-}
-
-void TestHistoryFile::fileNamesFollowTheMode()
-{
-    AppModes normal, demo, perf, both;
-    demo.demo = true;
-    perf.perfTest = true;
-    both.demo = both.perfTest = true;
-    const QString folder = QFileInfo(m_path).path() + QDir::separator();
-    QCOMPARE(HistoryFile::path(normal), m_path);
-    QCOMPARE(HistoryFile::path(demo), folder + QStringLiteral("History-demo.json"));
-    QCOMPARE(HistoryFile::path(perf), folder + QStringLiteral("History-perftest.json"));
-    QCOMPARE(HistoryFile::path(both), folder + QStringLiteral("History-perftest.json"));
-
-    QSettings().remove(SettingsKey::HistoryFilePath);
-    QCOMPARE(HistoryFile::path(normal),
-             QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QDir::separator() +
-                 QStringLiteral("History.json"));
 }
 
 void TestHistoryFile::roundTripIsByteForByte()
@@ -445,42 +418,6 @@ void TestHistoryFile::hostileClippingsLoadWithoutHarm()
     QCOMPARE(model->deserialize(documentWith(QJsonArray(), 8, 0)), -1);
 }
 
-void TestHistoryFile::trimmingWhileLoadingRemovesImageFolders()
-{
-    QJsonArray clippings;
-    QList<QUuid> ids;
-    for (int i = 0; i < 6; ++i) {
-        const QUuid id = QUuid::createUuid();
-        ids.append(id);
-        QVERIFY(QDir().mkpath(imageFolder(id)));
-        clippings.append(
-            QJsonObject{{QStringLiteral("type"), 1},
-                        {QStringLiteral("brief"), QStringLiteral("image %1").arg(i)},
-                        {QStringLiteral("text"), QStringLiteral("image %1").arg(i)},
-                        {QStringLiteral("time"), kStart.addSecs(-i * 60).toString(Qt::ISODate)},
-                        {QStringLiteral("id"), id.toString()},
-                        {QStringLiteral("locked"), i == 5},
-                        {QStringLiteral("filename"), QStringLiteral("i.png")}});
-    }
-    writeFile(m_path, documentWith(clippings));
-    QSettings().setValue(SettingsKey::KeepItems, QStringLiteral("3"));
-    HistoryItemModel *model = newModel();
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("Failed to load image")));
-    model->load();
-
-    QStringList kept;
-    for (int row = 0; row < model->rowCount(); ++row)
-        kept.append(model->item(row)->data(BriefRole).toString());
-    // The locked clipping does not count; the final trim leaves room for the next copy.
-    QCOMPARE(kept, (QStringList{QStringLiteral("image 0"), QStringLiteral("image 1"),
-                                QStringLiteral("image 5")}));
-    for (int i = 0; i < 6; ++i) {
-        const bool shouldExist = i == 0 || i == 1 || i == 5;
-        QCOMPARE(QDir(imageFolder(ids.at(i))).exists(), shouldExist);
-    }
-    QThreadPool::globalInstance()->waitForDone();
-}
-
 void TestHistoryFile::anInterruptedSaveIsRecovered()
 {
     // The old file was removed and the new one not yet renamed when the computer went down.
@@ -557,30 +494,6 @@ void TestHistoryFile::failedSavesSayWhatFailed()
     elsewhere->save(false);
     elsewhere->finishSaves();
     QCOMPARE(elsewhereProblems.size(), 1);
-}
-
-void TestHistoryFile::aDiskFullPartWayKeepsTheOldFile()
-{
-#ifdef Q_OS_UNIX
-    // A file size limit stands for a disk that fills part way through the write: the first
-    // 4 kB go, the rest does not.
-    writeFile(m_path, "the old history");
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit saved{};
-    QVERIFY(getrlimit(RLIMIT_FSIZE, &saved) == 0);
-    rlimit small = saved;
-    small.rlim_cur = 4096;
-    QVERIFY(setrlimit(RLIMIT_FSIZE, &small) == 0);
-    QString error;
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Writing to file")));
-    const auto result = HistoryFile::write(m_path, QByteArray(10000, 'x'), &error);
-    setrlimit(RLIMIT_FSIZE, &saved);
-    QCOMPARE(result, HistoryFile::WriteResult::WriteFailed);
-    QCOMPARE(readFile(m_path), QByteArray("the old history"));
-    QVERIFY(!QFile::exists(HistoryFile::temporaryPath(m_path)));
-#else
-    QSKIP("Needs a file size limit");
-#endif
 }
 
 void TestHistoryFile::syncMergeUnitesTwoHistories()

@@ -202,16 +202,10 @@ void TestHistoryItemModel::newerCopyMovesUpAndKeepsWhatTheOldRowHad()
     QCOMPARE(moved->data(HtmlRole).toString(), QStringLiteral("<i>hello</i>"));
     QCOMPARE(moved->data(ApplicationRole).toString(), QStringLiteral("mail.exe"));
     QVERIFY(moved->data(PinnedRole).toBool());
-    const QStringList lines = mergeLines();
-    QCOMPARE(lines.size(), 3);
-    QCOMPARE(lines.at(0),
-             QStringLiteral("Merge clippings: The item '  hello  world  ' is already in the "
-                            "history (pos 1)"));
-    QCOMPARE(lines.at(1), QStringLiteral("Merge clippings: The added item '  hello  world  ' is "
-                                         "newer so adding it again to the model (%1 vs %2)")
-                              .arg(kStart.addSecs(20).toString(), kStart.toString()));
-    QCOMPARE(lines.at(2), QStringLiteral("Merge clippings: Item '  hello  world  ' added at "
-                                         "position 0"));
+    QCOMPARE(mergeLines().value(1),
+             QStringLiteral("Merge clippings: The added item '  hello  world  ' "
+                            "is newer so adding it again to the model (%1 vs %2)")
+                 .arg(kStart.addSecs(20).toString(), kStart.toString()));
 
     // A locked clipping copied again (as pasting it does) stays locked, so no trim takes it.
     m_model->setLocked(m_model->rowCount() - 1, true);

@@ -6,7 +6,6 @@
 #include "history/makethumbnail.h"
 #include "support/testprofile.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QSettings>
 #include <QSignalSpy>
@@ -45,21 +44,6 @@ bool showsAllBands(const QImage &thumbnail, const QSize &size)
            thumbnail.pixelColor(thumbnail.rect().center()) == QColor(Qt::green);
 }
 
-QByteArray encoded(const QImage &image, const char *format = "PNG")
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, format, 0); // an unusual quality, to see the bytes are kept
-    return bytes;
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 void runTask(QRunnable *task)
 {
     QThreadPool::globalInstance()->start(task);
@@ -77,10 +61,7 @@ private slots:
     void init();
     void previewsShowTheWholeImage_data();
     void previewsShowTheWholeImage();
-    void copyToCacheWritesWhatItIsGiven();
     void cleaningDeletesOnlyFoldersNobodyOwns();
-    void anAddedImageGetsItsFileAndThumbnail_data();
-    void anAddedImageGetsItsFileAndThumbnail();
 
 private:
     TestProfile m_profile;
@@ -126,36 +107,6 @@ void TestImageCache::previewsShowTheWholeImage()
     QVERIFY(shown.startsWith(QStringLiteral("<img src=\"file://")));
 }
 
-void TestImageCache::copyToCacheWritesWhatItIsGiven()
-{
-    const QImage image = bands(64, 48, 10, 40);
-    const QByteArray bytes = encoded(image);
-    const QUuid id = QUuid::createUuid();
-    auto *fromClipboard = new CopyToCache(QImage(), bytes, id, QStringLiteral("a.png"), QUrl());
-    QSignalSpy done(fromClipboard, &CopyToCache::done);
-    runTask(fromClipboard);
-    QTRY_COMPARE(done.size(), 1);
-    QCOMPARE(readFile(imageFolder(id) + QStringLiteral("/a.png")), bytes);
-
-    // Encoded by the suffix; a null id puts the file straight into the cache folder.
-    runTask(new CopyToCache(image, QByteArray(), QUuid(), QStringLiteral("b.jpg"), QUrl()));
-    QVERIFY(readFile(imagesRoot() + QStringLiteral("/b.jpg")).startsWith("\xFF\xD8"));
-
-    // A copied file is copied, and an existing target is not overwritten.
-    const QString source = m_profile.path(QStringLiteral("PHOTO.JPG"));
-    QFile sourceFile(source);
-    QVERIFY(sourceFile.open(QIODevice::WriteOnly));
-    sourceFile.write("new photo");
-    sourceFile.close();
-    const QUuid fileId = QUuid::createUuid();
-    runTask(new CopyToCache(QImage(), QByteArray(), fileId, QStringLiteral("PHOTO.JPG"),
-                            QUrl::fromLocalFile(source)));
-    QCOMPARE(readFile(imageFolder(fileId) + QStringLiteral("/PHOTO.JPG")), QByteArray("new photo"));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Failed to copy")));
-    runTask(new CopyToCache(QImage(), QByteArray(), fileId, QStringLiteral("PHOTO.JPG"),
-                            QUrl::fromLocalFile(m_profile.path(QStringLiteral("missing.png")))));
-}
-
 void TestImageCache::cleaningDeletesOnlyFoldersNobodyOwns()
 {
     const QString kept = idFolderName(QUuid::createUuid());
@@ -170,38 +121,6 @@ void TestImageCache::cleaningDeletesOnlyFoldersNobodyOwns()
     QVERIFY(root.exists(kept));
     QVERIFY(!root.exists(orphan));
     QVERIFY(root.exists(QStringLiteral("stray.txt")));
-}
-
-void TestImageCache::anAddedImageGetsItsFileAndThumbnail_data()
-{
-    QTest::addColumn<QByteArray>("format");
-    QTest::addColumn<QString>("fileName");
-    QTest::newRow("PNG kept") << QByteArray("PNG") << QStringLiteral("app.exe-400x300.png");
-    QTest::newRow("JPEG kept") << QByteArray("JPEG") << QStringLiteral("app.exe-400x300.jpg");
-    QTest::newRow("other encoded") << QByteArray("BMP") << QStringLiteral("app.exe-400x300.png");
-}
-
-void TestImageCache::anAddedImageGetsItsFileAndThumbnail()
-{
-    QFETCH(QByteArray, format);
-    QFETCH(QString, fileName);
-    QSettings settings;
-    settings.clear();
-    Settings::writeDefaults(settings);
-    HistoryItemModel model(m_profile.path(QStringLiteral("data/History.json")));
-    const QImage image = bands(400, 300, 100, 300);
-    const QByteArray bytes = encoded(image, format);
-    QVERIFY(model.addImage(QUrl(), image, QPixmap(), QStringLiteral("app.exe"),
-                           QDateTime::currentDateTime(), bytes));
-    const QStandardItem *clipping = model.item(0);
-    QCOMPARE(clipping->data(FilenameRole).toString(), fileName);
-    QVERIFY(showsAllBands(clipping->data(ThumbnailRole).value<QImage>(), QSize(160, 120)));
-    const QString file = imageFolder(clipping->data(IdRole).toUuid()) + u'/' + fileName;
-    if (format == "BMP")
-        QTRY_VERIFY(readFile(file).startsWith("\x89PNG"));
-    else
-        QTRY_COMPARE(readFile(file), bytes);
-    model.finishSaves();
 }
 
 QTEST_MAIN(TestImageCache)

@@ -22,7 +22,6 @@ private slots:
     void init();
     void wordBreaksAndCharacters_data();
     void wordBreaksAndCharacters();
-    void mouseButtonsBreakTheWord();
     void sendKeyOrderAndFlags();
     void tapCharacterAddsTheModifiersItNeeds();
     void typeTextGoesByteByByte();
@@ -106,14 +105,6 @@ void TestInputManager::wordBreaksAndCharacters()
     type('B', QStringLiteral("b"));
     type(virtualKey, text);
     QCOMPARE(m_input->typedWord(), word);
-}
-
-void TestInputManager::mouseButtonsBreakTheWord()
-{
-    type('A', QStringLiteral("a"));
-    emit m_desktop->mouseButtonPressed();
-    QCoreApplication::processEvents();
-    QCOMPARE(m_input->typedWord(), QString());
 }
 
 void TestInputManager::sendKeyOrderAndFlags()

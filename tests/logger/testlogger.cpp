@@ -53,10 +53,9 @@ private slots:
     void init();
     void cleanup();
     void fileEngineWritesMultiPartMessagesByteForByte();
-    void qtMessageTypesGetTheirLabels();
+    void enginesAreReplaceableAndLabelEveryLevel();
     void fatalMessageIsLoggedBeforeTheProcessAborts();
     void unopenableFileLeavesTheConsoleWorking();
-    void enginesAreNamedAndReplaceable();
     void concurrentWritersNeitherTearLinesNorCrash();
     void syncLogKeepsLinesForTheDialogAndEchoesThem();
 
@@ -107,10 +106,14 @@ void TestLogger::fileEngineWritesMultiPartMessagesByteForByte()
     QCOMPARE(file.readAll(), expected);
 }
 
-void TestLogger::qtMessageTypesGetTheirLabels()
+void TestLogger::enginesAreReplaceableAndLabelEveryLevel()
 {
     Logger &logger = Logger::instance();
+    QList<QPair<LogLevel, QByteArray>> older;
+    logger.addEngine(std::make_unique<RecordingEngine>(&older, QStringLiteral("rec")));
+    // An engine of the same name takes the place of the older one.
     logger.addEngine(std::make_unique<RecordingEngine>(&m_recorded, QStringLiteral("rec")));
+    QCOMPARE(logger.engineNames(), (QStringList{QStringLiteral("DEFAULT"), QStringLiteral("rec")}));
     logger.installMessageHandler();
     qDebug() << "d";
     qInfo() << "i";
@@ -119,6 +122,8 @@ void TestLogger::qtMessageTypesGetTheirLabels()
     qInstallMessageHandler(nullptr);
     logger.write(LogLevel::Error, QStringLiteral("e"));
     logger.write(LogLevel::Trace, QStringLiteral("t"));
+    QVERIFY(logger.removeEngine(QStringLiteral("rec")));
+    QVERIFY(!logger.removeEngine(QStringLiteral("rec")));
 
     const QList<QPair<LogLevel, QByteArray>> expected = {
         {LogLevel::Debug, "[09:05:07.042] [DEBUG] d\n"},
@@ -129,6 +134,7 @@ void TestLogger::qtMessageTypesGetTheirLabels()
         {LogLevel::Trace, "[09:05:07.042] [Trace] t\n"},
     };
     QCOMPARE(m_recorded, expected);
+    QVERIFY(older.isEmpty());
 }
 
 void TestLogger::fatalMessageIsLoggedBeforeTheProcessAborts()
@@ -172,21 +178,6 @@ void TestLogger::unopenableFileLeavesTheConsoleWorking()
     QCOMPARE(readAll(err), QByteArray("[09:05:07.042] [Critical] and here\n"));
     std::fclose(out);
     std::fclose(err);
-}
-
-void TestLogger::enginesAreNamedAndReplaceable()
-{
-    Logger &logger = Logger::instance();
-    QCOMPARE(logger.engineNames(), QStringList{QStringLiteral("DEFAULT")});
-    QList<QPair<LogLevel, QByteArray>> older;
-    logger.addEngine(std::make_unique<RecordingEngine>(&older, QStringLiteral("rec")));
-    logger.addEngine(std::make_unique<RecordingEngine>(&m_recorded, QStringLiteral("rec")));
-    QCOMPARE(logger.engineNames(), (QStringList{QStringLiteral("DEFAULT"), QStringLiteral("rec")}));
-    logger.write(LogLevel::Info, QStringLiteral("once"));
-    QCOMPARE(older.size(), 0);
-    QCOMPARE(m_recorded.size(), 1);
-    QVERIFY(logger.removeEngine(QStringLiteral("rec")));
-    QVERIFY(!logger.removeEngine(QStringLiteral("rec")));
 }
 
 void TestLogger::concurrentWritersNeitherTearLinesNorCrash()

@@ -41,7 +41,6 @@ private slots:
     void initTestCase();
     void init();
     void expandsWithExactlyItsBackspaces();
-    void backspaceInsideTheKeywordStillMatches();
     void neverInsideItsOwnWindows();
     void expandsInTerminals_data();
     void expandsInTerminals();
@@ -107,15 +106,6 @@ void TestExpansion::expandsWithExactlyItsBackspaces()
     QVERIFY(type(QStringLiteral(" xsig")));
     QTest::qWait(300);
     QCOMPARE(m_target.text(), QStringLiteral("ab Be right back. xsig"));
-}
-
-void TestExpansion::backspaceInsideTheKeywordStillMatches()
-{
-    QVERIFY(type(QStringLiteral("si")));
-    QVERIFY(press(QStringLiteral("BackSpace")));
-    QVERIFY(type(QStringLiteral("ig")));
-    QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("Best, Ann"), 5000);
-    QTest::qWait(600);
 }
 
 void TestExpansion::neverInsideItsOwnWindows()

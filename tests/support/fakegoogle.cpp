@@ -304,7 +304,6 @@ QHttpServerResponse FakeGoogle::multipartUpload(const QHttpServerRequest &reques
                                                 const QString &user, const QString &replaces)
 {
     const QByteArray body = request.body();
-    m_lastUploadBody = body;
     const QByteArray type = header(request, "Content-Type");
     const qsizetype at = type.indexOf("boundary=");
     if (!type.startsWith("multipart/related") || at < 0)

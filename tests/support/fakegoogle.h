@@ -61,7 +61,6 @@ public:
     // "METHOD path" of every request, in order.
     QStringList requests() const { return m_requests; }
     void clearRequests() { m_requests.clear(); }
-    QByteArray lastUploadBody() const { return m_lastUploadBody; }
     int refreshGrants() const { return m_refreshGrants; }
     // An id_token for the subject, as the token endpoint issues it.
     static QString idToken(const QString &subject);
@@ -121,6 +120,5 @@ private:
     QHash<QString, Upload> m_uploads;
     QMap<QString, QList<File>> m_drives;
     QStringList m_requests;
-    QByteArray m_lastUploadBody;
     quint16 m_port = 0;
 };

@@ -67,9 +67,7 @@ private slots:
     void initTestCase();
     void init();
     void queueTakesEachFileOnceAndWaitsForTheBurstToEnd();
-    void firstRunUploadsAndEqualHashesDoNothing();
     void directionsDecideWhatMoves();
-    void mergesWithTheNewestOnlineVersion();
     void keepsElevenToTwentyVersions();
     void actionsFollowTheirTimestamps();
     void actionsInOneWayRuns();
@@ -235,83 +233,55 @@ void TestSync::queueTakesEachFileOnceAndWaitsForTheBurstToEnd()
     }));
 }
 
-void TestSync::firstRunUploadsAndEqualHashesDoNothing()
+// Both ways, the newest online version is merged and the result goes up unless online already
+// holds it; one way, the local or the online content simply wins.
+void TestSync::directionsDecideWhatMoves()
 {
+    const QDateTime now = QDateTime::currentDateTime();
+    const auto version = [](const QByteArray &content) {
+        return QStringLiteral("History#") + sha256(content) + QStringLiteral(".json");
+    };
+    writeOnline(version("old"), qCompress("old"), now.addSecs(-120));
+    writeOnline(version("c\nd"), qCompress("c\nd"), now.addSecs(-60));
+    // Written by hand, in plain JSON: accepted.
+    writeOnline(QStringLiteral("Snippets#hand.json"), R"({"magic":-18022399,"groups":[]})",
+                now.addSecs(-60));
     QSignalSpy uploaded(m_sync.get(), &Sync::contentUploaded);
     QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
-    const QString history = QStringLiteral("History#") + sha256("a\nb") + QStringLiteral(".json");
-    QCOMPARE(online(), QStringList({history, QStringLiteral("Snippets#") + sha256("s1") +
-                                                 QStringLiteral(".json")}));
-    QFile file(QDir(m_folder).filePath(history));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(qUncompress(file.readAll()), QByteArray("a\nb"));
+    QCOMPARE(m_history.content, QByteArray("a\nb\nc\nd"));
+    QVERIFY(logged(QStringLiteral("Sync: Downloaded data is plain text")));
+    QFile merged(QDir(m_folder).filePath(version("a\nb\nc\nd")));
+    QVERIFY(merged.open(QIODevice::ReadOnly));
+    QCOMPARE(qUncompress(merged.readAll()), m_history.content);
     QCOMPARE(uploaded.size(), 2);
-    QCOMPARE(m_history.lastDownloadId, history);
     QVERIFY(QSettings().value(SettingsKey::LastSync).toDateTime().isValid());
 
     SyncLog::instance().clear();
     QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
     QVERIFY(logged(QStringLiteral("Sync: History.json: Online and local hash are equal")));
-    QVERIFY(!logged(QStringLiteral("Download finished")));
-    QCOMPARE(uploaded.size(), 2);
-}
-
-void TestSync::directionsDecideWhatMoves()
-{
-    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
-    // A download fetches even when nothing differs.
-    SyncLog::instance().clear();
-    QCOMPARE(run(SyncDirection::FromServer), int(SyncStatus::Success));
-    QVERIFY(logged(QStringLiteral("Sync: Download finished for History#")));
-
-    // An upload never downloads; the local content replaces what is online as the newest.
-    writeOnline(QStringLiteral("History#") + sha256("zzz") + QStringLiteral(".json"),
-                qCompress("zzz"), QDateTime::currentDateTime().addSecs(60));
-    m_history.content = "local";
-    SyncLog::instance().clear();
-    QCOMPARE(run(SyncDirection::ToServer), int(SyncStatus::Success));
-    QVERIFY(!logged(QStringLiteral("Download finished")));
-    QCOMPARE(m_history.content, QByteArray("local"));
-    QVERIFY(QFile::exists(QDir(m_folder).filePath(QStringLiteral("History#") + sha256("local") +
-                                                  QStringLiteral(".json"))));
-
-    // A download replaces the local content by the newest online one.
-    QCOMPARE(run(SyncDirection::FromServer), int(SyncStatus::Success));
-    QCOMPARE(m_history.content, QByteArray("zzz"));
-}
-
-void TestSync::mergesWithTheNewestOnlineVersion()
-{
-    const QDateTime now = QDateTime::currentDateTime();
-    writeOnline(QStringLiteral("History#") + sha256("old") + QStringLiteral(".json"),
-                qCompress("old"), now.addSecs(-120));
-    writeOnline(QStringLiteral("History#") + sha256("c\nd") + QStringLiteral(".json"),
-                qCompress("c\nd"), now.addSecs(-60));
-    // Written by hand, in plain JSON: accepted.
-    const QByteArray plain = R"({"magic":-18022399,"groups":[]})";
-    writeOnline(QStringLiteral("Snippets#hand.json"), plain, now.addSecs(-60));
-    QSignalSpy uploaded(m_sync.get(), &Sync::contentUploaded);
-    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
-    QCOMPARE(m_history.content, QByteArray("a\nb\nc\nd"));
-    QVERIFY(logged(QStringLiteral("Sync: Downloaded data is plain text")));
-    QVERIFY(QFile::exists(QDir(m_folder).filePath(QStringLiteral("History#") +
-                                                  sha256("a\nb\nc\nd") + QStringLiteral(".json"))));
-    QCOMPARE(uploaded.size(), 2);
-
     // Online content that already holds everything local is not written again.
-    writeOnline(QStringLiteral("History#") + sha256("a\nb\nc\nd\ne") + QStringLiteral(".json"),
-                qCompress("a\nb\nc\nd\ne"), now.addSecs(60));
-    uploaded.clear();
+    writeOnline(version("a\nb\nc\nd\ne"), qCompress("a\nb\nc\nd\ne"), now.addSecs(30));
     QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
     QCOMPARE(m_history.content, QByteArray("a\nb\nc\nd\ne"));
-    QCOMPARE(uploaded.size(), 0);
-
+    QCOMPARE(uploaded.size(), 2);
     // A local change after that download goes up without fetching the same file again.
     m_history.content += "\nf";
     SyncLog::instance().clear();
     QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
     QVERIFY(logged(QStringLiteral("is the same as local so no need to download it again.")));
-    QCOMPARE(uploaded.size(), 1);
+    QCOMPARE(uploaded.size(), 3);
+
+    // An upload never downloads; the local content replaces what is online as the newest.
+    writeOnline(version("zzz"), qCompress("zzz"), now.addSecs(60));
+    m_history.content = "local";
+    SyncLog::instance().clear();
+    QCOMPARE(run(SyncDirection::ToServer), int(SyncStatus::Success));
+    QVERIFY(!logged(QStringLiteral("Download finished")));
+    QCOMPARE(m_history.content, QByteArray("local"));
+    QVERIFY(online().contains(version("local")));
+    // A download replaces the local content by the newest online one.
+    QCOMPARE(run(SyncDirection::FromServer), int(SyncStatus::Success));
+    QCOMPARE(m_history.content, QByteArray("zzz"));
 }
 
 void TestSync::keepsElevenToTwentyVersions()

@@ -34,7 +34,6 @@ private slots:
     void encryptionIsPinnedByteForByte();
     void damagedOrForeignCipherTextIsRefused();
     void modelPayloadsInEveryForm();
-    void previousPassPhraseStillReads();
     void filesAreEncryptedAsTheyAre();
     void onlineNames();
     void secretsAreStoredEnciphered();
@@ -130,19 +129,6 @@ void TestSyncPayload::modelPayloadsInEveryForm()
     QCOMPARE(result, Result::DecryptionFailed);
     QVERIFY(SyncPayload::decodeModel(encrypted, {}, &result).isEmpty());
     QCOMPARE(result, Result::DecryptionFailed);
-}
-
-void TestSyncPayload::previousPassPhraseStillReads()
-{
-    const QByteArray document = R"({"magic": -18022399, "version": 7})";
-    Cipher old(Cipher::keyFromText(QStringLiteral("old phrase")));
-    const QByteArray written = SyncPayload::encodeModel(document, &old);
-    const quint64 current = Cipher::keyFromText(QStringLiteral("new phrase"));
-    Result result = Result::Ok;
-    QVERIFY(SyncPayload::decodeModel(written, {current, 0}, &result).isEmpty());
-    QCOMPARE(result, Result::DecryptionFailed);
-    QCOMPARE(SyncPayload::decodeModel(written, {current, old.key()}, &result), document);
-    QCOMPARE(result, Result::Ok);
 }
 
 void TestSyncPayload::filesAreEncryptedAsTheyAre()

@@ -75,9 +75,7 @@ private slots:
     void cleanupTestCase();
     void init();
     void rowsShowStatusAndOfferTheirCommands();
-    void hidingAndShortcutsAreWrittenAtOnce();
     void deleteAsksAndLeavesATombstone();
-    void editorReportsErrorsAndStopsRunawayScripts();
     void editorSavesANewAction();
     void builtInOpensReadOnly();
     void runningOnAClipping();
@@ -163,40 +161,6 @@ void TestActionList::rowsShowStatusAndOfferTheirCommands()
     QCOMPARE(menuTexts(menu.get()), (QStringList{"View", "Set shortcut", "Hide from menu"}));
 }
 
-void TestActionList::hidingAndShortcutsAreWrittenAtOnce()
-{
-    const QString mine =
-        writeUserAction(QStringLiteral("Mine.json"), {{"title", "Mine"}, {"script", "(() => 1)"}});
-    ActionList list;
-    list.load();
-    QSignalSpy changed(SettingsEvents::instance(), &SettingsEvents::actionsChanged);
-    const QString time = builtIn("05-currenttime.json");
-
-    list.setHidden(rowOf(list, time), true);
-    list.setShortcut(rowOf(list, mine), QStringLiteral("Ctrl+Alt+M"));
-    QCOMPARE(changed.size(), 2);
-    QSettings settings;
-    QCOMPARE(settings.value(SettingsKey::HiddenActions).toStringList(), QStringList{time});
-    QCOMPARE(settings.value(SettingsKey::ActionShortcuts).toMap(),
-             (QVariantMap{{mine, "Ctrl+Alt+M"}}));
-
-    // Hidden: still listed and in the listing, but not offered to run.
-    QCOMPARE(list.count(), 13);
-    QVERIFY(settings.value(SettingsKey::Actions).toMap().contains(time));
-    RunActionMenu menu;
-    QStringList offered = menuTexts(&menu);
-    QCOMPARE(offered.size(), 12);
-    QVERIFY(!offered.contains(QStringLiteral("Current time")));
-    QCOMPARE(offered.last(), QStringLiteral("Mine"));
-
-    list.setHidden(rowOf(list, time), false);
-    list.setShortcut(rowOf(list, mine), QString());
-    QCOMPARE(settings.value(SettingsKey::HiddenActions).toStringList(), QStringList());
-    QCOMPARE(settings.value(SettingsKey::ActionShortcuts).toMap(), QVariantMap());
-    menu.fill();
-    QCOMPARE(menuTexts(&menu).size(), 13);
-}
-
 void TestActionList::deleteAsksAndLeavesATombstone()
 {
     const QString doomed = writeUserAction(QStringLiteral("Doomed.json"),
@@ -229,29 +193,6 @@ void TestActionList::deleteAsksAndLeavesATombstone()
     // Built-ins offer no delete, and refuse one.
     list.deleteAction(list.item(0));
     QCOMPARE(list.count(), 12);
-}
-
-void TestActionList::editorReportsErrorsAndStopsRunawayScripts()
-{
-    ActionEditor editor;
-    auto *script = editor.findChild<QsciScintilla *>(QStringLiteral("script"));
-    auto *status = editor.findChild<QLabel *>(QStringLiteral("status"));
-    script->setText(QStringLiteral("((clipping, kept) => kept)"));
-    QTRY_VERIFY(editor.findChild<QLineEdit *>(QStringLiteral("kept")));
-    QTRY_COMPARE(status->text(), QStringLiteral("Status: Success"));
-
-    // A broken script leaves the boxes as they were.
-    script->setText(QStringLiteral("((clipping, other) => {"));
-    QTRY_VERIFY(status->text().startsWith(QLatin1String("Status: Failure at line 1: ")));
-    QVERIFY(editor.lastTestFailed());
-    QVERIFY(editor.findChild<QLineEdit *>(QStringLiteral("kept")));
-
-    script->setText(QStringLiteral("((clipping) => { if (clipping.plainText) for (;;) {} })"));
-    QTRY_COMPARE_WITH_TIMEOUT(status->text(),
-                              QStringLiteral("Status: Failure: the script was stopped because it "
-                                             "ran longer than 1000 ms."),
-                              4000);
-    QVERIFY(editor.lastTestFailed());
 }
 
 void TestActionList::editorSavesANewAction()

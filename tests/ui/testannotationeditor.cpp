@@ -62,9 +62,7 @@ private slots:
     void eachToolMarksThePixels();
     void cropKeepsThePartAndMarksMoveWithIt();
     void undoAndRedo();
-    void dragsOnTheCanvasBecomeMarks();
     void savingAddsANewClipping();
-    void leavingWithChangesAsksFirst();
 
 private:
     TestProfile m_profile;
@@ -172,40 +170,6 @@ void TestAnnotationEditor::undoAndRedo()
     editor.reject();
 }
 
-void TestAnnotationEditor::dragsOnTheCanvasBecomeMarks()
-{
-    AnnotationEditor editor(white(2000, 1000));
-    editor.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&editor));
-    AnnotationCanvas *canvas = editor.canvas();
-    QVERIFY(canvas->zoom() < 1.0); // a large image is fitted into the window
-    canvas->setTool(AnnotationCanvas::RectangleTool);
-    canvas->setColor(Qt::blue);
-    canvas->setLineWidth(7);
-    const auto at = [canvas](int x, int y) { return (QPointF(x, y) * canvas->zoom()).toPoint(); };
-    QTest::mousePress(canvas, Qt::LeftButton, {}, at(200, 100));
-    QTest::mouseMove(canvas, at(600, 400));
-    QTest::mouseRelease(canvas, Qt::LeftButton, {}, at(800, 500));
-    QCOMPARE(editor.document()->annotations().size(), 1);
-    const Annotation drawn = editor.document()->annotations().first();
-    QCOMPARE(drawn.color, QColor(Qt::blue));
-    QCOMPARE(drawn.width, 7);
-    QVERIFY(qAbs(drawn.end.x() - 800) < 2 / canvas->zoom());
-    QVERIFY(qAbs(drawn.start.y() - 100) < 2 / canvas->zoom());
-
-    canvas->setTool(AnnotationCanvas::TextTool);
-    canvas->setTextSource([] { return QStringLiteral("Look here"); });
-    QTest::mouseClick(canvas, Qt::LeftButton, {}, at(300, 300));
-    QCOMPARE(editor.document()->annotations().last().text, QStringLiteral("Look here"));
-    canvas->setTextSource([] { return QString(); }); // cancelled: nothing added
-    QTest::mouseClick(canvas, Qt::LeftButton, {}, at(400, 300));
-    QCOMPARE(editor.document()->annotations().size(), 2);
-    ModalAnswer::whenOpens([](QWidget *dialog) {
-        qobject_cast<QMessageBox *>(dialog)->button(QMessageBox::Yes)->click();
-    });
-    editor.reject();
-}
-
 void TestAnnotationEditor::savingAddsANewClipping()
 {
     HistoryItemModel history(m_profile.path(QStringLiteral("data/History.json")));
@@ -235,32 +199,6 @@ void TestAnnotationEditor::savingAddsANewClipping()
     QCOMPARE(QColor(QImage(fileOf(added)).pixel(10, 30)), QColor(Qt::red));
     QVERIFY(isWhite(QImage(fileOf(history.item(1))).pixel(10, 30)));
     history.finishSaves();
-}
-
-void TestAnnotationEditor::leavingWithChangesAsksFirst()
-{
-    AnnotationEditor editor(white());
-    editor.show();
-    QTest::keyClick(&editor, Qt::Key_Escape); // nothing changed: closes at once
-    QVERIFY(!editor.isVisible());
-
-    editor.show();
-    editor.undoStack()->push(new QUndoCommand(QStringLiteral("change")));
-    int asked = 0;
-    ModalAnswer::whenOpens([&asked](QWidget *dialog) {
-        ++asked;
-        qobject_cast<QMessageBox *>(dialog)->button(QMessageBox::No)->click();
-    });
-    QTest::keyClick(&editor, Qt::Key_Escape);
-    QCOMPARE(asked, 1);
-    QVERIFY(editor.isVisible());
-    ModalAnswer::whenOpens([&asked](QWidget *dialog) {
-        ++asked;
-        qobject_cast<QMessageBox *>(dialog)->button(QMessageBox::Yes)->click();
-    });
-    QTest::keyClick(&editor, Qt::Key_Escape);
-    QCOMPARE(asked, 2);
-    QVERIFY(!editor.isVisible());
 }
 
 QTEST_MAIN(TestAnnotationEditor)

@@ -40,10 +40,8 @@ class TestApplicationRules final : public QObject
 private slots:
     void initTestCase();
     void init();
-    void savedInOrderAndWithoutZeroDelays();
     void listShowsAndChangesTheRules();
     void delayDialog();
-    void removedApplicationsLoseTheirEntry();
 
 private:
     TestProfile m_profile;
@@ -60,48 +58,6 @@ void TestApplicationRules::init()
     QSettings settings;
     settings.clear();
     Settings::writeDefaults(settings);
-}
-
-void TestApplicationRules::savedInOrderAndWithoutZeroDelays()
-{
-    ApplicationRules::Application notepad{QStringLiteral("notepad.exe"), icon(Qt::red), {}, 0};
-    notepad.rules[ApplicationRules::Excluded] = true;
-    notepad.rules[ApplicationRules::NoExpand] = true;
-    ApplicationRules::Application shouting{
-        QStringLiteral("NOTEPAD.EXE"), icon(Qt::blue), {}, 250, PasteKeys::ShiftInsert};
-    shouting.rules[ApplicationRules::TextOnly] = true;
-    shouting.rules[ApplicationRules::FormattingOnly] = true;
-    const ApplicationRules::Application noDelay{QStringLiteral("term.exe"), icon(Qt::green), {}, 0};
-
-    const auto entries = ApplicationRules::entries({notepad, shouting, noDelay});
-    QStringList keys;
-    for (const auto &entry : entries)
-        keys.append(entry.first);
-    QCOMPARE(
-        keys,
-        (QStringList{QStringLiteral("ExcludedApplications"), QStringLiteral("NoImagesApplications"),
-                     QStringLiteral("TextOnlyApplications"),
-                     QStringLiteral("FormattingOnlyApplications"),
-                     QStringLiteral("NoExpandApplications"), QStringLiteral("DelayedApplications"),
-                     QStringLiteral("PasteKeyApplications"), QStringLiteral("Applications")}));
-
-    ApplicationRules::save({notepad, shouting, noDelay});
-    QSettings settings;
-    QCOMPARE(settings.value(SettingsKey::ExcludedApplications).toStringList(),
-             QStringList(QStringLiteral("notepad.exe")));
-    QCOMPARE(settings.value(SettingsKey::TextOnlyApplications).toStringList(),
-             QStringList(QStringLiteral("NOTEPAD.EXE")));
-    QVERIFY(settings.value(SettingsKey::NoImagesApplications).toStringList().isEmpty());
-    const QVariantMap delays = settings.value(SettingsKey::DelayedApplications).toMap();
-    QCOMPARE(delays.keys(), QStringList(QStringLiteral("NOTEPAD.EXE")));
-    QCOMPARE(delays.value(QStringLiteral("NOTEPAD.EXE")).toInt(), 250);
-    QCOMPARE(settings.value(SettingsKey::PasteKeyApplications).toMap(),
-             (QVariantMap{{QStringLiteral("NOTEPAD.EXE"), QStringLiteral("Shift+Insert")}}));
-    QCOMPARE(ApplicationRules::pasteKey(QStringLiteral("NOTEPAD.EXE")), PasteKeys::ShiftInsert);
-    QCOMPARE(ApplicationRules::pasteKey(QStringLiteral("notepad.exe")), PasteKeys::Automatic);
-    QCOMPARE(settings.value(SettingsKey::Applications).toMap().size(), 3);
-    QCOMPARE(ApplicationRules::names(ApplicationRules::NoExpand),
-             QSet<QString>{QStringLiteral("notepad.exe")});
 }
 
 void TestApplicationRules::listShowsAndChangesTheRules()
@@ -195,23 +151,6 @@ void TestApplicationRules::delayDialog()
     list.save();
     QVERIFY(QSettings().value(SettingsKey::DelayedApplications).toMap().isEmpty());
     QVERIFY(ApplicationRules::delays().isEmpty());
-}
-
-void TestApplicationRules::removedApplicationsLoseTheirEntry()
-{
-    ApplicationRules::recordApplication(QStringLiteral("old.exe"), icon(Qt::red));
-    ApplicationRules::recordApplication(QStringLiteral("new.exe"), icon(Qt::blue));
-    QSettings().setValue(SettingsKey::ExcludedApplications, QStringList{QStringLiteral("old.exe")});
-    ApplicationsList list;
-    list.load();
-    list.setCurrentRow(1);
-    QCOMPARE(list.currentItem()->text(), QStringLiteral("old.exe"));
-    emit list.actionMenu()->aboutToShow();
-    list.actionMenu()->actions().constLast()->trigger();
-    list.save();
-    QCOMPARE(QSettings().value(SettingsKey::Applications).toMap().keys(),
-             QStringList(QStringLiteral("new.exe")));
-    QVERIFY(ApplicationRules::names(ApplicationRules::Excluded).isEmpty());
 }
 
 QTEST_MAIN(TestApplicationRules)

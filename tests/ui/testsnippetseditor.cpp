@@ -29,11 +29,9 @@ class TestSnippetsEditor : public QObject
 private slots:
     void init();
     void cleanup();
-    void fieldsEditTheSelectedSnippet();
     void duplicateKeywordIsPointedOut();
     void shortcutFieldTakesOnlyShortcuts_data();
     void shortcutFieldTakesOnlyShortcuts();
-    void listsShowKeywordsInFull();
     void cursorMarkersAndPlaceholders();
     void newMoveAndDelete();
 
@@ -65,30 +63,6 @@ void TestSnippetsEditor::cleanup()
     delete m_editor;
     m_model->finishSaves();
     delete m_model;
-}
-
-void TestSnippetsEditor::fieldsEditTheSelectedSnippet()
-{
-    m_editor->select(m_second);
-    QCOMPARE(child<QPlainTextEdit>("text")->toPlainText(), QStringLiteral("two"));
-    QTest::keyClicks(child<QLineEdit>("title"), QStringLiteral("!"));
-    QCOMPARE(m_second.data().toString(), QStringLiteral("Second!"));
-    QTest::keyClicks(child<QLineEdit>("keyword"), QStringLiteral("::2"));
-    QCOMPARE(m_second.data(Snippet::ExpanderRole).toString(), QStringLiteral("::2"));
-    child<QPlainTextEdit>("text")->setPlainText(QStringLiteral("changed"));
-    QTRY_COMPARE(m_second.data(Snippet::TextRole).toString(), QStringLiteral("changed"));
-
-    // Typed text is kept when another item is chosen before the pause is over.
-    child<QPlainTextEdit>("text")->setPlainText(QStringLiteral("quick"));
-    m_editor->select(m_first);
-    QCOMPARE(m_second.data(Snippet::TextRole).toString(), QStringLiteral("quick"));
-    QCOMPARE(child<QLineEdit>("keyword")->text(), QStringLiteral("kw"));
-
-    // A group has a title only.
-    m_editor->select(m_first.parent());
-    QVERIFY(child<QLineEdit>("title")->isEnabled());
-    QVERIFY(!child<QLineEdit>("keyword")->isEnabled());
-    QVERIFY(!child<QPlainTextEdit>("text")->isEnabled());
 }
 
 void TestSnippetsEditor::duplicateKeywordIsPointedOut()
@@ -141,18 +115,6 @@ void TestSnippetsEditor::shortcutFieldTakesOnlyShortcuts()
     QCOMPARE(hotkey->keySequence().toString(), expected);
     child<QToolButton>("hotkeyClear")->click();
     QTRY_COMPARE(m_second.data(Snippet::HotkeyRole).toString(), QString());
-}
-
-void TestSnippetsEditor::listsShowKeywordsInFull()
-{
-    m_model->setSnippetData(m_first, Snippet::HotkeyRole, QStringLiteral("Ctrl+Alt+Shift+F12"));
-    const QFontMetrics metrics(QApplication::font());
-    const int keyword = metrics.horizontalAdvance(QStringLiteral("kw"));
-    QCOMPARE(
-        SnippetItemDelegate::keysText(m_first, metrics, 1000),
-        QStringLiteral("kw  ") +
-            QKeySequence(QStringLiteral("Ctrl+Alt+Shift+F12")).toString(QKeySequence::NativeText));
-    QCOMPARE(SnippetItemDelegate::keysText(m_first, metrics, keyword + 5), QStringLiteral("kw"));
 }
 
 void TestSnippetsEditor::cursorMarkersAndPlaceholders()

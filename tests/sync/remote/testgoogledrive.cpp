@@ -53,7 +53,6 @@ private slots:
     void initTestCase();
     void init();
     void listsEveryPage();
-    void uploadBodyIsExact();
     void downloadsAndRemovesByDriveId();
     void largeFilesGoUpInResumableChunks();
     void rateLimitedAnswersAreTriedAgain();
@@ -148,39 +147,6 @@ void TestGoogleDrive::listsEveryPage()
     QVERIFY(first != files.end());
     QCOMPARE(first->id, original.id);
     QVERIFY(first->created.endsWith(QLatin1Char('Z')));
-}
-
-void TestGoogleDrive::uploadBodyIsExact()
-{
-    auto drive = linkedDrive();
-    QVERIFY(drive);
-    QVERIFY(upload(drive.get(), QStringLiteral("History#ab12.json"), "pay\nload"));
-    const QByteArray expected = "--boundary\n"
-                                "Content-Type: application/json; charset=UTF-8\n"
-                                "\n"
-                                "{\n"
-                                "    \"description\": \"Velmorin snippets file\",\n"
-                                "    \"mimeType\": \"application/octet-stream\",\n"
-                                "    \"name\": \"History#ab12.json\",\n"
-                                "    \"parents\": [\n"
-                                "        \"appDataFolder\"\n"
-                                "    ]\n"
-                                "}\n"
-                                "\n"
-                                "--boundary\n"
-                                "Content-Type: application/octet-stream\n"
-                                "\n"
-                                "pay\nload"
-                                "\n--boundary--\n";
-    QCOMPARE(m_google->lastUploadBody(), expected);
-    const FakeGoogle::File stored = m_google->files(QStringLiteral("user-1")).first();
-    QCOMPARE(stored.content, QByteArrayLiteral("pay\nload"));
-    QCOMPARE(stored.parents, QStringList{QStringLiteral("appDataFolder")});
-
-    // An empty payload still has both parts.
-    QVERIFY(upload(drive.get(), QStringLiteral("Snippets#00.json"), QByteArray()));
-    QVERIFY(m_google->lastUploadBody().endsWith("application/octet-stream\n\n\n--boundary--\n"));
-    QCOMPARE(m_google->files(QStringLiteral("user-1")).last().content, QByteArray());
 }
 
 void TestGoogleDrive::downloadsAndRemovesByDriveId()
