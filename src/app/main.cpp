@@ -188,7 +188,6 @@ int main(int argc, char *argv[])
 
     const AppModes modes = AppModes::fromArguments(
         app.arguments(), Settings::value(SettingsKey::WriteDebugLog).toBool());
-    AppModes::setCurrent(modes);
     Settings::setRunOverrides(modes.settingsOverrides());
     setUpLogging(modes);
     logBanner(modes);

@@ -4,10 +4,6 @@
 
 #include <QStandardPaths>
 
-namespace {
-AppModes g_current;
-}
-
 AppModes AppModes::fromArguments(const QStringList &arguments, bool writeDebugLog)
 {
     AppModes modes;
@@ -25,16 +21,6 @@ QVariantMap AppModes::settingsOverrides() const
     return {{QLatin1String(SettingsKey::KeepItems), QStringLiteral("1000")},
             {QLatin1String(SettingsKey::IncludeImages), true},
             {QLatin1String(SettingsKey::SyncHistory), false}};
-}
-
-const AppModes &AppModes::current()
-{
-    return g_current;
-}
-
-void AppModes::setCurrent(const AppModes &modes)
-{
-    g_current = modes;
 }
 
 QString AppModes::debugLogPath()

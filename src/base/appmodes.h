@@ -16,9 +16,6 @@ public:
     // most one switch takes effect. Without arguments writeDebugLog alone decides debug mode.
     static AppModes fromArguments(const QStringList &arguments, bool writeDebugLog);
 
-    static const AppModes &current();
-    static void setCurrent(const AppModes &modes);
-
     // The temporary folder's "Velmorin-debug-log.txt".
     static QString debugLogPath();
 

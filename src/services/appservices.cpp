@@ -86,6 +86,7 @@ void AppServices::loadSnippets()
 void AppServices::createSync()
 {
     m_sync = new Sync(this);
+    m_sync->setDemonstration(m_modes.demo);
     m_localFolder = new SyncLocalFolder(this);
     m_googleDrive = new SyncGoogleDrive(this);
     m_notifier = new Notifier(this);

@@ -1,7 +1,6 @@
 #include "sync/sync.h"
 
 #include "actions/actionfiles.h"
-#include "base/appmodes.h"
 #include "base/cipher.h"
 #include "base/settings.h"
 #include "history/clipping.h"
@@ -29,13 +28,6 @@ const QString ResyncEntry = QStringLiteral("resync");
 const QString ActionPrefix = QStringLiteral("action_");
 const QString ImagePrefix = QStringLiteral("image_");
 const QString TimestampFormat = QStringLiteral("yyyyMMdd'T'hhmmss");
-
-// A demonstration never touches what the user keeps online. (A performance test syncs all but
-// its generated history, which its settings leave out.)
-bool isOff()
-{
-    return AppModes::current().demo;
-}
 
 void log(const QString &line)
 {
@@ -242,7 +234,7 @@ bool Sync::isQueueTimerActive() const
 
 void Sync::sync(int content, ISyncMerge *merge, SyncDirection direction)
 {
-    if (isOff())
+    if (m_off)
         return;
     if (!merge && (content == History || content == Snippets)) {
         log(QStringLiteral("Sync: No content to merge for %1").arg(content));
@@ -261,7 +253,7 @@ void Sync::sync(int content, ISyncMerge *merge, SyncDirection direction)
 
 void Sync::syncAll(SyncDirection direction)
 {
-    if (isOff())
+    if (m_off)
         return;
     log(QStringLiteral("Sync all: %1").arg(int(direction)));
     sync(History, m_history, direction);
@@ -274,13 +266,13 @@ void Sync::syncAll(SyncDirection direction)
 
 void Sync::syncActions()
 {
-    if (!isOff() && setting(SettingsKey::SyncActions))
+    if (!m_off && setting(SettingsKey::SyncActions))
         enqueue(entryFor(CompareActions, ActionsEntry));
 }
 
 void Sync::queueResyncAll()
 {
-    if (!isOff())
+    if (!m_off)
         enqueue(entryFor(ResyncAll, ResyncEntry));
 }
 

@@ -55,6 +55,9 @@ public:
     ~Sync() override;
 
     void setModels(ISyncMerge *history, ISyncMerge *snippets);
+    // A demonstration never touches what the user keeps online. (A performance test syncs all
+    // but its generated history, which its settings leave out.)
+    void setDemonstration(bool demonstration) { m_off = demonstration; }
     // The image file names ("{id}_file.png") that the history's clippings refer to.
     void setImageNames(std::function<QStringList()> imageNames) { m_imageNames = imageNames; }
 
@@ -153,6 +156,7 @@ private:
     bool m_listRequested = false;
     // A call of the target is under way; its answer goes on with the queue.
     bool m_inFlight = false;
+    bool m_off = false;
     QTimer *m_queueTimer;
     // Lets the notifier react to folder changes again a second after a run.
     QTimer *m_reactTimer;

@@ -23,19 +23,6 @@ bool press(const QStringList &keys)
         QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("30")} + keys);
 }
 
-QRect windowGeometry(const QString &window)
-{
-    QString output;
-    TargetWindow::xdotool({QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), window},
-                          &output);
-    QHash<QString, int> values;
-    for (const QString &line : output.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
-        values.insert(line.section(QLatin1Char('='), 0, 0),
-                      line.section(QLatin1Char('='), 1).toInt());
-    return {values.value(QStringLiteral("X")), values.value(QStringLiteral("Y")),
-            values.value(QStringLiteral("WIDTH")), values.value(QStringLiteral("HEIGHT"))};
-}
-
 } // namespace
 
 class TestPasteWindow : public QObject
@@ -59,8 +46,8 @@ private:
     // Opens the window over the editor with its shortcut; the visible window's id.
     QString open(const QString &shortcut = QStringLiteral("ctrl+shift+v"));
     bool isOpen();
-    QStringList historyTexts() const;
-    QList<QUuid> historyIds() const;
+    QList<HistoryFile::Record> history() const;
+    QString newestText() const;
     void copy(const QString &text);
 
     TestProfile m_profile;
@@ -119,35 +106,25 @@ void TestPasteWindow::init()
     QVERIFY(m_editor.clear());
 }
 
-QStringList TestPasteWindow::historyTexts() const
+QList<HistoryFile::Record> TestPasteWindow::history() const
 {
     QFile file(m_historyPath);
     HistoryFile::Document document;
-    QStringList texts;
-    if (file.open(QIODevice::ReadOnly) && HistoryFile::decode(file.readAll(), &document)) {
-        for (const HistoryFile::Record &record : std::as_const(document.records))
-            texts << record.text;
-    }
-    return texts;
+    if (file.open(QIODevice::ReadOnly))
+        HistoryFile::decode(file.readAll(), &document);
+    return document.records;
 }
 
-QList<QUuid> TestPasteWindow::historyIds() const
+QString TestPasteWindow::newestText() const
 {
-    QFile file(m_historyPath);
-    HistoryFile::Document document;
-    QList<QUuid> ids;
-    if (file.open(QIODevice::ReadOnly) && HistoryFile::decode(file.readAll(), &document)) {
-        for (const HistoryFile::Record &record : std::as_const(document.records))
-            ids << record.id;
-    }
-    return ids;
+    return history().value(0).text;
 }
 
 void TestPasteWindow::copy(const QString &text)
 {
     QVERIFY(m_editor.copy("copy-rich " + text.toUtf8()));
-    QVERIFY2(QTest::qWaitFor([&] { return historyTexts().value(0) == text; }, 10000),
-             qPrintable(historyTexts().join(QLatin1Char('|'))));
+    QVERIFY2(QTest::qWaitFor([&] { return newestText() == text; }, 10000),
+             qPrintable(newestText()));
 }
 
 bool TestPasteWindow::isOpen()
@@ -183,7 +160,7 @@ void TestPasteWindow::opensAtTheMouseAndPastesTheSecondClipping()
         {QStringLiteral("mousemove"), QStringLiteral("300"), QStringLiteral("260")}));
     const QString window = open();
     QVERIFY2(!window.isEmpty(), qPrintable(m_velmorin->output()));
-    const QRect geometry = windowGeometry(window);
+    const QRect geometry = TargetWindow::geometry(window);
     // At the mouse, give or take what the window manager adds around it.
     QVERIFY2((geometry.topLeft() - QPoint(300, 260)).manhattanLength() < 60,
              qPrintable(QStringLiteral("%1,%2").arg(geometry.x()).arg(geometry.y())));
@@ -216,23 +193,23 @@ void TestPasteWindow::typeTextTypesIntoTheEditor()
 void TestPasteWindow::pastedImageIsNotRecordedAgain()
 {
     QVERIFY(m_editor.copy("copy-image 40 30"));
-    QVERIFY(QTest::qWaitFor([&] { return historyTexts().value(0) == "40 x 30"; }, 10000));
-    const QUuid image = historyIds().value(0);
+    QVERIFY(QTest::qWaitFor([&] { return newestText() == "40 x 30"; }, 10000));
+    const QUuid image = history().value(0).id;
     const QDir images(m_profile.path(QStringLiteral("data/Velmorin/Velmorin/images")));
     QTRY_COMPARE(images.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1);
     // Pasted after other copies: no new id, no new image folder, nothing pushed out.
     for (const QString &text : {QStringLiteral("copied after it"), QStringLiteral("and again")}) {
         copy(text);
-        const int count = int(historyIds().size());
+        const int count = int(history().size());
         QVERIFY(m_editor.activate());
         QVERIFY(!open().isEmpty());
         QVERIFY(press({QStringLiteral("Down"), QStringLiteral("Return")}));
         QTRY_VERIFY(!isOpen());
         // Moved to the top as it is; a new copy would have been recorded by now.
-        QTRY_COMPARE(historyIds().value(0), image);
+        QTRY_COMPARE(history().value(0).id, image);
         QTest::qWait(1500);
-        QCOMPARE(historyIds().size(), count);
-        QCOMPARE(historyIds().value(0), image);
+        QCOMPARE(history().size(), count);
+        QCOMPARE(history().value(0).id, image);
     }
     QCOMPARE(images.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1);
 }

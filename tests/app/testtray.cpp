@@ -1,10 +1,10 @@
 #include "support/appprocess.h"
+#include "support/targetwindow.h"
 #include "support/testprofile.h"
 
 #include <QDir>
 #include <QGuiApplication>
 #include <QPixmap>
-#include <QProcess>
 #include <QRect>
 #include <QScreen>
 #include <QStandardPaths>
@@ -21,7 +21,6 @@ private slots:
     void trayIconAppearsAndItsMenuQuits();
 
 private:
-    static QString xdotool(const QStringList &arguments);
     static QRect trayIconGeometry();
     static void saveScreenshot(const QString &name, const QRect &area = QRect());
 };
@@ -34,36 +33,15 @@ void TestTray::initTestCase()
         QSKIP("xdotool is not installed");
 }
 
-QString TestTray::xdotool(const QStringList &arguments)
-{
-    QProcess process;
-    process.start(QStringLiteral("xdotool"), arguments);
-    process.waitForFinished(10000);
-    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
-}
-
 QRect TestTray::trayIconGeometry()
 {
     // The tray icon is the program's small window; its other windows are dialog sized.
-    const QStringList windows =
-        xdotool({QStringLiteral("search"), QStringLiteral("--class"), QStringLiteral("velmorin")})
-            .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    for (const QString &window : windows) {
-        QRect geometry;
-        const QStringList lines =
-            xdotool({QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), window})
-                .split(QLatin1Char('\n'));
-        for (const QString &line : lines) {
-            const QString value = line.section(QLatin1Char('='), 1);
-            if (line.startsWith(QLatin1String("X=")))
-                geometry.moveLeft(value.toInt());
-            else if (line.startsWith(QLatin1String("Y=")))
-                geometry.moveTop(value.toInt());
-            else if (line.startsWith(QLatin1String("WIDTH=")))
-                geometry.setWidth(value.toInt());
-            else if (line.startsWith(QLatin1String("HEIGHT=")))
-                geometry.setHeight(value.toInt());
-        }
+    QString windows;
+    TargetWindow::xdotool(
+        {QStringLiteral("search"), QStringLiteral("--class"), QStringLiteral("velmorin")},
+        &windows);
+    for (const QString &window : windows.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        const QRect geometry = TargetWindow::geometry(window);
         if (geometry.width() > 0 && geometry.width() <= 64 && geometry.height() <= 64)
             return geometry;
     }
@@ -95,15 +73,16 @@ void TestTray::trayIconAppearsAndItsMenuQuits()
     saveScreenshot(QStringLiteral("tray.png"));
 
     const QPoint centre = icon.center();
-    xdotool({QStringLiteral("mousemove"), QString::number(centre.x()), QString::number(centre.y()),
-             QStringLiteral("click"), QStringLiteral("3")});
+    TargetWindow::xdotool({QStringLiteral("mousemove"), QString::number(centre.x()),
+                           QString::number(centre.y()), QStringLiteral("click"),
+                           QStringLiteral("3")});
     QTest::qWait(700);
     saveScreenshot(QStringLiteral("tray-menu.png"),
                    QRect(icon.right() - 360, icon.bottom() - 200, 420, 220));
     QVERIFY2(app.isRunning(), qPrintable(app.output()));
 
     // Up from an open menu lands on its last entry, Quit.
-    xdotool({QStringLiteral("key"), QStringLiteral("Up"), QStringLiteral("Return")});
+    TargetWindow::xdotool({QStringLiteral("key"), QStringLiteral("Up"), QStringLiteral("Return")});
     QVERIFY2(app.waitForExit(10000), qPrintable(app.output()));
     QCOMPARE(app.exitStatus(), QProcess::NormalExit);
     QCOMPARE(app.exitCode(), 0);

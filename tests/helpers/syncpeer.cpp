@@ -46,9 +46,7 @@ namespace {
 class Peer final : public QObject
 {
 public:
-    Peer()
-        : m_history(HistoryFile::path(AppModes::current())),
-          m_snippets(SnippetFile::path(AppModes::current()))
+    Peer() : m_history(HistoryFile::path(AppModes())), m_snippets(SnippetFile::path(AppModes()))
     {
         m_history.load();
         m_snippets.load(false);

@@ -1,6 +1,7 @@
 #include "targetwindow.h"
 
 #include <QDeadlineTimer>
+#include <QHash>
 #include <QJsonDocument>
 #include <QTest>
 
@@ -104,4 +105,16 @@ bool TargetWindow::xdotool(const QStringList &arguments, QString *output)
     if (output)
         *output = QString::fromUtf8(process.readAllStandardOutput());
     return true;
+}
+
+QRect TargetWindow::geometry(const QString &window)
+{
+    QString output;
+    xdotool({QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), window}, &output);
+    QHash<QString, int> values;
+    for (const QString &line : output.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+        values.insert(line.section(QLatin1Char('='), 0, 0),
+                      line.section(QLatin1Char('='), 1).toInt());
+    return {values.value(QStringLiteral("X")), values.value(QStringLiteral("Y")),
+            values.value(QStringLiteral("WIDTH")), values.value(QStringLiteral("HEIGHT"))};
 }

@@ -3,6 +3,7 @@
 #include <QJsonObject>
 #include <QObject>
 #include <QProcess>
+#include <QRect>
 #include <QStringList>
 
 // The test target of the desktop tests: our small editor in a real window on the test's X
@@ -36,6 +37,8 @@ public:
 
     // Runs xdotool with the arguments; false when it fails.
     static bool xdotool(const QStringList &arguments, QString *output = nullptr);
+    // Where a window (by its X id) is on the screen; empty when xdotool cannot tell.
+    static QRect geometry(const QString &window);
 
 private:
     QByteArray request(const QByteArray &command, const QByteArray &answerPrefix);

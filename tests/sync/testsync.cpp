@@ -190,25 +190,20 @@ void TestSync::queueTakesEachFileOnceAndWaitsForTheBurstToEnd()
     QVERIFY(logged(QStringLiteral("Unknown sync file: 7")));
 
     // A demonstration never touches what is online.
-    AppModes demo;
-    demo.demo = true;
-    AppModes::setCurrent(demo);
     Sync shown;
+    shown.setDemonstration(true);
     shown.syncAll(SyncDirection::Both);
-    AppModes::setCurrent(AppModes());
     QVERIFY(shown.queuedFiles().isEmpty());
     QVERIFY(!logged(QStringLiteral("Sync all")));
     // A performance test keeps only its generated history to itself.
     {
         AppModes perf;
         perf.perfTest = true;
-        AppModes::setCurrent(perf);
         Settings::setRunOverrides(perf.settingsOverrides());
         Sync measured;
         measured.sync(Sync::History, &m_history, SyncDirection::Both);
         measured.sync(Sync::Snippets, &m_snippets, SyncDirection::Both);
         Settings::setRunOverrides({});
-        AppModes::setCurrent(AppModes());
         QCOMPARE(measured.queuedFiles(), QStringList{Sync::SnippetsFile});
     }
 

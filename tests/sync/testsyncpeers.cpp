@@ -20,29 +20,28 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 class Peer
 {
 public:
     Peer(const QString &folder, const QString &name)
-        : Peer(name, {{QStringLiteral("SyncTarget"), QStringLiteral("LocalFolder")},
-                      {QStringLiteral("SyncFolder"), folder}})
+        : Peer(name, {{u"SyncTarget"_s, u"LocalFolder"_s}, {u"SyncFolder"_s, folder}})
     {}
 
     Peer(const QString &name, const QVariantMap &settings,
          const QMap<QString, QString> &environment = {})
+        : m_name(name)
     {
         for (auto setting = settings.begin(); setting != settings.end(); ++setting)
             m_profile.setSetting(setting.key(), setting.value());
         m_process = std::make_unique<AppProcess>(QStringLiteral(SYNC_PEER), m_profile);
-        m_process->setEnvironmentValue(QStringLiteral("QT_QPA_PLATFORM"),
-                                       QStringLiteral("offscreen"));
-        m_process->setEnvironmentValue(QStringLiteral("QT_LOGGING_RULES"),
-                                       QStringLiteral("*.debug=false"));
+        m_process->setEnvironmentValue(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        m_process->setEnvironmentValue(u"QT_LOGGING_RULES"_s, u"*.debug=false"_s);
         for (auto value = environment.begin(); value != environment.end(); ++value)
             m_process->setEnvironmentValue(value.key(), value.value());
-        m_name = name;
         m_process->start();
     }
 
@@ -51,16 +50,15 @@ public:
     // two computers within the same second are told apart by nothing.
     QString ask(const QString &command, int timeoutMs = 20000)
     {
-        static const QStringList reading{QStringLiteral("sync"), QStringLiteral("state"),
-                                         QStringLiteral("uploads"), QStringLiteral("encrypt"),
-                                         QStringLiteral("link")};
-        if (!reading.contains(command.section(QLatin1Char(' '), 0, 0))) {
+        static const QStringList reading{u"sync"_s, u"state"_s, u"uploads"_s, u"encrypt"_s,
+                                         u"link"_s};
+        if (!reading.contains(command.section(' ', 0, 0))) {
             const qint64 second = QDateTime::currentSecsSinceEpoch();
             if (!QTest::qWaitFor([second] { return QDateTime::currentSecsSinceEpoch() > second; }))
                 return {};
         }
         m_process->write(command.toUtf8() + '\n');
-        const QString tag = QStringLiteral("@@%1 ").arg(++m_number);
+        const QString tag = u"@@%1 "_s.arg(++m_number);
         if (!m_process->waitForOutput(tag, timeoutMs)) {
             qWarning().noquote() << m_name << "gave no answer to" << command << "\n"
                                  << m_process->output().right(3000);
@@ -68,11 +66,23 @@ public:
         }
         const QString output = m_process->output();
         const qsizetype start = output.indexOf(tag) + tag.size();
-        if (!m_process->waitForOutput(QStringLiteral("@@"), timeoutMs,
-                                      int(output.left(start).count(QStringLiteral("@@"))) + 1))
+        if (!m_process->waitForOutput(u"@@"_s, timeoutMs,
+                                      int(output.left(start).count(u"@@"_s)) + 1))
             return {};
         const QString later = m_process->output();
-        return later.mid(start, later.indexOf(QStringLiteral("@@"), start) - start);
+        return later.mid(start, later.indexOf(u"@@"_s, start) - start);
+    }
+    // Each command in turn; false at the first that is not done.
+    bool did(const QStringList &commands)
+    {
+        return std::all_of(commands.begin(), commands.end(), [this](const QString &command) {
+            const QString answer = ask(command);
+            return answer == u"ok"_s || (command == u"sync"_s && answer.startsWith('1'));
+        });
+    }
+    bool sees(const QString &text)
+    {
+        return QTest::qWaitFor([&] { return ask(u"state"_s).contains(text); }, 30000);
     }
 
 private:
@@ -84,16 +94,22 @@ private:
 
 QString section(const QString &state, const QString &name)
 {
-    const QRegularExpression pattern(name + QStringLiteral("\\[([^\\]]*)\\]"));
-    return pattern.match(state).captured(1);
+    return QRegularExpression(name + u"\\[([^\\]]*)\\]"_s).match(state).captured(1);
 }
 
-// The history's text clippings, without the image clippings ("name 40 x 30").
-QStringList textClippings(const QString &state)
+// What both sides agree on: the text clippings (not the image clippings, "name 40 x 30"), the
+// number of images, the snippets and the actions.
+void checkState(const QString &state, const QStringList &texts, const QStringList &snippets,
+                const QString &actions)
 {
-    QStringList texts = section(state, QStringLiteral("history")).split(QLatin1Char('|'));
-    texts.removeIf([](const QString &text) { return text.contains(QLatin1String(" x ")); });
-    return texts;
+    QStringList shown = section(state, u"history"_s).split('|');
+    shown.removeIf([](const QString &text) { return text.contains(" x "_L1); });
+    QCOMPARE(shown, texts);
+    QCOMPARE(section(state, u"images"_s).split('|').size(), 2);
+    QVERIFY2(!state.contains(u"(missing)"_s), qPrintable(state));
+    for (const QString &snippet : snippets)
+        QVERIFY2(section(state, u"snippets"_s).contains(snippet), qPrintable(state));
+    QCOMPARE(section(state, u"actions"_s), actions);
 }
 
 } // namespace
@@ -117,22 +133,17 @@ private:
 
 void TestSyncPeers::init()
 {
-    m_folder =
-        m_root.filePath(QStringLiteral("shared-%1").arg(QDateTime::currentMSecsSinceEpoch()));
+    m_folder = m_root.filePath(u"shared-%1"_s.arg(QDateTime::currentMSecsSinceEpoch()));
     QVERIFY(QDir().mkpath(m_folder));
 }
 
 QString TestSyncPeers::settle(Peer &a, Peer &b)
 {
     for (int round = 0; round < 4; ++round) {
-        const QString syncA = a.ask(QStringLiteral("sync"));
-        const QString syncB = b.ask(QStringLiteral("sync"));
-        if (!syncA.startsWith(QLatin1Char('1')) || !syncB.startsWith(QLatin1Char('1'))) {
-            qWarning().noquote() << "sync ended with" << syncA << "and" << syncB;
+        if (!a.did({u"sync"_s}) || !b.did({u"sync"_s}))
             return {};
-        }
-        const QString stateA = a.ask(QStringLiteral("state"));
-        const QString stateB = b.ask(QStringLiteral("state"));
+        const QString stateA = a.ask(u"state"_s);
+        const QString stateB = b.ask(u"state"_s);
         if (stateA == stateB)
             return stateA;
         qWarning().noquote() << "round" << round << "\n" << stateA << "\n" << stateB;
@@ -142,52 +153,32 @@ QString TestSyncPeers::settle(Peer &a, Peer &b)
 
 void TestSyncPeers::interleavedChangesConverge()
 {
-    Peer a(m_folder, QStringLiteral("a"));
-    Peer b(m_folder, QStringLiteral("b"));
-    QCOMPARE(a.ask(QStringLiteral("copy alpha")), QStringLiteral("ok"));
-    QCOMPARE(b.ask(QStringLiteral("copy beta")), QStringLiteral("ok"));
-    QVERIFY(a.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
-    QCOMPARE(b.ask(QStringLiteral("snippet greet Hello there")), QStringLiteral("ok"));
-    QCOMPARE(a.ask(QStringLiteral("action Tool.json Tool")), QStringLiteral("ok"));
-    QVERIFY(b.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
-    QCOMPARE(a.ask(QStringLiteral("image sunset")), QStringLiteral("ok"));
-    QCOMPARE(b.ask(QStringLiteral("image harbour")), QStringLiteral("ok"));
-    QCOMPARE(b.ask(QStringLiteral("action Other.json Other")), QStringLiteral("ok"));
-    QVERIFY(a.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
+    Peer a(m_folder, u"a"_s);
+    Peer b(m_folder, u"b"_s);
+    QVERIFY(a.did({u"copy alpha"_s}) && b.did({u"copy beta"_s}) && a.did({u"sync"_s}));
+    QVERIFY(b.did({u"snippet greet Hello there"_s}) && a.did({u"action Tool.json Tool"_s}));
+    QVERIFY(b.did({u"sync"_s}) && a.did({u"image sunset"_s}));
+    QVERIFY(b.did({u"image harbour"_s, u"action Other.json Other"_s}) && a.did({u"sync"_s}));
     // Both edit and remove what the other made.
-    QCOMPARE(a.ask(QStringLiteral("edit greet Hello from a")), QStringLiteral("ok"));
-    QCOMPARE(a.ask(QStringLiteral("remove beta")), QStringLiteral("ok"));
-    QCOMPARE(b.ask(QStringLiteral("copy gamma")), QStringLiteral("ok"));
-    QCOMPARE(b.ask(QStringLiteral("snippet bye See you")), QStringLiteral("ok"));
-    QCOMPARE(b.ask(QStringLiteral("unaction Tool.json")), QStringLiteral("ok"));
+    QVERIFY(a.did({u"edit greet Hello from a"_s, u"remove beta"_s}));
+    QVERIFY(b.did({u"copy gamma"_s, u"snippet bye See you"_s, u"unaction Tool.json"_s}));
 
     const QString state = settle(a, b);
-    QVERIFY2(!state.isEmpty(), qPrintable(a.ask(QStringLiteral("state")) + QLatin1Char('\n') +
-                                          b.ask(QStringLiteral("state"))));
-    const QStringList texts = textClippings(state);
-    QCOMPARE(texts, QStringList({QStringLiteral("gamma"), QStringLiteral("alpha")}));
-    const QStringList images = section(state, QStringLiteral("images")).split(QLatin1Char('|'));
-    QCOMPARE(images.size(), 2);
-    QVERIFY2(!state.contains(QStringLiteral("(missing)")), qPrintable(state));
-    QVERIFY(
-        section(state, QStringLiteral("snippets")).contains(QStringLiteral("greet=Hello from a")));
-    QVERIFY(section(state, QStringLiteral("snippets")).contains(QStringLiteral("bye=See you")));
-    QCOMPARE(section(state, QStringLiteral("actions")), QStringLiteral("Other.json=Other"));
+    QVERIFY2(!state.isEmpty(), qPrintable(a.ask(u"state"_s) + '\n' + b.ask(u"state"_s)));
+    checkState(state, {u"gamma"_s, u"alpha"_s}, {u"greet=Hello from a"_s, u"bye=See you"_s},
+               u"Other.json=Other"_s);
 
     // Once equal, further runs put nothing online.
-    const QString uploadsA = a.ask(QStringLiteral("uploads"));
-    const QString uploadsB = b.ask(QStringLiteral("uploads"));
-    QVERIFY(a.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
-    QVERIFY(b.ask(QStringLiteral("sync")).startsWith(QLatin1Char('1')));
-    QCOMPARE(a.ask(QStringLiteral("uploads")), uploadsA);
-    QCOMPARE(b.ask(QStringLiteral("uploads")), uploadsB);
+    const QString uploadsA = a.ask(u"uploads"_s);
+    const QString uploadsB = b.ask(u"uploads"_s);
+    QVERIFY(a.did({u"sync"_s}) && b.did({u"sync"_s}));
+    QCOMPARE(a.ask(u"uploads"_s), uploadsA);
+    QCOMPARE(b.ask(u"uploads"_s), uploadsB);
 
     // A copy on one side reaches the other by itself: the upload after the copy, the other
     // side's folder watch, its sync.
-    QCOMPARE(a.ask(QStringLiteral("copy delta")), QStringLiteral("ok"));
-    QVERIFY(QTest::qWaitFor(
-        [&b] { return b.ask(QStringLiteral("state")).contains(QStringLiteral("history[delta|")); },
-        30000));
+    QVERIFY(a.did({u"copy delta"_s}));
+    QVERIFY(b.sees(u"history[delta|"_s));
 }
 
 // The first computer sets up the folder (and the pass phrase) with nothing to sync yet and
@@ -198,49 +189,36 @@ void TestSyncPeers::throughGoogleDriveWithEncryptionAndNotifications()
     QVERIFY(google.start());
     google.setMaxPageSize(3); // the files soon take more than one listing page
     QProcess service;
-    service.start(QStringLiteral(NOTIFY_SERVICE), {QStringLiteral("--port"), QStringLiteral("0")});
+    service.start(QStringLiteral(NOTIFY_SERVICE), {u"--port"_s, u"0"_s});
     QString listening;
     QVERIFY(QTest::qWaitFor([&] {
         listening += QString::fromUtf8(service.readAllStandardError());
-        return listening.contains(QLatin1String("/notifier"));
+        return listening.contains("/notifier"_L1);
     }));
-    const QString notifierUrl =
-        listening.section(QLatin1Char(' '), 2).section(QLatin1Char('/'), 0, 2);
-
-    const QVariantMap settings{{QStringLiteral("SyncTarget"), QStringLiteral("GoogleDrive")},
-                               {QStringLiteral("GoogleClientId"), FakeGoogle::ClientId},
-                               {QStringLiteral("GoogleClientSecret"), FakeGoogle::ClientSecret}};
+    const QVariantMap settings{{u"SyncTarget"_s, u"GoogleDrive"_s},
+                               {u"GoogleClientId"_s, FakeGoogle::ClientId},
+                               {u"GoogleClientSecret"_s, FakeGoogle::ClientSecret}};
     const QMap<QString, QString> environment{
-        {QStringLiteral("VELMORIN_GOOGLE_ACCOUNTS_URL"), google.url()},
-        {QStringLiteral("VELMORIN_GOOGLE_API_URL"), google.url()},
-        {QStringLiteral("VELMORIN_NOTIFIER_URL"), notifierUrl}};
-    Peer a(QStringLiteral("a"), settings, environment);
-    Peer b(QStringLiteral("b"), settings, environment);
-    QCOMPARE(a.ask(QStringLiteral("link")), QStringLiteral("1"));
-    QCOMPARE(b.ask(QStringLiteral("link")), QStringLiteral("1"));
-    QVERIFY(a.ask(QStringLiteral("encrypt drive")).startsWith(QLatin1Char('1')));
-    QVERIFY(b.ask(QStringLiteral("encrypt drive")).startsWith(QLatin1Char('1')));
+        {u"VELMORIN_GOOGLE_ACCOUNTS_URL"_s, google.url()},
+        {u"VELMORIN_GOOGLE_API_URL"_s, google.url()},
+        {u"VELMORIN_NOTIFIER_URL"_s, listening.section(' ', 2).section('/', 0, 2)}};
+    Peer a(u"a"_s, settings, environment);
+    Peer b(u"b"_s, settings, environment);
+    QCOMPARE(a.ask(u"link"_s), u"1"_s);
+    QCOMPARE(b.ask(u"link"_s), u"1"_s);
+    QVERIFY(a.ask(u"encrypt drive"_s).startsWith('1') && b.ask(u"encrypt drive"_s).startsWith('1'));
 
-    QCOMPARE(a.ask(QStringLiteral("copy alpha")), QStringLiteral("ok"));
-    QCOMPARE(a.ask(QStringLiteral("bigimage noise")), QStringLiteral("ok"));
-    QCOMPARE(b.ask(QStringLiteral("image harbour")), QStringLiteral("ok"));
-    QCOMPARE(b.ask(QStringLiteral("snippet greet Hello there")), QStringLiteral("ok"));
-    QCOMPARE(a.ask(QStringLiteral("action Tool.json Tool")), QStringLiteral("ok"));
+    QVERIFY(a.did({u"copy alpha"_s, u"bigimage noise"_s}));
+    QVERIFY(b.did({u"image harbour"_s, u"snippet greet Hello there"_s}));
+    QVERIFY(a.did({u"action Tool.json Tool"_s}));
     google.refuseNext(2, 429); // rate-limited for a moment
-    QCOMPARE(b.ask(QStringLiteral("copy beta")), QStringLiteral("ok"));
+    QVERIFY(b.did({u"copy beta"_s}));
     const QString state = settle(a, b);
-    QVERIFY2(!state.isEmpty(), qPrintable(a.ask(QStringLiteral("state")) + QLatin1Char('\n') +
-                                          b.ask(QStringLiteral("state"))));
-    const QStringList texts = textClippings(state);
-    QCOMPARE(texts, QStringList({QStringLiteral("beta"), QStringLiteral("alpha")}));
-    QCOMPARE(section(state, QStringLiteral("images")).split(QLatin1Char('|')).size(), 2);
-    QVERIFY2(!state.contains(QStringLiteral("(missing)")), qPrintable(state));
-    QVERIFY(
-        section(state, QStringLiteral("snippets")).contains(QStringLiteral("greet=Hello there")));
-    QCOMPARE(section(state, QStringLiteral("actions")), QStringLiteral("Tool.json=Tool"));
+    QVERIFY2(!state.isEmpty(), qPrintable(a.ask(u"state"_s) + '\n' + b.ask(u"state"_s)));
+    checkState(state, {u"beta"_s, u"alpha"_s}, {u"greet=Hello there"_s}, u"Tool.json=Tool"_s);
 
     // Everything in the drive is encrypted; the noise went up in chunks.
-    const QList<FakeGoogle::File> files = google.files(QStringLiteral("user-1"));
+    const QList<FakeGoogle::File> files = google.files(u"user-1"_s);
     QVERIFY(files.size() > 3);
     qsizetype largest = 0;
     for (const FakeGoogle::File &file : files) {
@@ -248,13 +226,11 @@ void TestSyncPeers::throughGoogleDriveWithEncryptionAndNotifications()
         largest = qMax(largest, file.content.size());
     }
     QVERIFY(largest > 5 * 1024 * 1024);
-    QVERIFY(google.requests().contains(QStringLiteral("PUT /upload/drive/v3/files")));
+    QVERIFY(google.requests().contains(u"PUT /upload/drive/v3/files"_s));
 
     // A copy on one side reaches the other through the notification service.
-    QCOMPARE(a.ask(QStringLiteral("copy delta")), QStringLiteral("ok"));
-    QVERIFY(QTest::qWaitFor(
-        [&b] { return b.ask(QStringLiteral("state")).contains(QStringLiteral("history[delta|")); },
-        30000));
+    QVERIFY(a.did({u"copy delta"_s}));
+    QVERIFY(b.sees(u"history[delta|"_s));
     service.kill();
     service.waitForFinished();
 }

@@ -43,6 +43,7 @@
 #include <QTest>
 
 using namespace Clipping;
+using namespace Qt::StringLiterals;
 
 class TestMainWindow final : public QObject
 {
@@ -75,6 +76,7 @@ private:
     QString rowText(int row) const { return this->row(row).data(TextRole).toString(); }
     void press(QWidget *widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void openFrom(quint64 window);
+    static QString clipboardText() { return QGuiApplication::clipboard()->text(); }
 
     TestProfile m_profile;
     FakeDesktop *m_desktop = nullptr;
@@ -104,7 +106,7 @@ void TestMainWindow::init()
     settings.clear();
     Settings::writeDefaults(settings);
     QFile::remove(Settings::historyFilePath());
-    QFile::remove(settings.value(QStringLiteral("SnippetFilePath")).toString());
+    QFile::remove(settings.value(u"SnippetFilePath"_s).toString());
     m_services = new AppServices(AppModes());
     m_window = new MainWindow(m_services);
     m_services->start();
@@ -130,7 +132,7 @@ void TestMainWindow::addTexts(const QStringList &texts)
 {
     for (const QString &text : texts) {
         m_time = m_time.addSecs(60);
-        QVERIFY(m_history->addText(text, QString(), {}, QStringLiteral("editor")));
+        QVERIFY(m_history->addText(text, QString(), {}, u"editor"_s));
     }
 }
 
@@ -142,31 +144,29 @@ void TestMainWindow::press(QWidget *widget, Qt::Key key, Qt::KeyboardModifiers m
 void TestMainWindow::openFrom(quint64 window)
 {
     m_desktop->focusedWindow = window;
-    m_desktop->foregroundName = QStringLiteral("editor");
+    m_desktop->foregroundName = u"editor"_s;
     m_window->toggleAtMouse();
     QVERIFY(m_window->isVisible());
 }
 
 void TestMainWindow::searchMatchesClippingsBeforeSnippets()
 {
-    addTexts({QStringLiteral("FOOBAR in capitals"), QStringLiteral("nothing here"),
-              QStringLiteral("a food order")});
+    addTexts({u"FOOBAR in capitals"_s, u"nothing here"_s, u"a food order"_s});
     SnippetItemModel *snippets = m_window->snippetModel();
-    const QModelIndex group = snippets->addGroup(QStringLiteral("Mail"));
-    snippets->addSnippet(group, QStringLiteral("my foo"), QStringLiteral("text"));
-    snippets->addSnippet(group, QStringLiteral("Greeting"), QStringLiteral("Hello Foo fighters"));
-    snippets->addSnippet(group, QStringLiteral("Other"), QStringLiteral("unrelated"));
+    const QModelIndex group = snippets->addGroup(u"Mail"_s);
+    snippets->addSnippet(group, u"my foo"_s, u"text"_s);
+    snippets->addSnippet(group, u"Greeting"_s, u"Hello Foo fighters"_s);
+    snippets->addSnippet(group, u"Other"_s, u"unrelated"_s);
 
     SearchModel *search = m_window->searchModel();
-    search->setSearchText(QStringLiteral("  Foo "));
-    QCOMPARE(search->searchText(), QStringLiteral("foo"));
+    search->setSearchText(u"  Foo "_s);
+    QCOMPARE(search->searchText(), u"foo"_s);
     search->update();
     QStringList found;
     for (int i = 0; i < search->rowCount(); ++i)
         found << search->index(i, 0).data().toString();
     QCOMPARE(found,
-             (QStringList{QStringLiteral("a food order"), QStringLiteral("FOOBAR in capitals"),
-                          QStringLiteral("my foo"), QStringLiteral("Greeting")}));
+             (QStringList{u"a food order"_s, u"FOOBAR in capitals"_s, u"my foo"_s, u"Greeting"_s}));
     const QModelIndex first = SearchModel::sourceIndex(search->index(0, 0));
     QVERIFY(search->isHistoryIndex(first));
     QCOMPARE(first, row(0));
@@ -174,31 +174,30 @@ void TestMainWindow::searchMatchesClippingsBeforeSnippets()
 
     // A clipping copied between two searches is found by the second; case is ignored beyond
     // ASCII too.
-    addTexts({QStringLiteral("ÄRGER mit FOO")});
-    search->setSearchText(QStringLiteral("är"));
+    addTexts({u"ÄRGER mit FOO"_s});
+    search->setSearchText(u"är"_s);
     search->update();
     QCOMPARE(search->rowCount(), 1);
-    QCOMPARE(search->index(0, 0).data().toString(), QStringLiteral("ÄRGER mit FOO"));
+    QCOMPARE(search->index(0, 0).data().toString(), u"ÄRGER mit FOO"_s);
 
     search->setSearchText(QString());
     search->update();
     QCOMPARE(search->rowCount(), 0);
 
     // Every match in a row is marked.
-    const auto ranges = HistoryItemDelegate::matches(QStringLiteral("FooBar and foo"),
-                                                     QStringLiteral("foo"), QTextCharFormat());
+    const auto ranges =
+        HistoryItemDelegate::matches(u"FooBar and foo"_s, u"foo"_s, QTextCharFormat());
     QCOMPARE(ranges.size(), 2);
     QCOMPARE(qMakePair(ranges.at(0).start, ranges.at(1).start), qMakePair(0, 11));
 }
 
 void TestMainWindow::searchViewActivatesSources()
 {
-    addTexts({QStringLiteral("history foo")});
+    addTexts({u"history foo"_s});
     SnippetItemModel *snippets = m_window->snippetModel();
-    snippets->addSnippet(snippets->addGroup(QStringLiteral("G")), QStringLiteral("snippet foo"),
-                         QStringLiteral("x"));
+    snippets->addSnippet(snippets->addGroup(u"G"_s), u"snippet foo"_s, u"x"_s);
     m_window->show();
-    m_window->searchEdit()->setText(QStringLiteral("foo"));
+    m_window->searchEdit()->setText(u"foo"_s);
     QCOMPARE(m_window->currentPage(), MainWindow::SearchPage);
     SearchView *view = m_window->searchView();
     m_window->searchModel()->update();
@@ -220,8 +219,7 @@ void TestMainWindow::searchViewActivatesSources()
     QTest::keyRelease(view, Qt::Key_Right);
     QCOMPARE(menu.count(), 1);
     QTest::keyRelease(view, Qt::Key_Space);
-    QCOMPARE(activated.last().first().value<QModelIndex>().data().toString(),
-             QStringLiteral("snippet foo"));
+    QCOMPARE(activated.last().first().value<QModelIndex>().data().toString(), u"snippet foo"_s);
 
     const QRect first = view->visualRect(view->model()->index(0, 0));
     QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
@@ -236,20 +234,19 @@ void TestMainWindow::searchViewActivatesSources()
 
 void TestMainWindow::quickPasteNumbersPlainTextAndSeveralJoined()
 {
-    addTexts({QStringLiteral("third"), QStringLiteral("second")});
+    addTexts({u"third"_s, u"second"_s});
     m_time = m_time.addSecs(60);
-    m_history->addText(QStringLiteral("first"), QStringLiteral("<b>first</b>"), {},
-                       QStringLiteral("editor"));
+    m_history->addText(u"first"_s, u"<b>first</b>"_s, {}, u"editor"_s);
     openFrom(7);
     press(m_window->historyView(), Qt::Key_Return, Qt::ShiftModifier);
-    QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("first"));
+    QTRY_COMPARE(clipboardText(), u"first"_s);
     QVERIFY(!QGuiApplication::clipboard()->mimeData()->hasHtml());
     QTest::qWait(300);
     openFrom(7);
     press(m_window->historyView(), Qt::Key_Return);
     QVERIFY(QGuiApplication::clipboard()->mimeData()->hasHtml());
 
-    QSettings().setValue(QStringLiteral("PastePlainText"), true);
+    QSettings().setValue(u"PastePlainText"_s, true);
     QTest::qWait(300);
     openFrom(7);
     press(m_window->historyView(), Qt::Key_Return);
@@ -258,10 +255,10 @@ void TestMainWindow::quickPasteNumbersPlainTextAndSeveralJoined()
     QTest::qWait(300);
     openFrom(7);
     press(m_window->historyView(), Qt::Key_3, Qt::AltModifier);
-    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("third"));
+    QCOMPARE(clipboardText(), u"third"_s);
 
     // A pasted clipping comes back as the newest copy.
-    QTRY_COMPARE(rowText(0), QStringLiteral("third"));
+    QTRY_COMPARE(rowText(0), u"third"_s);
 
     QTest::qWait(300);
     openFrom(7);
@@ -272,22 +269,22 @@ void TestMainWindow::quickPasteNumbersPlainTextAndSeveralJoined()
     // Pasted clippings came back as copies and moved up; the selection is read top down.
     const QString joined = rowText(1) + QLatin1Char('\n') + rowText(2);
     press(view, Qt::Key_Return);
-    QCOMPARE(QGuiApplication::clipboard()->text(), joined);
+    QCOMPARE(clipboardText(), joined);
     // Only for the paste: the clipboard comes back, and the history gains nothing.
-    QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("third"));
+    QTRY_COMPARE(clipboardText(), u"third"_s);
     QCOMPARE(m_history->proxy()->rowCount(), 3);
 }
 
 void TestMainWindow::typingSearchesAndEnterPastesTheFirstResult()
 {
-    addTexts({QStringLiteral("foo one"), QStringLiteral("bar"), QStringLiteral("foo two")});
+    addTexts({u"foo one"_s, u"bar"_s, u"foo two"_s});
     openFrom(9);
-    QTest::keyClicks(m_window->historyView(), QStringLiteral("fo"));
-    QTest::keyClicks(m_window->searchEdit(), QStringLiteral("o"));
-    QCOMPARE(m_window->searchEdit()->text(), QStringLiteral("foo"));
+    QTest::keyClicks(m_window->historyView(), u"fo"_s);
+    QTest::keyClicks(m_window->searchEdit(), u"o"_s);
+    QCOMPARE(m_window->searchEdit()->text(), u"foo"_s);
     QCOMPARE(m_window->currentPage(), MainWindow::SearchPage);
     press(m_window->searchEdit(), Qt::Key_Return);
-    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("foo two"));
+    QCOMPARE(clipboardText(), u"foo two"_s);
     QVERIFY(!m_window->isVisible());
 
     // Opening again starts from the history, and Down moves from the field into the results.
@@ -295,39 +292,37 @@ void TestMainWindow::typingSearchesAndEnterPastesTheFirstResult()
     openFrom(9);
     QCOMPARE(m_window->currentPage(), MainWindow::HistoryPage);
     QVERIFY(m_window->searchEdit()->text().isEmpty());
-    QTest::keyClicks(m_window->searchEdit(), QStringLiteral("foo"));
+    QTest::keyClicks(m_window->searchEdit(), u"foo"_s);
     press(m_window->searchEdit(), Qt::Key_Down);
     QCOMPARE(m_window->searchView()->currentIndex().row(), 0);
     press(m_window->searchView(), Qt::Key_Down);
     QTest::keyRelease(m_window->searchView(), Qt::Key_Return);
-    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("foo one"));
+    QCOMPARE(clipboardText(), u"foo one"_s);
 }
 
 void TestMainWindow::pasteNextWalksToOlderClippings()
 {
-    addTexts({QStringLiteral("oldest"), QStringLiteral("middle"), QStringLiteral("newest")});
+    addTexts({u"oldest"_s, u"middle"_s, u"newest"_s});
     QStringList pasted;
     for (int press = 0; press < 3; ++press) {
         emit m_window->shortcuts()->pasteNextActivated();
-        pasted << QGuiApplication::clipboard()->text();
+        pasted << clipboardText();
         QTest::qWait(150);
     }
-    QCOMPARE(pasted, (QStringList{QStringLiteral("middle"), QStringLiteral("oldest"),
-                                  QStringLiteral("middle")}));
-    QCOMPARE(rowText(0), QStringLiteral("newest"));
+    QCOMPARE(pasted, (QStringList{u"middle"_s, u"oldest"_s, u"middle"_s}));
+    QCOMPARE(rowText(0), u"newest"_s);
     QCOMPARE(m_desktop->keyLog().count(QLatin1String("+Ctrl +V")), 3);
 }
 
 void TestMainWindow::snippetPastesResolvedWithItsCaret()
 {
     // Copied before the clipping that {CLIP} takes, which is the newest one.
-    QGuiApplication::clipboard()->setText(QStringLiteral("the user's"));
-    QTRY_COMPARE(rowText(0), QStringLiteral("the user's"));
-    addTexts({QStringLiteral("Ticket 4711")});
+    QGuiApplication::clipboard()->setText(u"the user's"_s);
+    QTRY_COMPARE(rowText(0), u"the user's"_s);
+    addTexts({u"Ticket 4711"_s});
     SnippetItemModel *snippets = m_window->snippetModel();
     const QModelIndex snippet =
-        snippets->addSnippet(snippets->addGroup(QStringLiteral("Work")), QStringLiteral("Reply"),
-                             QStringLiteral("Re {CLIP}: ⁞ thanks"));
+        snippets->addSnippet(snippets->addGroup(u"Work"_s), u"Reply"_s, u"Re {CLIP}: ⁞ thanks"_s);
     openFrom(11);
     press(m_window->historyView(), Qt::Key_Tab, Qt::ControlModifier);
     QCOMPARE(m_window->currentPage(), MainWindow::SnippetsPage);
@@ -336,36 +331,34 @@ void TestMainWindow::snippetPastesResolvedWithItsCaret()
     QVERIFY(tree->currentIndex().parent().isValid());
     tree->setCurrentIndex(snippet);
     press(tree, Qt::Key_Return);
-    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("Re Ticket 4711:  thanks"));
+    QCOMPARE(clipboardText(), u"Re Ticket 4711:  thanks"_s);
     QCOMPARE(m_desktop->activatedWindows, QList<quint64>{11});
     // Pasted, then the caret goes back before " thanks".
-    QTRY_VERIFY(m_desktop->keyLog().endsWith(QStringLiteral("+Left -Left ").repeated(7).trimmed()));
-    QTRY_COMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("the user's"));
+    QTRY_VERIFY(m_desktop->keyLog().endsWith(u"+Left -Left "_s.repeated(7).trimmed()));
+    QTRY_COMPARE(clipboardText(), u"the user's"_s);
 }
 
 void TestMainWindow::commandsChangeTheHistory()
 {
-    addTexts({QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three"),
-              QStringLiteral("four")});
+    addTexts({u"one"_s, u"two"_s, u"three"_s, u"four"_s});
     HistoryItemView *view = m_window->historyView();
-    QCOMPARE(rowText(0), QStringLiteral("four"));
+    QCOMPARE(rowText(0), u"four"_s);
 
     view->togglePinned(row(3));
-    QCOMPARE(rowText(0), QStringLiteral("one"));
+    QCOMPARE(rowText(0), u"one"_s);
     QVERIFY(row(0).data(PinnedRole).toBool());
     view->togglePinned(row(0));
-    QCOMPARE(rowText(3), QStringLiteral("one"));
+    QCOMPARE(rowText(3), u"one"_s);
 
     view->reverse({row(0), row(1), row(2)});
     QStringList order;
     for (int i = 0; i < 4; ++i)
         order << rowText(i);
-    QCOMPARE(order, (QStringList{QStringLiteral("two"), QStringLiteral("three"),
-                                 QStringLiteral("four"), QStringLiteral("one")}));
+    QCOMPARE(order, (QStringList{u"two"_s, u"three"_s, u"four"_s, u"one"_s}));
 
     m_time = m_time.addSecs(60);
     view->join({row(0), row(3)});
-    QCOMPARE(rowText(0), QStringLiteral("two\none"));
+    QCOMPARE(rowText(0), u"two\none"_s);
 
     m_time = m_time.addSecs(60);
     view->toggleLocked(row(1));
@@ -383,7 +376,7 @@ void TestMainWindow::commandsChangeTheHistory()
     QCOMPARE(view->currentIndex(), row(0));
 
     SnippetItemModel *snippets = m_window->snippetModel();
-    const QModelIndex group = snippets->addGroup(QStringLiteral("Kept"));
+    const QModelIndex group = snippets->addGroup(u"Kept"_s);
     view->addToSnippets(row(0), group);
     QCOMPARE(snippets->rowCount(group), 1);
     QCOMPARE(snippets->index(0, 0, group).data(Snippet::TextRole).toString(), rowText(0));
@@ -398,7 +391,7 @@ void TestMainWindow::commandsChangeTheHistory()
 
 void TestMainWindow::removalsCanBeUndoneWhileTheWindowIsOpen()
 {
-    addTexts({QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")});
+    addTexts({u"first"_s, u"second"_s, u"third"_s});
     m_history->setPinned(m_history->proxy()->mapToSource(row(1)).row(), true); // "second"
     openFrom(7);
     HistoryItemView *view = m_window->historyView();
@@ -436,27 +429,27 @@ void TestMainWindow::removalsCanBeUndoneWhileTheWindowIsOpen()
 
 void TestMainWindow::aTakenShortcutIsToldWithAWayToChooseAnother()
 {
-    auto *notice = m_window->findChild<QLabel *>(QStringLiteral("notice"));
+    auto *notice = m_window->findChild<QLabel *>(u"notice"_s);
     m_window->showAndPin();
     QVERIFY(notice->isHidden());
     m_hotkeys->refusedKeys = {quint32(Qt::Key_B)};
     const auto useShortcut = [](const QString &shortcut) {
-        QSettings().setValue(QStringLiteral("Shortcut"), shortcut);
+        QSettings().setValue(u"Shortcut"_s, shortcut);
         SettingsEvents::instance()->notifyChanged();
     };
-    useShortcut(QStringLiteral("Ctrl+Shift+B"));
+    useShortcut(u"Ctrl+Shift+B"_s);
     QVERIFY(notice->isVisible());
-    QVERIFY2(notice->text().contains(QStringLiteral("Ctrl+Shift+B")), qPrintable(notice->text()));
+    QVERIFY2(notice->text().contains(u"Ctrl+Shift+B"_s), qPrintable(notice->text()));
 
-    emit notice->linkActivated(QStringLiteral("shortcuts"));
+    emit notice->linkActivated(u"shortcuts"_s);
     auto *settings = m_window->findChild<SettingsDialog *>();
     QVERIFY(settings && settings->isVisible());
     QCOMPARE(settings->findChild<QTabWidget *>()->tabText(
                  settings->findChild<QTabWidget *>()->currentIndex()),
-             QStringLiteral("Shortcuts"));
+             u"Shortcuts"_s);
     settings->reject();
 
-    useShortcut(QStringLiteral("Ctrl+Shift+N"));
+    useShortcut(u"Ctrl+Shift+N"_s);
     QVERIFY(notice->isHidden());
     m_hotkeys->refusedKeys.clear();
 }
@@ -467,10 +460,10 @@ void TestMainWindow::failingSavesShowOneNoticeUntilASaveWorks()
     const QString blocker = HistoryFile::temporaryPath(Settings::historyFilePath());
     QVERIFY(QDir().mkpath(blocker));
     QSignalSpy told(m_window, &MainWindow::problemStarted);
-    auto *notice = m_window->findChild<QLabel *>(QStringLiteral("notice"));
+    auto *notice = m_window->findChild<QLabel *>(u"notice"_s);
     QVERIFY(notice);
     m_window->showAndPin();
-    for (const QString &text : {QStringLiteral("one"), QStringLiteral("two")}) {
+    for (const QString &text : {u"one"_s, u"two"_s}) {
         addTexts({text});
         m_history->finishSaves();
     }
@@ -481,7 +474,7 @@ void TestMainWindow::failingSavesShowOneNoticeUntilASaveWorks()
     QVERIFY(!QApplication::activeModalWidget());
 
     QVERIFY(QDir(blocker).removeRecursively());
-    addTexts({QStringLiteral("three")});
+    addTexts({u"three"_s});
     m_history->finishSaves();
     QTRY_VERIFY(!notice->isVisible());
     QCOMPARE(told.size(), 1);
@@ -491,32 +484,31 @@ void TestMainWindow::failingSavesShowOneNoticeUntilASaveWorks()
 void TestMainWindow::editedTextBecomesTheNewestCopy()
 {
     m_time = m_time.addSecs(60);
-    m_history->addText(QStringLiteral("Dear Bob"), QStringLiteral("<i>Dear Bob</i>"), {},
-                       QStringLiteral("mailer"));
-    addTexts({QStringLiteral("newer")});
+    m_history->addText(u"Dear Bob"_s, u"<i>Dear Bob</i>"_s, {}, u"mailer"_s);
+    addTexts({u"newer"_s});
     m_window->historyView()->clearStyle({row(1)});
     QVERIFY(row(1).data(HtmlRole).toString().isEmpty());
 
     emit m_window->historyView()->editRequested(row(1));
     QVERIFY(m_window->clippingEditor()->isVisible());
-    QCOMPARE(m_window->clippingEditor()->text(), QStringLiteral("Dear Bob"));
+    QCOMPARE(m_window->clippingEditor()->text(), u"Dear Bob"_s);
     m_time = m_time.addSecs(60);
-    emit m_window->clippingEditor()->saved(QStringLiteral("Dear Alice"));
-    QCOMPARE(rowText(0), QStringLiteral("Dear Alice"));
-    QCOMPARE(row(0).data(ApplicationRole).toString(), QStringLiteral("mailer"));
-    QCOMPARE(rowText(2), QStringLiteral("Dear Bob"));
+    emit m_window->clippingEditor()->saved(u"Dear Alice"_s);
+    QCOMPARE(rowText(0), u"Dear Alice"_s);
+    QCOMPARE(row(0).data(ApplicationRole).toString(), u"mailer"_s);
+    QCOMPARE(rowText(2), u"Dear Bob"_s);
 }
 
 void TestMainWindow::thumbnailsStayWithinTheirBudget()
 {
-    QSettings().setValue(QStringLiteral("KeepItems"), QStringLiteral("200"));
+    QSettings().setValue(u"KeepItems"_s, u"200"_s);
     m_history->reloadSettings();
     const int count = 70;
     for (int i = 0; i < count; ++i) {
         QImage image(8, 6, QImage::Format_RGB32);
         image.fill(QColor(i, 100, 100));
         m_time = m_time.addSecs(1);
-        QVERIFY(m_history->addImage({}, image, {}, QStringLiteral("app%1").arg(i), m_time));
+        QVERIFY(m_history->addImage({}, image, {}, u"app%1"_s.arg(i), m_time));
     }
     const auto withThumbnail = [this] {
         int kept = 0;
@@ -554,24 +546,24 @@ void TestMainWindow::settingsDialogWritesWhatItShows()
         }
         return static_cast<QCheckBox *>(nullptr);
     };
-    QCheckBox *plain = box(QStringLiteral("Paste as plain text by default"));
-    QCheckBox *atMouse = box(QStringLiteral("Open the paste window at the mouse"));
+    QCheckBox *plain = box(u"Paste as plain text by default"_s);
+    QCheckBox *atMouse = box(u"Open the paste window at the mouse"_s);
     QVERIFY(plain && atMouse && !plain->isChecked() && atMouse->isChecked());
     // This build has no report address: the box cannot be ticked, and a line says why.
-    QVERIFY(!box(QStringLiteral("Send crash reports"))->isEnabled());
-    QVERIFY(dialog->findChild<QLabel *>(QStringLiteral("noReportAddress")));
+    QVERIFY(!box(u"Send crash reports"_s)->isEnabled());
+    QVERIFY(dialog->findChild<QLabel *>(u"noReportAddress"_s));
     plain->setChecked(true);
     atMouse->setChecked(false);
     QSignalSpy applied(SettingsEvents::instance(), &SettingsEvents::changed);
     dialog->accept();
     QCOMPARE(applied.count(), 1);
     QSettings settings;
-    QCOMPARE(settings.value(QStringLiteral("Theme")).toInt(), int(Theme::Dark));
-    QVERIFY(settings.value(QStringLiteral("PastePlainText")).toBool());
-    QVERIFY(!settings.value(QStringLiteral("OpenOnMouse")).toBool());
+    QCOMPARE(settings.value(u"Theme"_s).toInt(), int(Theme::Dark));
+    QVERIFY(settings.value(u"PastePlainText"_s).toBool());
+    QVERIFY(!settings.value(u"OpenOnMouse"_s).toBool());
     QCOMPARE(m_desktop->startWithSystem, true);
     // Shown again, it shows what is stored.
-    settings.setValue(QStringLiteral("Theme"), int(Theme::Light));
+    settings.setValue(u"Theme"_s, int(Theme::Light));
     m_window->showSettings();
     QCOMPARE(theme->currentData().toInt(), int(Theme::Light));
     dialog->reject();
@@ -580,8 +572,8 @@ void TestMainWindow::settingsDialogWritesWhatItShows()
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     const QString german = ReleaseNotesDialog::notes();
     QLocale::setDefault(QLocale::c());
-    QVERIFY(german.contains(QStringLiteral("Willkommen bei Velmorin")));
-    QVERIFY(ReleaseNotesDialog::notes().contains(QStringLiteral("Welcome to Velmorin")));
+    QVERIFY(german.contains(u"Willkommen bei Velmorin"_s));
+    QVERIFY(ReleaseNotesDialog::notes().contains(u"Welcome to Velmorin"_s));
 }
 
 void TestMainWindow::screenshots()
@@ -589,18 +581,17 @@ void TestMainWindow::screenshots()
     const QString folder = QStringLiteral(VELMORIN_ARTIFACTS_DIR);
     QVERIFY(QDir().mkpath(folder));
     m_time = QDateTime::currentDateTime().addDays(-3);
-    addTexts({QStringLiteral("https://example.org/reports/2026/q4"),
-              QStringLiteral("SELECT name, total FROM orders\nWHERE total > 100;"),
-              QStringLiteral("Meeting moved to Thursday 10:30, room Aurora (2nd floor).")});
+    addTexts({u"https://example.org/reports/2026/q4"_s,
+              u"SELECT name, total FROM orders\nWHERE total > 100;"_s,
+              u"Meeting moved to Thursday 10:30, room Aurora (2nd floor)."_s});
     m_time = QDateTime::currentDateTime().addSecs(-7200);
-    addTexts({QStringLiteral("Kind regards,\nAnn Example")});
+    addTexts({u"Kind regards,\nAnn Example"_s});
     m_time = QDateTime::currentDateTime();
-    addTexts({QStringLiteral("npm install --save-dev prettier")});
+    addTexts({u"npm install --save-dev prettier"_s});
     m_history->setPinned(2, true);
     m_history->setLocked(3, true);
     SnippetItemModel *snippets = m_window->snippetModel();
-    snippets->addSnippet(snippets->addGroup(QStringLiteral("Mail")), QStringLiteral("Kind regards"),
-                         QStringLiteral("Kind regards, Ann"));
+    snippets->addSnippet(snippets->addGroup(u"Mail"_s), u"Kind regards"_s, u"Kind regards, Ann"_s);
     m_window->resize(420, 360);
     for (const auto &[choice, name] : {std::pair{Theme::Light, "history-light.png"},
                                        std::pair{Theme::Dark, "history-dark.png"}}) {
@@ -608,13 +599,13 @@ void TestMainWindow::screenshots()
         m_window->show();
         QVERIFY(m_window->grab().save(folder + QLatin1Char('/') + QLatin1String(name)));
     }
-    m_window->searchEdit()->setText(QStringLiteral("re"));
+    m_window->searchEdit()->setText(u"re"_s);
     m_window->searchModel()->updateNow();
     QVERIFY(m_window->searchModel()->rowCount() >= 3);
-    QVERIFY(m_window->grab().save(folder + QStringLiteral("/search-dark.png")));
+    QVERIFY(m_window->grab().save(folder + u"/search-dark.png"_s));
     Theme::apply(Theme::Light);
     m_window->showSettings();
-    QVERIFY(m_window->settingsDialog()->grab().save(folder + QStringLiteral("/settings.png")));
+    QVERIFY(m_window->settingsDialog()->grab().save(folder + u"/settings.png"_s));
 }
 
 int main(int argc, char *argv[])

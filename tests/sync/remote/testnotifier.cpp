@@ -18,6 +18,7 @@
 #include <QTest>
 #include <QWebSocket>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -257,39 +258,31 @@ void TestNotifier::notifyReachesOnlyTheSameUsersOtherComputers()
 void TestNotifier::badClientsDoNotTakeTheServiceDown()
 {
     const QUrl url(QStringLiteral("ws://127.0.0.1:%1/notifier").arg(m_service.port()));
-    QWebSocket rogue;
-    QSignalSpy rogueOpen(&rogue, &QWebSocket::connected);
-    rogue.open(url);
-    QVERIFY(rogueOpen.wait());
-    for (const char *garbage :
-         {"{{{", "[]", "null", "{\"operation\":5}", "{\"operation\":\"notify\"}",
-          "{\"operation\":\"register\",\"user\":[1,2]}", "\xff\xfe"})
-        rogue.sendTextMessage(QString::fromLatin1(garbage));
-    rogue.sendBinaryMessage(QByteArray(64, '\0'));
-    QSignalSpy rogueClosed(&rogue, &QWebSocket::disconnected);
-    QVERIFY(rogueClosed.wait());
-
-    QWebSocket big;
-    QSignalSpy bigOpen(&big, &QWebSocket::connected);
-    QSignalSpy bigClosed(&big, &QWebSocket::disconnected);
-    big.open(url);
-    QVERIFY(bigOpen.wait());
-    big.sendTextMessage(QString(5000, QLatin1Char('x')));
-    QVERIFY(bigClosed.wait());
-
-    QWebSocket flood;
-    QSignalSpy floodOpen(&flood, &QWebSocket::connected);
-    QSignalSpy floodClosed(&flood, &QWebSocket::disconnected);
-    flood.open(url);
-    QVERIFY(floodOpen.wait());
-    for (int i = 0; i < 200; ++i)
-        flood.sendTextMessage(QStringLiteral("{\"operation\":\"request-client-list\"}"));
-    QVERIFY(floodClosed.wait());
-
-    QWebSocket elsewhere;
-    QSignalSpy elsewhereClosed(&elsewhere, &QWebSocket::disconnected);
-    elsewhere.open(QUrl(QStringLiteral("ws://127.0.0.1:%1/other").arg(m_service.port())));
-    QVERIFY(elsewhereClosed.wait());
+    // Opens a socket, sends what the client gives it, and sees the service close it.
+    const auto closedAfter = [](const QUrl &at, const std::function<void(QWebSocket &)> &send) {
+        QWebSocket socket;
+        QSignalSpy open(&socket, &QWebSocket::connected);
+        QSignalSpy closed(&socket, &QWebSocket::disconnected);
+        socket.open(at);
+        if (!open.wait() && closed.isEmpty())
+            return false;
+        send(socket);
+        return !closed.isEmpty() || closed.wait();
+    };
+    QVERIFY(closedAfter(url, [](QWebSocket &rogue) {
+        for (const char *garbage :
+             {"{{{", "[]", "null", "{\"operation\":5}", "{\"operation\":\"notify\"}",
+              "{\"operation\":\"register\",\"user\":[1,2]}", "\xff\xfe"})
+            rogue.sendTextMessage(QString::fromLatin1(garbage));
+        rogue.sendBinaryMessage(QByteArray(64, '\0'));
+    }));
+    QVERIFY(closedAfter(url, [](QWebSocket &big) { big.sendTextMessage(QString(5000, 'x')); }));
+    QVERIFY(closedAfter(url, [](QWebSocket &flood) {
+        for (int i = 0; i < 200; ++i)
+            flood.sendTextMessage(QStringLiteral("{\"operation\":\"request-client-list\"}"));
+    }));
+    QVERIFY(closedAfter(QUrl(QStringLiteral("ws://127.0.0.1:%1/other").arg(m_service.port())),
+                        [](QWebSocket &) {}));
 
     QVERIFY(m_service.isRunning());
     auto a1 = computer(QStringLiteral("alice"));
@@ -421,13 +414,9 @@ void TestNotifier::secureWebSocketsWithACertificate()
     QTemporaryDir dir;
     const QString cert = dir.filePath(QStringLiteral("cert.pem"));
     const QString key = dir.filePath(QStringLiteral("key.pem"));
-    QCOMPARE(QProcess::execute(openssl, {QStringLiteral("req"), QStringLiteral("-x509"),
-                                         QStringLiteral("-newkey"), QStringLiteral("rsa:2048"),
-                                         QStringLiteral("-nodes"), QStringLiteral("-days"),
-                                         QStringLiteral("1"), QStringLiteral("-subj"),
-                                         QStringLiteral("/CN=127.0.0.1"), QStringLiteral("-keyout"),
-                                         key, QStringLiteral("-out"), cert}),
-             0);
+    const QStringList request =
+        QStringLiteral("req -x509 -newkey rsa:2048 -nodes -days 1 -subj /CN=127.0.0.1").split(' ');
+    QCOMPARE(QProcess::execute(openssl, request + QStringList{"-keyout", key, "-out", cert}), 0);
     m_service.stop();
     QVERIFY(m_service.start(0, {QStringLiteral("--cert"), cert, QStringLiteral("--key"), key}));
 
