@@ -2,7 +2,6 @@
 
 #include "actions/actionapi.h"
 #include "base/settings.h"
-#include "base/settingsevents.h"
 #include "clipboard/clipboardops.h"
 #include "qhotkey.h"
 
@@ -12,9 +11,6 @@
 
 ActionShortcuts::ActionShortcuts(QObject *parent) : QObject(parent)
 {
-    connect(SettingsEvents::instance(), &SettingsEvents::actionsChanged, this,
-            &ActionShortcuts::apply);
-    connect(SettingsEvents::instance(), &SettingsEvents::changed, this, &ActionShortcuts::apply);
     apply();
 }
 

@@ -183,8 +183,6 @@ int main(int argc, char *argv[])
     QSettings settings;
     Settings::writeDefaults(settings);
     Theme::apply(Settings::value(SettingsKey::Theme).toInt());
-    QObject::connect(SettingsEvents::instance(), &SettingsEvents::changed, &app,
-                     [] { Theme::apply(Settings::value(SettingsKey::Theme).toInt()); });
 
     const AppModes modes = AppModes::fromArguments(
         app.arguments(), Settings::value(SettingsKey::WriteDebugLog).toBool());
@@ -209,6 +207,8 @@ int main(int argc, char *argv[])
     qDebug().noquote() << "Settings:" << settings.fileName();
 
     AppServices services(modes);
+    QObject::connect(services.settingsEvents(), &SettingsEvents::changed, &app,
+                     [] { Theme::apply(Settings::value(SettingsKey::Theme).toInt()); });
     TrayIcon tray;
     MainWindow mainWindow(&services);
     app.setMainWindow(&mainWindow);

@@ -3,13 +3,13 @@
 #include <QObject>
 
 // Tells the parts that keep copies of settings (rule sets, limits) to read them again after
-// the user applied new ones.
+// the user applied new ones. The program has one, which its services wire to those parts.
 class SettingsEvents final : public QObject
 {
     Q_OBJECT
 
 public:
-    static SettingsEvents *instance();
+    using QObject::QObject;
 
     void notifyChanged() { emit changed(); }
     void notifyActionsChanged() { emit actionsChanged(); }
@@ -21,7 +21,4 @@ signals:
     void actionsChanged();
     // The user saved, created or deleted an action file.
     void actionFilesEdited();
-
-private:
-    SettingsEvents() = default;
 };

@@ -1,6 +1,5 @@
 #include "clipboard/clipboardlistener.h"
 
-#include "base/settingsevents.h"
 #include "clipboard/clipboardmarks.h"
 #include "clipboard/clipboardops.h"
 #include "clipboard/htmlcleanup.h"
@@ -41,8 +40,6 @@ QString encodedImageFormat(const QMimeData &data)
 ClipboardListener::ClipboardListener(QObject *parent) : QObject(parent)
 {
     connect(clipboard(), &QClipboard::changed, this, &ClipboardListener::changedSlot);
-    connect(SettingsEvents::instance(), &SettingsEvents::changed, this,
-            &ClipboardListener::reloadSettings);
     reloadSettings();
 }
 

@@ -30,6 +30,8 @@ public:
 public slots:
     void changedSlot(QClipboard::Mode mode);
     void check();
+    // Reads the rules and limits again.
+    void reloadSettings();
 
 signals:
     // data is the receiver's to delete.
@@ -50,7 +52,6 @@ private:
         Stage stage = Stage::Ready;
     };
 
-    void reloadSettings();
     bool rewrite(const QMimeData &current, const QString &application);
     void applyRewrite();
     QPixmap iconFor(const QString &application, const QString &foreground);

@@ -1,7 +1,6 @@
 #include "history/historyitemmodel.h"
 
 #include "base/settings.h"
-#include "base/settingsevents.h"
 #include "base/unreadablefile.h"
 #include "history/applicationrules.h"
 #include "history/cleancache.h"
@@ -93,8 +92,6 @@ HistoryItemModel::HistoryItemModel(const QString &path, QObject *parent)
     m_proxy->setFilterRole(RemovedRole);
     m_proxy->setFilterFixedString(QStringLiteral("false"));
     connect(m_writer, &HistoryWriter::finished, this, &HistoryItemModel::onSaveFinished);
-    connect(SettingsEvents::instance(), &SettingsEvents::changed, this,
-            &HistoryItemModel::reloadSettings);
     reloadSettings();
 }
 

@@ -1,7 +1,6 @@
 #include "input/globalshortcuts.h"
 
 #include "base/settings.h"
-#include "base/settingsevents.h"
 #include "platform/idesktop.h"
 #include "platform/pastekeys.h"
 #include "platform/platform.h"
@@ -16,7 +15,6 @@ GlobalShortcuts::GlobalShortcuts(QObject *parent)
     connect(m_main, &QHotkey::activated, this, &GlobalShortcuts::mainActivated);
     connect(m_plainText, &QHotkey::activated, this, &GlobalShortcuts::plainTextActivated);
     connect(m_pasteNext, &QHotkey::activated, this, &GlobalShortcuts::pasteNextActivated);
-    connect(SettingsEvents::instance(), &SettingsEvents::changed, this, &GlobalShortcuts::apply);
     connect(Platform::desktop(), &IDesktop::foregroundWindowChanged, this,
             &GlobalShortcuts::followForeground);
     apply();

@@ -1,7 +1,6 @@
 #include "input/inputmanager.h"
 
 #include "base/settings.h"
-#include "base/settingsevents.h"
 #include "clipboard/clipboardops.h"
 #include "platform/idesktop.h"
 #include "platform/keysender.h"
@@ -38,8 +37,6 @@ InputManager::InputManager(IDesktop *desktop, QObject *parent)
     connect(
         desktop, &IDesktop::mouseButtonPressed, this, [this] { dropPendingExpansion(caretMoved); },
         Qt::QueuedConnection);
-    connect(SettingsEvents::instance(), &SettingsEvents::changed, this,
-            &InputManager::loadSettings);
     loadSettings();
 }
 

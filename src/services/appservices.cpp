@@ -24,7 +24,7 @@
 #include <QTimer>
 
 AppServices::AppServices(const AppModes &modes, QObject *parent)
-    : QObject(parent), m_modes(modes),
+    : QObject(parent), m_modes(modes), m_settingsEvents(new SettingsEvents(this)),
       m_history(new HistoryItemModel(HistoryFile::path(modes), this)),
       m_snippets(new SnippetItemModel(SnippetFile::path(modes), this)),
       m_clipboardListener(new ClipboardListener(this)), m_shortcuts(new GlobalShortcuts(this)),
@@ -42,6 +42,21 @@ AppServices::AppServices(const AppModes &modes, QObject *parent)
     ActionFiles::writeListing(ActionFiles::listedActions());
     m_actionShortcuts = new ActionShortcuts(this);
     createSync();
+    followSettings();
+}
+
+// The parts that keep copies of settings read them again when the user applies new ones.
+void AppServices::followSettings()
+{
+    const auto changed = &SettingsEvents::changed;
+    connect(m_settingsEvents, changed, m_history, &HistoryItemModel::reloadSettings);
+    connect(m_settingsEvents, changed, m_clipboardListener, &ClipboardListener::reloadSettings);
+    connect(m_settingsEvents, changed, m_shortcuts, &GlobalShortcuts::apply);
+    connect(m_settingsEvents, changed, m_input, &InputManager::loadSettings);
+    connect(m_settingsEvents, changed, m_actionShortcuts, &ActionShortcuts::apply);
+    connect(m_settingsEvents, &SettingsEvents::actionsChanged, m_actionShortcuts,
+            &ActionShortcuts::apply);
+    connect(m_settingsEvents, &SettingsEvents::actionFilesEdited, m_sync, &Sync::syncActions);
 }
 
 AppServices::~AppServices() = default;
@@ -101,12 +116,10 @@ void AppServices::createSync()
     connect(m_snippets, &SnippetItemModel::syncRequested, m_sync,
             [this] { m_sync->sync(Sync::Snippets, m_snippets, SyncDirection::Both); });
     connect(m_sync, &Sync::imageDownloaded, m_history, &HistoryItemModel::receiveImage);
-    connect(m_sync, &Sync::actionsChanged, this, [] {
+    connect(m_sync, &Sync::actionsChanged, this, [this] {
         ActionFiles::writeListing(ActionFiles::listedActions());
-        SettingsEvents::instance()->notifyActionsChanged();
+        m_settingsEvents->notifyActionsChanged();
     });
-    connect(SettingsEvents::instance(), &SettingsEvents::actionFilesEdited, m_sync,
-            &Sync::syncActions);
 }
 
 void AppServices::resume()

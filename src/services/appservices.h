@@ -5,6 +5,7 @@
 #include <QObject>
 
 class ActionShortcuts;
+class SettingsEvents;
 class ClipboardListener;
 class GlobalShortcuts;
 class HistoryItemModel;
@@ -52,6 +53,8 @@ public:
     SyncLocalFolder *localFolder() const { return m_localFolder; }
     SyncGoogleDrive *googleDrive() const { return m_googleDrive; }
     Notifier *notifier() const { return m_notifier; }
+    // Where the windows say that the user changed settings or actions.
+    SettingsEvents *settingsEvents() const { return m_settingsEvents; }
 
 signals:
     // Something the user must read (a failed action, an unreadable file).
@@ -61,8 +64,10 @@ private:
     void createSync();
     void loadHistory();
     void loadSnippets();
+    void followSettings();
 
     AppModes m_modes;
+    SettingsEvents *m_settingsEvents;
     HistoryItemModel *m_history;
     SnippetItemModel *m_snippets;
     ClipboardListener *m_clipboardListener;

@@ -2,7 +2,6 @@
 
 #include "actions/actionapi.h"
 #include "base/settings.h"
-#include "base/settingsevents.h"
 #include "clipboard/clipboardmarks.h"
 #include "history/clipping.h"
 #include "history/historyitemmodel.h"

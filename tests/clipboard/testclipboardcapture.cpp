@@ -1,7 +1,6 @@
 // From a clipboard change to a clipping: the listener over the real (offscreen) clipboard and
 // a fake desktop for the foreground application, and the history model's classification.
 #include "base/settings.h"
-#include "base/settingsevents.h"
 #include "clipboard/clipboardlistener.h"
 #include "clipboard/clipboardmarks.h"
 #include "clipboard/clipboardops.h"
@@ -187,7 +186,7 @@ void TestClipboardCapture::rulesRewriteTheClipboard()
     QFETCH(QString, html);
     for (const QString &rule : rules)
         QSettings().setValue(rule, QStringList{QStringLiteral("editor.exe")});
-    SettingsEvents::instance()->notifyChanged();
+    m_listener->reloadSettings();
 
     QMimeData *copy = mime(QStringLiteral("Title\nBody"), richHtml);
     if (withImage)
@@ -245,7 +244,7 @@ void TestClipboardCapture::privateContentIsLeftAlone()
     // A rule that would rewrite it, to show that private content is not rewritten either.
     QSettings().setValue(QStringLiteral("TextOnlyApplications"),
                          QStringList{QStringLiteral("editor.exe")});
-    SettingsEvents::instance()->notifyChanged();
+    m_listener->reloadSettings();
 
     QMimeData *copy = mime(QStringLiteral("hunter2"), QStringLiteral("<b>hunter2</b>"));
     copy->setData(format, value);

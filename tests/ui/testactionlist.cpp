@@ -4,7 +4,6 @@
 #include "actions/actionfiles.h"
 #include "actions/actionshortcuts.h"
 #include "base/settings.h"
-#include "base/settingsevents.h"
 #include "history/clipping.h"
 #include "platform/platform.h"
 #include "qhotkey.h"
@@ -331,7 +330,7 @@ void TestActionList::shortcutRunsOnTheClipboardAndPastes()
 
     // Removing the shortcut in the list takes it off the system at once.
     QSettings().setValue(SettingsKey::ActionShortcuts, QVariantMap());
-    SettingsEvents::instance()->notifyActionsChanged();
+    shortcuts.apply();
     QCOMPARE(m_hotkeys->registered.size(), 0);
 
     QGuiApplication::clipboard()->clear();

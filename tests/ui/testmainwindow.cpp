@@ -433,9 +433,9 @@ void TestMainWindow::aTakenShortcutIsToldWithAWayToChooseAnother()
     m_window->showAndPin();
     QVERIFY(notice->isHidden());
     m_hotkeys->refusedKeys = {quint32(Qt::Key_B)};
-    const auto useShortcut = [](const QString &shortcut) {
+    const auto useShortcut = [this](const QString &shortcut) {
         QSettings().setValue(u"Shortcut"_s, shortcut);
-        SettingsEvents::instance()->notifyChanged();
+        m_services->settingsEvents()->notifyChanged();
     };
     useShortcut(u"Ctrl+Shift+B"_s);
     QVERIFY(notice->isVisible());
@@ -554,7 +554,7 @@ void TestMainWindow::settingsDialogWritesWhatItShows()
     QVERIFY(dialog->findChild<QLabel *>(u"noReportAddress"_s));
     plain->setChecked(true);
     atMouse->setChecked(false);
-    QSignalSpy applied(SettingsEvents::instance(), &SettingsEvents::changed);
+    QSignalSpy applied(m_services->settingsEvents(), &SettingsEvents::changed);
     dialog->accept();
     QCOMPARE(applied.count(), 1);
     QSettings settings;

@@ -2,7 +2,6 @@
 
 #include "actions/actionfiles.h"
 #include "base/settings.h"
-#include "base/settingsevents.h"
 #include "ui/actions/actioneditor.h"
 #include "ui/actions/actionlistrow.h"
 #include "ui/shortcutdialog.h"
@@ -186,7 +185,7 @@ void ActionList::editAction(QListWidgetItem *item)
         return;
     ActionEditor editor(indexFromItem(item), this);
     if (editor.exec() == QDialog::Accepted)
-        SettingsEvents::instance()->notifyActionFilesEdited();
+        emit actionFilesEdited();
     load();
 }
 
@@ -196,7 +195,7 @@ void ActionList::newAction()
     if (editor.exec() != QDialog::Accepted)
         return;
     load();
-    SettingsEvents::instance()->notifyActionFilesEdited();
+    emit actionFilesEdited();
 }
 
 void ActionList::askForShortcut(QListWidgetItem *item)
@@ -235,7 +234,7 @@ void ActionList::deleteAction(QListWidgetItem *item)
         QMessageBox::warning(this, QStringLiteral("Velmorin"),
                              tr("Failed to delete the file '%1'.").arg(path));
     }
-    SettingsEvents::instance()->notifyActionFilesEdited();
+    emit actionFilesEdited();
     load();
     // Its hidden flag and shortcut go with it.
     writeSettings();
@@ -256,5 +255,5 @@ void ActionList::writeSettings()
     }
     Settings::setValue(SettingsKey::HiddenActions, hidden);
     Settings::setValue(SettingsKey::ActionShortcuts, shortcuts);
-    SettingsEvents::instance()->notifyActionsChanged();
+    emit actionsChanged();
 }

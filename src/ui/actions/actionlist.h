@@ -37,6 +37,12 @@ public:
     void setHidden(QListWidgetItem *item, bool hidden);
     void deleteAction(QListWidgetItem *item);
 
+signals:
+    // The user saved, created or deleted an action file.
+    void actionFilesEdited();
+    // Shortcuts or hidden flags were written.
+    void actionsChanged();
+
 protected:
     void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;

@@ -34,7 +34,7 @@
 
 SettingsDialog::SettingsDialog(AppServices *services, QWidget *parent)
     : QDialog(parent), m_snippets(services ? services->snippets() : nullptr),
-      m_pages(new QTabWidget(this))
+      m_events(services ? services->settingsEvents() : nullptr), m_pages(new QTabWidget(this))
 {
     setWindowTitle(tr("Velmorin Settings"));
     setObjectName(QStringLiteral("settingsDialog"));
@@ -48,6 +48,10 @@ SettingsDialog::SettingsDialog(AppServices *services, QWidget *parent)
     if (services) {
         m_syncPage = new SyncSettingsPage(services, this);
         m_pages->addTab(m_syncPage, tr("Sync"));
+        connect(m_actions, &ActionList::actionFilesEdited, m_events,
+                &SettingsEvents::notifyActionFilesEdited);
+        connect(m_actions, &ActionList::actionsChanged, m_events,
+                &SettingsEvents::notifyActionsChanged);
     }
 
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
@@ -339,7 +343,8 @@ void SettingsDialog::save()
     Platform::applyStartWithSystem(m_startAutomatically->isChecked());
     m_applications->save();
     const bool encryptionChanged = m_syncPage && m_syncPage->save();
-    SettingsEvents::instance()->notifyChanged();
+    if (m_events)
+        m_events->notifyChanged();
     if (encryptionChanged)
         emit this->encryptionChanged();
 }

@@ -13,6 +13,7 @@ class QTabWidget;
 class SnippetItemModel;
 class SnippetsEditor;
 class AppServices;
+class SettingsEvents;
 class SyncSettingsPage;
 
 // The settings of the program, a page per area. Changes are written when the dialog is accepted,
@@ -49,6 +50,7 @@ private:
     QWidget *createActionsPage();
 
     SnippetItemModel *m_snippets;
+    SettingsEvents *m_events;
     QTabWidget *m_pages;
     QWidget *createSnippetsPage();
     QWidget *createSnippetsRow(QWidget *page);

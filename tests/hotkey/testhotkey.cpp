@@ -1,9 +1,8 @@
-// Global shortcuts: the Windows key table, the shared registrations of the registry (over a
-// fake system service), the one-combination editor and the program's own shortcuts.
+// Global shortcuts: the Windows key table and the shared registrations of the registry (over a
+// fake system service).
 #include "qhotkey.h"
 #include "support/fakehotkeyservice.h"
 #include "support/testprofile.h"
-#include "ui/customkeysequenceedit.h"
 #include "win/winkeymap.h"
 
 #include <QSignalSpy>
@@ -33,7 +32,6 @@ private slots:
     void windowsKeyTable_data();
     void windowsKeyTable();
     void sameCombinationSharesOneRegistration();
-    void editorKeepsOneCombination();
 
 private:
     TestProfile m_profile;
@@ -106,16 +104,6 @@ void TestHotkey::sameCombinationSharesOneRegistration()
     QVERIFY(m_service->registered.isEmpty());
     m_service->press(quint32(Qt::Key_V), 6);
     QCOMPARE(activated.count(), 2);
-}
-
-void TestHotkey::editorKeepsOneCombination()
-{
-    CustomKeySequenceEdit edit;
-    edit.show();
-    QTest::keyClick(&edit, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(&edit, Qt::Key_B, Qt::ControlModifier);
-    QCOMPARE(edit.keySequence().count(), 1);
-    QCOMPARE(edit.keySequence(), QKeySequence(QStringLiteral("Ctrl+A")));
 }
 
 QTEST_MAIN(TestHotkey)

@@ -1,7 +1,0 @@
-#include "base/settingsevents.h"
-
-SettingsEvents *SettingsEvents::instance()
-{
-    static SettingsEvents events;
-    return &events;
-}
