@@ -533,6 +533,7 @@ void TestMainWindow::thumbnailsStayWithinTheirBudget()
 
 void TestMainWindow::settingsDialogWritesWhatItShows()
 {
+    QSettings().setValue(SettingsKey::IgnoreLength, u"10"_s);
     m_window->showSettings();
     SettingsDialog *dialog = m_window->settingsDialog();
     auto *theme = dialog->findChild<QComboBox *>();
@@ -557,6 +558,8 @@ void TestMainWindow::settingsDialogWritesWhatItShows()
     QSignalSpy applied(m_services->settingsEvents(), &SettingsEvents::changed);
     dialog->accept();
     QCOMPARE(applied.count(), 1);
+    // OK reaches the parts that keep copies of settings: the history's limits too.
+    QVERIFY(!m_history->addText(u"too short"_s, QString(), {}, u"editor"_s));
     QSettings settings;
     QCOMPARE(settings.value(u"Theme"_s).toInt(), int(Theme::Dark));
     QVERIFY(settings.value(u"PastePlainText"_s).toBool());
