@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Line coverage of src/ by each test function alone, to find cases that only repeat others before
-# merging or dropping them. Needs a coverage build (README, "Tests"):
-#   scripts/coverage-by-test.sh build-cov [test names as ctest knows them; all QTest programs if none]
+# merging or dropping them. Needs a coverage build (README, "Two commands"):
+#   scripts/coverage-by-test.sh build-cov [test names as ctest knows them; all QTest programs
+#   when none is named]
 # Each function runs as ctest would run its program (same wrapper, environment and folder) and
 # leaves <build>/coverage-by-test/<test>.<function>.json (gcovr JSON). The table printed at the end
 # gives, for each function, the lines of src/ that no other function of those runs covers.
