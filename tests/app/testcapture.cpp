@@ -17,16 +17,6 @@
 #include <QMimeData>
 #include <QTest>
 
-namespace {
-
-bool press(const QStringList &keys)
-{
-    return TargetWindow::xdotool(
-        QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("20")} + keys);
-}
-
-} // namespace
-
 class TestCapture : public QObject
 {
     Q_OBJECT
@@ -117,7 +107,7 @@ void TestCapture::copyMarker(const QString &text)
     QVERIFY(m_editor.activate());
     QVERIFY(m_editor.clear());
     QVERIFY(TargetWindow::xdotool({QStringLiteral("type"), text}));
-    QVERIFY(press({QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")}));
+    QVERIFY(TargetWindow::press({QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")}));
 }
 
 void TestCapture::textRichTextAndImageBecomeOneClippingEach()
@@ -128,7 +118,7 @@ void TestCapture::textRichTextAndImageBecomeOneClippingEach()
     QCOMPARE(newest().application, QFileInfo(TargetWindow::editorPath()).fileName());
 
     // The same text again is the same clipping.
-    QVERIFY(press({QStringLiteral("ctrl+c")}));
+    QVERIFY(TargetWindow::press({QStringLiteral("ctrl+c")}));
     QVERIFY(m_editor.copy("copy-rich Rich words"));
     QVERIFY2(waitForClippings(2), qPrintable(m_velmorin->output().right(2000)));
     QCOMPARE(newest().text, QStringLiteral("Rich words"));

@@ -26,12 +26,6 @@
 
 namespace {
 
-bool press(const QStringList &keys)
-{
-    return TargetWindow::xdotool(
-        QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("20")} + keys);
-}
-
 bool setLayout(const QStringList &arguments)
 {
     QProcess process;
@@ -99,7 +93,7 @@ void TestDesktop::deadKeyGivesOneAccentedCharacter()
     QVERIFY(m_target.clear());
     emit m_input->keywordBreakerTyped();
     QSignalSpy characters(m_input, &InputManager::characterTyped);
-    QVERIFY(press({QStringLiteral("dead_acute"), QStringLiteral("e")}));
+    QVERIFY(TargetWindow::press({QStringLiteral("dead_acute"), QStringLiteral("e")}));
     QTRY_COMPARE(m_input->typedWord(), QStringLiteral("\u00e9"));
     QCOMPARE(characters.count(), 1);
     // The observer's own translation did not eat the accent from the application.
@@ -113,14 +107,14 @@ void TestDesktop::globalShortcutFiresInTheTarget()
     QHotkey hotkey(QKeySequence(QStringLiteral("Ctrl+Shift+V")), true);
     QVERIFY(hotkey.isRegistered());
     QSignalSpy activated(&hotkey, &QHotkey::activated);
-    QVERIFY(press({QStringLiteral("ctrl+shift+v")}));
+    QVERIFY(TargetWindow::press({QStringLiteral("ctrl+shift+v")}));
     QTRY_COMPARE(activated.count(), 1);
     // Num Lock counts as a modifier to X, not to the user.
-    QVERIFY(press(
+    QVERIFY(TargetWindow::press(
         {QStringLiteral("Num_Lock"), QStringLiteral("ctrl+shift+v"), QStringLiteral("Num_Lock")}));
     QTRY_COMPARE(activated.count(), 2);
     QVERIFY(hotkey.setRegistered(false));
-    QVERIFY(press({QStringLiteral("ctrl+shift+v")}));
+    QVERIFY(TargetWindow::press({QStringLiteral("ctrl+shift+v")}));
     QTest::qWait(200);
     QCOMPARE(activated.count(), 2);
 }
@@ -156,7 +150,7 @@ void TestDesktop::actionShortcutPastesItsResult()
     QGuiApplication::clipboard()->setText(QStringLiteral("quiet words"));
     QVERIFY(m_target.activate());
     QVERIFY(m_target.clear());
-    QVERIFY(press({QStringLiteral("ctrl+alt+u")}));
+    QVERIFY(TargetWindow::press({QStringLiteral("ctrl+alt+u")}));
     QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("QUIET WORDS"), 10000);
     // The clipboard is the user's again once the paste is done.
     QTRY_COMPARE_WITH_TIMEOUT(QGuiApplication::clipboard()->text(), QStringLiteral("quiet words"),

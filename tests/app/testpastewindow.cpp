@@ -15,16 +15,6 @@
 #include <QTest>
 #include <QUuid>
 
-namespace {
-
-bool press(const QStringList &keys)
-{
-    return TargetWindow::xdotool(
-        QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("30")} + keys);
-}
-
-} // namespace
-
 class TestPasteWindow : public QObject
 {
     Q_OBJECT
@@ -138,7 +128,7 @@ bool TestPasteWindow::isOpen()
 
 QString TestPasteWindow::open(const QString &shortcut)
 {
-    if (!press({shortcut}) || !QTest::qWaitFor([&] { return isOpen(); }, 10000))
+    if (!TargetWindow::press({shortcut}) || !QTest::qWaitFor([&] { return isOpen(); }, 10000))
         return {};
     QString active;
     // Shown is not yet focused: keys must reach the paste window, not the editor.
@@ -164,7 +154,7 @@ void TestPasteWindow::opensAtTheMouseAndPastesTheSecondClipping()
     // At the mouse, give or take what the window manager adds around it.
     QVERIFY2((geometry.topLeft() - QPoint(300, 260)).manhattanLength() < 60,
              qPrintable(QStringLiteral("%1,%2").arg(geometry.x()).arg(geometry.y())));
-    QVERIFY(press({QStringLiteral("Down"), QStringLiteral("Return")}));
+    QVERIFY(TargetWindow::press({QStringLiteral("Down"), QStringLiteral("Return")}));
     QTRY_COMPARE_WITH_TIMEOUT(m_editor.text(), QStringLiteral("second newest"), 10000);
     QVERIFY(!isOpen());
 }
@@ -172,12 +162,12 @@ void TestPasteWindow::opensAtTheMouseAndPastesTheSecondClipping()
 void TestPasteWindow::snippetLandsWithItsCaret()
 {
     QVERIFY(!open().isEmpty());
-    QVERIFY(press({QStringLiteral("ctrl+Tab"), QStringLiteral("Return")}));
+    QVERIFY(TargetWindow::press({QStringLiteral("ctrl+Tab"), QStringLiteral("Return")}));
     QTRY_COMPARE_WITH_TIMEOUT(m_editor.text(), QStringLiteral("Dear , thanks"), 10000);
     QTRY_COMPARE(m_editor.state().value(QLatin1String("position")).toInt(), 5);
     // Back on the history page for the next opening.
     QVERIFY(!open().isEmpty());
-    QVERIFY(press({QStringLiteral("ctrl+Tab"), QStringLiteral("Escape")}));
+    QVERIFY(TargetWindow::press({QStringLiteral("ctrl+Tab"), QStringLiteral("Escape")}));
     QTRY_VERIFY(!isOpen());
 }
 
@@ -186,7 +176,7 @@ void TestPasteWindow::typeTextTypesIntoTheEditor()
     copy(QStringLiteral("typed by keys"));
     QVERIFY(m_editor.activate());
     QVERIFY(!open().isEmpty());
-    QVERIFY(press({QStringLiteral("Right"), QStringLiteral("t")}));
+    QVERIFY(TargetWindow::press({QStringLiteral("Right"), QStringLiteral("t")}));
     QTRY_COMPARE_WITH_TIMEOUT(m_editor.text(), QStringLiteral("typed by keys"), 10000);
 }
 
@@ -203,7 +193,7 @@ void TestPasteWindow::pastedImageIsNotRecordedAgain()
         const int count = int(history().size());
         QVERIFY(m_editor.activate());
         QVERIFY(!open().isEmpty());
-        QVERIFY(press({QStringLiteral("Down"), QStringLiteral("Return")}));
+        QVERIFY(TargetWindow::press({QStringLiteral("Down"), QStringLiteral("Return")}));
         QTRY_VERIFY(!isOpen());
         // Moved to the top as it is; a new copy would have been recorded by now.
         QTRY_COMPARE(history().value(0).id, image);
@@ -236,10 +226,10 @@ void TestPasteWindow::terminalsKeepTheirKeysAndGetThePaste()
         startVelmorin(QStringLiteral("Ctrl+Shift+V"));
         QVERIFY(terminal.activate());
         QGuiApplication::clipboard()->setText(QStringLiteral("pasted by the terminal"));
-        QVERIFY(press({QStringLiteral("ctrl+shift+v")}));
+        QVERIFY(TargetWindow::press({QStringLiteral("ctrl+shift+v")}));
         QTest::qWait(500); // the terminal asks this process for the clipboard
         QVERIFY(!isOpen());
-        QVERIFY(press({QStringLiteral("Return")}));
+        QVERIFY(TargetWindow::press({QStringLiteral("Return")}));
         expected = QStringLiteral("pasted by the terminal\n");
         QTRY_COMPARE_WITH_TIMEOUT(terminal.received(), expected, 5000);
     }
@@ -249,10 +239,10 @@ void TestPasteWindow::terminalsKeepTheirKeysAndGetThePaste()
     QVERIFY(!open(QStringLiteral("ctrl+alt+v")).isEmpty());
     QVERIFY(TargetWindow::xdotool({QStringLiteral("type"), QStringLiteral("--delay"),
                                    QStringLiteral("40"), QStringLiteral("foo")}));
-    QVERIFY(press({QStringLiteral("Return")}));
+    QVERIFY(TargetWindow::press({QStringLiteral("Return")}));
     QTRY_VERIFY(!isOpen());
     QTest::qWait(600);
-    QVERIFY(press({QStringLiteral("Return")}));
+    QVERIFY(TargetWindow::press({QStringLiteral("Return")}));
     expected += QStringLiteral("foo bar baz\n");
     QTRY_COMPARE_WITH_TIMEOUT(terminal.received(), expected, 5000);
 }

@@ -18,21 +18,6 @@
 #include <QSettings>
 #include <QTest>
 
-namespace {
-
-bool type(const QString &keys)
-{
-    return TargetWindow::xdotool(
-        {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"), keys});
-}
-
-bool press(const QString &key)
-{
-    return TargetWindow::xdotool({QStringLiteral("key"), key});
-}
-
-} // namespace
-
 class TestExpansion : public QObject
 {
     Q_OBJECT
@@ -99,11 +84,11 @@ void TestExpansion::useSettings(bool requireSpace, const QStringList &noExpand,
 void TestExpansion::expandsWithExactlyItsBackspaces()
 {
     // One Backspace too many would take the space, one too few would leave a colon.
-    QVERIFY(type(QStringLiteral("ab ::brb")));
+    QVERIFY(TargetWindow::type(QStringLiteral("ab ::brb")));
     QTRY_COMPARE_WITH_TIMEOUT(m_target.text(), QStringLiteral("ab Be right back."), 5000);
     QTest::qWait(600); // the clipboard's return, before the next test
     // Typed after other letters of the same word, a keyword is no keyword.
-    QVERIFY(type(QStringLiteral(" xsig")));
+    QVERIFY(TargetWindow::type(QStringLiteral(" xsig")));
     QTest::qWait(300);
     QCOMPARE(m_target.text(), QStringLiteral("ab Be right back. xsig"));
 }
@@ -121,7 +106,7 @@ void TestExpansion::neverInsideItsOwnWindows()
     QTRY_VERIFY(keywordField.hasFocus());
     QTRY_COMPARE(Platform::foregroundApplicationName(),
                  QFileInfo(QCoreApplication::applicationFilePath()).fileName());
-    QVERIFY(type(QStringLiteral("::brb")));
+    QVERIFY(TargetWindow::type(QStringLiteral("::brb")));
     QTest::qWait(400);
     QCOMPARE(keywordField.text(), QStringLiteral("::brb"));
 }
@@ -154,7 +139,7 @@ void TestExpansion::expandsInTerminals()
     QTRY_COMPARE_WITH_TIMEOUT(QGuiApplication::clipboard()->text(),
                               QStringLiteral("the user's own"), 5000);
     QTest::qWait(600); // the primary selection's return
-    QVERIFY(press(QStringLiteral("Return")));
+    QVERIFY(TargetWindow::press({QStringLiteral("Return")}));
     QTRY_COMPARE_WITH_TIMEOUT(terminal.received(),
                               QStringLiteral("go Be right back. then Best, Ann and on\n"), 5000);
 }

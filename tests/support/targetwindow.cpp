@@ -107,6 +107,17 @@ bool TargetWindow::xdotool(const QStringList &arguments, QString *output)
     return true;
 }
 
+bool TargetWindow::press(const QStringList &keys)
+{
+    return xdotool(
+        QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("30")} + keys);
+}
+
+bool TargetWindow::type(const QString &text)
+{
+    return xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"), text});
+}
+
 QRect TargetWindow::geometry(const QString &window)
 {
     QString output;

@@ -37,6 +37,10 @@ public:
 
     // Runs xdotool with the arguments; false when it fails.
     static bool xdotool(const QStringList &arguments, QString *output = nullptr);
+    // Presses keys ("ctrl+shift+v", "Return") or types text into the focused window, at a
+    // person's pace.
+    static bool press(const QStringList &keys);
+    static bool type(const QString &text);
     // Where a window (by its X id) is on the screen; empty when xdotool cannot tell.
     static QRect geometry(const QString &window);
 
