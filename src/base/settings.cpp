@@ -174,8 +174,3 @@ QString Settings::historyFilePath()
 {
     return value(SettingsKey::HistoryFilePath).toString();
 }
-
-bool Settings::syncHistory()
-{
-    return value(SettingsKey::SyncHistory).toBool();
-}

@@ -97,5 +97,4 @@ public:
     static int ignoreSize();
     static bool includeImages();
     static QString historyFilePath();
-    static bool syncHistory();
 };
