@@ -6,3 +6,13 @@ function(velmorin_warnings target)
         target_compile_options(${target} PRIVATE -Wall -Wextra)
     endif()
 endfunction()
+
+if(MINGW)
+    # One file to ship: the compiler's runtime goes into each program, not beside it as DLLs.
+    add_link_options(-static -static-libgcc -static-libstdc++)
+endif()
+
+if(CMAKE_CROSSCOMPILING AND WIN32)
+    # Tests and the programs they start run under Wine, in a prefix inside the build folder.
+    set(CMAKE_CROSSCOMPILING_EMULATOR "${PROJECT_SOURCE_DIR}/tests/win32/wine-run.sh")
+endif()

@@ -12,6 +12,25 @@ if(UNIX AND NOT APPLE)
         RENAME org.velmorin.Velmorin.svg)
 endif()
 
+if(WIN32)
+    # The Windows installer, built with NSIS beside the program: Velmorin-<version>-setup.exe.
+    find_program(VELMORIN_MAKENSIS makensis)
+    if(VELMORIN_MAKENSIS)
+        set(installer_dir ${CMAKE_BINARY_DIR}/installer)
+        set(installer ${CMAKE_BINARY_DIR}/Velmorin-${PROJECT_VERSION}-setup.exe)
+        add_custom_command(OUTPUT ${installer}
+            COMMAND ${CMAKE_COMMAND} -E make_directory ${installer_dir}
+            COMMAND ${CMAKE_STRIP} -o ${installer_dir}/velmorin.exe $<TARGET_FILE:velmorin>
+            COMMAND ${VELMORIN_MAKENSIS} -V2 -DVERSION=${PROJECT_VERSION}
+                -DPROGRAM=${installer_dir}/velmorin.exe -DOUTFILE=${installer}
+                ${PROJECT_SOURCE_DIR}/data/windows/velmorin.nsi
+            DEPENDS velmorin ${PROJECT_SOURCE_DIR}/data/windows/velmorin.nsi
+                ${PROJECT_SOURCE_DIR}/data/windows/velmorin.ico
+            VERBATIM)
+        add_custom_target(installer ALL DEPENDS ${installer})
+    endif()
+endif()
+
 set(CPACK_PACKAGE_NAME velmorin)
 set(CPACK_PACKAGE_VENDOR "The Velmorin developers")
 set(CPACK_PACKAGE_CONTACT "The Velmorin developers <dev@velmorin.org>")

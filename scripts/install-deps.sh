@@ -19,8 +19,9 @@ packages=(
     xterm xfce4-terminal
     # copies made by another program: the desktop test and the image flood benchmark
     xclip
-    # the Windows build path: cross compiler and Wine to run its tests
-    g++-mingw-w64-x86-64-posix wine wine64
+    # the Windows build: cross compiler, Wine to run its tests, NSIS for its installer, and
+    # what the end-to-end run under Wine uses to look (screenshots of failures) and check
+    g++-mingw-w64-x86-64-posix wine wine64 nsis imagemagick procps python3
     # the package and its metadata checks
     dpkg-dev appstream desktop-file-utils file
     # reading text in image clippings

@@ -90,7 +90,7 @@ QString templateScript()
 
 QString userFolder()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QDir::separator() +
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QLatin1Char('/') +
            QStringLiteral("actions");
 }
 
@@ -128,7 +128,7 @@ QMap<QString, QJsonObject> scanFolder(const QString &folder)
 
 QString newFilePath(const QString &title)
 {
-    const QString stem = userFolder() + QDir::separator() + fileStem(title);
+    const QString stem = userFolder() + QLatin1Char('/') + fileStem(title);
     QString path = stem + QStringLiteral(".json");
     for (int n = 1; QFileInfo::exists(path); ++n)
         path = stem + QStringLiteral("-%1.json").arg(n);

@@ -124,7 +124,7 @@ QStandardItem *newImageItem(const QUrl &source, const QImage &image, const QPixm
 
 QString imagesRoot()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QDir::separator() +
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QLatin1Char('/') +
            QStringLiteral("images");
 }
 
@@ -135,12 +135,12 @@ QString idFolderName(const QUuid &id)
 
 QString imageFolder(const QUuid &id)
 {
-    return imagesRoot() + QDir::separator() + idFolderName(id);
+    return imagesRoot() + QLatin1Char('/') + idFolderName(id);
 }
 
 QString imageFile(const QUuid &id, const QString &fileName)
 {
-    return imageFolder(id) + QDir::separator() + fileName;
+    return imageFolder(id) + QLatin1Char('/') + fileName;
 }
 
 QString imageToolTip(const QString &file, const QString &label)

@@ -45,14 +45,14 @@ CopyToCache::CopyToCache(const QImage &image, const QByteArray &bytes, const QUu
 QString CopyToCache::targetPath() const
 {
     const QString data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    QString folder = data + QDir::separator() + m_folderName;
+    QString folder = data + QLatin1Char('/') + m_folderName;
     if (!QDir(folder).exists())
         QDir().mkpath(folder); // on a first run the data folder itself may not exist yet
     if (!m_id.isNull()) {
-        folder += QDir::separator() + Clipping::idFolderName(m_id);
+        folder += QLatin1Char('/') + Clipping::idFolderName(m_id);
         QDir().mkpath(folder);
     }
-    return folder + QDir::separator() + m_fileName;
+    return folder + QLatin1Char('/') + m_fileName;
 }
 
 bool CopyToCache::writeInto(QIODevice *file, const QString &target) const

@@ -48,11 +48,11 @@ QString HistoryFile::path(const AppModes &modes)
     const QString chosen = Settings::historyFilePath();
     if (chosen.isEmpty()) {
         return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-               QDir::separator() + fileName(modes);
+               QLatin1Char('/') + fileName(modes);
     }
     if (!modes.perfTest && !modes.demo)
         return chosen;
-    return QFileInfo(chosen).path() + QDir::separator() + fileName(modes);
+    return QFileInfo(chosen).path() + QLatin1Char('/') + fileName(modes);
 }
 
 QString HistoryFile::temporaryPath(const QString &path)

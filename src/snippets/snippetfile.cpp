@@ -23,11 +23,11 @@ QString SnippetFile::path(const AppModes &modes)
     QString chosen = Settings::value(SettingsKey::SnippetFilePath).toString();
     if (chosen.isEmpty()) {
         chosen = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-                 QDir::separator() + QStringLiteral("Snippets.json");
+                 QLatin1Char('/') + QStringLiteral("Snippets.json");
     }
     if (!modes.perfTest && !modes.demo)
         return chosen;
-    return QFileInfo(chosen).path() + QDir::separator() + fileName(modes);
+    return QFileInfo(chosen).path() + QLatin1Char('/') + fileName(modes);
 }
 
 bool SnippetFile::write(const QString &path, const QByteArray &bytes)
@@ -44,7 +44,7 @@ bool SnippetFile::write(const QString &path, const QByteArray &bytes)
 
 QString SnippetFile::backupFolder()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QDir::separator() +
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QLatin1Char('/') +
            QStringLiteral("backups");
 }
 

@@ -358,7 +358,7 @@ void Sync::dispatch(SyncEntry entry)
         return;
     case UploadAction:
         uploadFile(entry,
-                   actionsFolder() + QDir::separator() + SyncPayload::localFileName(entry.file));
+                   actionsFolder() + QLatin1Char('/') + SyncPayload::localFileName(entry.file));
         return;
     case DeleteFile:
         deleteFile(entry);
@@ -621,7 +621,7 @@ void Sync::compareActions(SyncDirection direction)
             if (direction == SyncDirection::FromServer) {
                 log(QStringLiteral("Sync: missing from online: ") + fileName +
                     QStringLiteral(" -> Remove local"));
-                removedLocal |= QFile::remove(actionsFolder() + QDir::separator() + fileName);
+                removedLocal |= QFile::remove(actionsFolder() + QLatin1Char('/') + fileName);
             } else {
                 log(QStringLiteral("Sync: online doesn't have the action file: ") + fileName);
                 enqueue(entryFor(UploadAction, mine));
@@ -844,7 +844,7 @@ void Sync::receiveFile(int kind, const SyncEntry &entry, const QByteArray &body)
 void Sync::writeAction(const QString &fileName, const QByteArray &bytes)
 {
     QDir().mkpath(actionsFolder());
-    const QString path = actionsFolder() + QDir::separator() + fileName;
+    const QString path = actionsFolder() + QLatin1Char('/') + fileName;
     QSaveFile file(path);
     // Unbuffered: a short write on a full disk must show before the commit.
     if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&

@@ -28,7 +28,7 @@ bool SyncLocalFolder::isValid() const
 
 QString SyncLocalFolder::pathOf(const QString &fileName) const
 {
-    return m_folder + QDir::separator() + fileName;
+    return m_folder + QLatin1Char('/') + fileName;
 }
 
 void SyncLocalFolder::answer(std::function<void()> emitter)

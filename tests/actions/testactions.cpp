@@ -53,6 +53,9 @@ void TestActions::initTestCase()
     QCoreApplication::setOrganizationName(QStringLiteral("Velmorin"));
     QCoreApplication::setApplicationName(QStringLiteral("Velmorin"));
     m_profile.useInThisProcess();
+    // The date actions read dates the way the user's locale writes them; the cases below are
+    // written for the C locale, whatever the machine's.
+    QLocale::setDefault(QLocale::c());
 }
 
 void TestActions::init()

@@ -155,7 +155,7 @@ void TestClipboardOps::clippingImageAsImageOrFile()
                                         QDateTime::currentDateTime());
     m_model.appendRow(item);
     const QString folder = Clipping::imageFolder(item->data(Clipping::IdRole).toUuid());
-    const QString path = folder + QDir::separator() + item->data(Clipping::FilenameRole).toString();
+    const QString path = folder + QLatin1Char('/') + item->data(Clipping::FilenameRole).toString();
 
     QTest::ignoreMessage(
         QtWarningMsg,

@@ -152,8 +152,9 @@ void TestLogger::fatalMessageIsLoggedBeforeTheProcessAborts()
     child.start(QCoreApplication::applicationFilePath(),
                 {QStringLiteral("fatalMessageIsLoggedBeforeTheProcessAborts")});
     QVERIFY(child.waitForFinished(30000));
-    QCOMPARE(child.exitStatus(), QProcess::CrashExit);
-    QVERIFY2(child.readAll().contains("] [!!FATAL!!] cannot go on\n"), "no fatal line");
+    // Windows ends an aborted process with exit code 3 rather than a crash.
+    QVERIFY(child.exitStatus() == QProcess::CrashExit || child.exitCode() == 3);
+    QVERIFY2(child.readAll().contains("] [!!FATAL!!] cannot go on"), "no fatal line");
 }
 
 void TestLogger::unopenableFileLeavesTheConsoleWorking()
@@ -258,7 +259,7 @@ void TestLogger::syncLogKeepsLinesForTheDialogAndEchoesThem()
     const QString exported = dir.filePath(QStringLiteral("Synclog.txt"));
     QVERIFY(log.exportTo(exported));
     QFile file(exported);
-    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.open(QIODevice::ReadOnly | QIODevice::Text));
     QCOMPARE(QString::fromUtf8(file.readAll()), fresh.join(QLatin1Char('\n')) + QLatin1Char('\n'));
     QString error;
     QVERIFY(!log.exportTo(QStringLiteral("/nonexistent-folder/Synclog.txt"), &error));

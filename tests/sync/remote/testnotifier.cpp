@@ -229,7 +229,11 @@ void TestNotifier::notifyReachesOnlyTheSameUsersOtherComputers()
     const QList<Notifier::Client> others = clientsOf(a2.get(), 1);
     QCOMPARE(others.size(), 1);
     QCOMPARE(others.first().value(QStringLiteral("name")), QHostInfo::localHostName());
+#ifdef Q_OS_WIN
+    QCOMPARE(others.first().value(QStringLiteral("type")), QStringLiteral("Windows"));
+#else
     QCOMPARE(others.first().value(QStringLiteral("type")), QStringLiteral("Linux"));
+#endif
     const QDateTime registered =
         QDateTime::fromString(others.first().value(QStringLiteral("time")), Qt::ISODate);
     QVERIFY(qAbs(registered.secsTo(QDateTime::currentDateTime())) < 60);

@@ -1,0 +1,112 @@
+// A plain Win32 program for the end-to-end run under Wine: another application, as far as
+// Velmorin can tell.
+//   wintarget copy TEXT      puts TEXT on the clipboard and ends
+//   wintarget edit FILE      shows a window with a focused edit control and writes what it holds
+//                            to FILE whenever it changes
+#include <windows.h>
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+namespace {
+
+const wchar_t *outputFile = nullptr;
+HWND editControl = nullptr;
+
+int copy(const std::wstring &text)
+{
+    const size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
+    if (!memory)
+        return 1;
+    std::memcpy(GlobalLock(memory), text.c_str(), bytes);
+    GlobalUnlock(memory);
+    // Another clipboard user may hold it for a moment.
+    for (int attempt = 0; attempt < 50; ++attempt) {
+        if (OpenClipboard(nullptr)) {
+            EmptyClipboard();
+            const bool set = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
+            CloseClipboard();
+            return set ? 0 : 1;
+        }
+        Sleep(100);
+    }
+    GlobalFree(memory);
+    return 1;
+}
+
+void writeText(HWND edit)
+{
+    const int length = GetWindowTextLengthW(edit);
+    std::wstring text(length + 1, L'\0');
+    GetWindowTextW(edit, text.data(), length + 1);
+    text.resize(length);
+    const int size =
+        WideCharToMultiByte(CP_UTF8, 0, text.c_str(), length, nullptr, 0, nullptr, nullptr);
+    std::string utf8(size, '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.c_str(), length, utf8.data(), size, nullptr, nullptr);
+    if (FILE *file = _wfopen(outputFile, L"wb")) {
+        std::fwrite(utf8.data(), 1, utf8.size(), file);
+        std::fclose(file);
+    }
+}
+
+LRESULT CALLBACK windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_COMMAND:
+        if (HIWORD(wParam) == EN_CHANGE)
+            writeText(reinterpret_cast<HWND>(lParam));
+        return 0;
+    case WM_SETFOCUS:
+        // As editors do: the window's focus is its edit control's, also when activated again.
+        SetFocus(editControl);
+        return 0;
+    case WM_DESTROY:
+        PostQuitMessage(0);
+        return 0;
+    default:
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+}
+
+int edit(const wchar_t *file)
+{
+    outputFile = file;
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = windowProc;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.lpszClassName = L"VelmorinTestTarget";
+    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    RegisterClassW(&windowClass);
+    HWND window = CreateWindowExW(0, windowClass.lpszClassName, L"Win32 target",
+                                  WS_OVERLAPPEDWINDOW | WS_VISIBLE, 200, 200, 480, 240, nullptr,
+                                  nullptr, windowClass.hInstance, nullptr);
+    editControl = CreateWindowExW(WS_EX_CLIENTEDGE, L"EDIT", L"",
+                                  WS_CHILD | WS_VISIBLE | ES_MULTILINE | ES_AUTOVSCROLL, 10, 10,
+                                  440, 170, window, nullptr, windowClass.hInstance, nullptr);
+    if (!window || !editControl)
+        return 1;
+    SetForegroundWindow(window);
+    SetFocus(editControl);
+    writeText(editControl);
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    return 0;
+}
+
+} // namespace
+
+int wmain(int argc, wchar_t *argv[])
+{
+    if (argc == 3 && std::wstring(argv[1]) == L"copy")
+        return copy(argv[2]);
+    if (argc == 3 && std::wstring(argv[1]) == L"edit")
+        return edit(argv[2]);
+    std::fprintf(stderr, "usage: wintarget copy TEXT | wintarget edit FILE\n");
+    return 2;
+}
