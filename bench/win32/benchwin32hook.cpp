@@ -2,7 +2,7 @@
 // into the ring, timed per call, beside the floor of a hook that translates each key with the
 // system's calls alone (GetKeyboardState, ToUnicode, CallNextHookEx). Run under Wine its
 // figures are indicative only:
-//   wine build-win32/bench/win32/benchwin32hook.exe
+//   wine build-windows/app/benchwin32hook.exe
 #include "win32inputhooks.h"
 
 #include <algorithm>

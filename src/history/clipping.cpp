@@ -124,7 +124,7 @@ QStandardItem *newImageItem(const QUrl &source, const QImage &image, const QPixm
 
 QString imagesRoot()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QLatin1Char('/') +
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QDir::separator() +
            QStringLiteral("images");
 }
 

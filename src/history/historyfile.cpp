@@ -48,7 +48,7 @@ QString HistoryFile::path(const AppModes &modes)
     const QString chosen = Settings::historyFilePath();
     if (chosen.isEmpty()) {
         return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-               QLatin1Char('/') + fileName(modes);
+               QDir::separator() + fileName(modes);
     }
     if (!modes.perfTest && !modes.demo)
         return chosen;

@@ -93,7 +93,9 @@ private slots:
     void classification();
 
 private:
-    void setClipboard(QMimeData *data) { QGuiApplication::clipboard()->setMimeData(data); }
+    // Copies, and waits for the change to be told: X11 tells at once, Windows from the event
+    // loop.
+    static void setClipboard(QMimeData *data);
     // Changes reported so far, taken out of the spy.
     QList<Change> takeChanges();
 
@@ -102,6 +104,14 @@ private:
     ClipboardListener *m_listener = nullptr;
     std::unique_ptr<QSignalSpy> m_spy;
 };
+
+void TestClipboardCapture::setClipboard(QMimeData *data)
+{
+    QSignalSpy told(QGuiApplication::clipboard(), &QClipboard::dataChanged);
+    QGuiApplication::clipboard()->setMimeData(data);
+    if (told.isEmpty())
+        told.wait(5000);
+}
 
 void TestClipboardCapture::initTestCase()
 {
@@ -267,7 +277,9 @@ void TestClipboardCapture::programsOwnTransientTextIsPrivate()
         QVERIFY(ClipboardMarks::isPrivate(data));
     }
     QTest::ignoreMessage(QtDebugMsg, "Skipped clipboard content that its owner marked as private");
+    QSignalSpy told(QGuiApplication::clipboard(), &QClipboard::dataChanged);
     ClipboardOps::setClipboardText(QStringLiteral("expanded snippet"));
+    QTRY_VERIFY(!told.isEmpty());
     const QMimeData *now = QGuiApplication::clipboard()->mimeData();
     QVERIFY(!ClipboardMarks::owner(*now).isEmpty());
     QCOMPARE(now->text(), QStringLiteral("expanded snippet"));
