@@ -109,8 +109,10 @@ python3 - "$appdata/History.json" "$text" <<'EOF' || fail "History.json is not a
 import json, sys
 with open(sys.argv[1], encoding="utf-8") as file:
     history = json.load(file)
-texts = [clipping["text"] for clipping in history["clippings"]]
-assert sys.argv[2] in texts, texts
+copied = [c for c in history["clippings"] if c["text"] == sys.argv[2]]
+assert copied, history["clippings"]
+# Recorded with the program it was copied from, as the foreground process.
+assert copied[0]["application"] == "wintarget.exe", copied[0]["application"]
 EOF
 ls "$appdata"/*.tmp "$appdata"/*.new 2>/dev/null && fail "a half-written file was left"
 run_entry || fail "the program's own start dropped the Windows start entry"

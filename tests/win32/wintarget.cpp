@@ -1,6 +1,6 @@
 // A plain Win32 program for the end-to-end run under Wine: another application, as far as
 // Velmorin can tell.
-//   wintarget copy TEXT      puts TEXT on the clipboard and ends
+//   wintarget copy TEXT      puts TEXT on the clipboard from a window in the foreground, and ends
 //   wintarget edit FILE      shows a window with a focused edit control and writes what it holds
 //                            to FILE whenever it changes
 #include <windows.h>
@@ -14,8 +14,22 @@ namespace {
 const wchar_t *outputFile = nullptr;
 HWND editControl = nullptr;
 
+void pump(DWORD milliseconds)
+{
+    for (const DWORD end = GetTickCount() + milliseconds; GetTickCount() < end; Sleep(10)) {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageW(&message);
+    }
+}
+
 int copy(const std::wstring &text)
 {
+    // The copy comes from this program, so it is the foreground application while copying.
+    HWND window = CreateWindowExW(0, L"STATIC", L"Win32 source", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+                                  200, 500, 300, 100, nullptr, nullptr, nullptr, nullptr);
+    SetForegroundWindow(window);
+    pump(500);
     const size_t bytes = (text.size() + 1) * sizeof(wchar_t);
     HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
     if (!memory)
@@ -28,6 +42,7 @@ int copy(const std::wstring &text)
             EmptyClipboard();
             const bool set = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
             CloseClipboard();
+            pump(1000);
             return set ? 0 : 1;
         }
         Sleep(100);
