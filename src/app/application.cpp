@@ -25,8 +25,13 @@ Application::~Application()
 
 bool Application::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
 {
-    if (m_systemEvents->isPowerResumeMessage(eventType, message))
+    if (!m_systemEvents->isPowerResumeMessage(eventType, message))
+        return false;
+    // Windows hands one resume to each top-level window, and the filter sees a posted message
+    // twice (in the event loop, then in the window): one resume starts one sync.
+    if (!m_sinceResumeMessage.isValid() || m_sinceResumeMessage.elapsed() > 10000)
         onPowerResumed();
+    m_sinceResumeMessage.start();
     return false;
 }
 

@@ -4,6 +4,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QPointer>
 
 class ISystemEvents;
@@ -40,4 +41,5 @@ private:
     QPointer<MainWindow> m_mainWindow;
     QPointer<QWidget> m_secondaryWindow;
     ISystemEvents *m_systemEvents = nullptr;
+    QElapsedTimer m_sinceResumeMessage;
 };

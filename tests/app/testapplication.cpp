@@ -8,6 +8,14 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+
 // The application object as the program builds it: losing the focus to another application
 // hides the paste window unless it is pinned open.
 class TestApplication final : public QObject
@@ -15,17 +23,25 @@ class TestApplication final : public QObject
     Q_OBJECT
 
 private slots:
-    void foreignNativeMessagesAreNeverConsumed();
+    void aResumeIsToldOnceAndNoMessageIsConsumed();
     void resizeCursorFollowsTheMouseIntoChildren();
 };
 
-void TestApplication::foreignNativeMessagesAreNeverConsumed()
+void TestApplication::aResumeIsToldOnceAndNoMessageIsConsumed()
 {
     auto *app = qobject_cast<Application *>(QCoreApplication::instance());
     QSignalSpy resumed(app, &Application::powerResume);
     int fakeEvent = 0;
     QVERIFY(!app->nativeEventFilter("xcb_generic_event_t", &fakeEvent, nullptr));
     QCOMPARE(resumed.count(), 0);
+#ifdef Q_OS_WIN
+    // A resume as Windows announces it to the program's windows.
+    QWidget window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    PostMessageW(HWND(window.winId()), WM_POWERBROADCAST, PBT_APMRESUMEAUTOMATIC, 0);
+    QTRY_COMPARE(resumed.count(), 1);
+#endif
 }
 
 void TestApplication::resizeCursorFollowsTheMouseIntoChildren()
