@@ -2,8 +2,9 @@
 # The Windows program as a new user meets it, under Wine on a virtual X server with a tray: the
 # installer puts it in Program Files silently; it starts once, shows its icon in the tray,
 # records a text another Windows program copied, pastes it into a Win32 edit control through the
-# paste window on Ctrl+Shift+V, and quits from the tray menu, leaving its history where Windows
-# users find it; the uninstaller removes the program and leaves that history.
+# paste window on Ctrl+Shift+V, expands a snippet's keyword typed there, and quits from the tray
+# menu, leaving its history where Windows users find it; the uninstaller removes the program and
+# leaves that history.
 #   endtoend.sh SETUP_EXE WINTARGET_EXE WORK_FOLDER
 # Run it under scripts/xvfb-session.sh. The Wine prefix is WORK_FOLDER/prefix, made anew.
 set -u
@@ -47,7 +48,7 @@ has_window() { [ -n "$(window "$1")" ]; }
 tray_icon() { xdotool search --onlyvisible --classname explorer.exe | head -1; }
 has_tray_icon() { [ -n "$(tray_icon)" ]; }
 history_has() { grep -qF "$1" "$appdata/History.json"; }
-edit_has() { grep -qxF "$1" "$work/edit.txt"; }
+edit_has() { grep -qF "$1" "$work/edit.txt"; }
 run_entry() { wine reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Run' /v Velmorin >/dev/null 2>&1; }
 
 wine wineboot --init >/dev/null 2>&1
@@ -60,6 +61,16 @@ wine "$setup" /S /NOAUTOSTART || fail "the installer failed"
 run_entry && fail "starts with Windows although /NOAUTOSTART was given"
 wine "$setup" /S || fail "the installer failed over an installed copy"
 run_entry || fail "does not start with Windows"
+
+# A user who brought a snippet with a keyword along.
+mkdir -p "$appdata"
+cat >"$appdata/Snippets.json" <<'EOF'
+{"groups": [{"id": "{6a1f0c52-3b7e-4c1d-9a55-0e2b7d4c8f10}", "time": "2026-11-01T09:00:00",
+  "title": "Mine", "snippets": [{"id": "{6a1f0c52-3b7e-4c1d-9a55-0e2b7d4c8f11}",
+  "time": "2026-11-01T09:00:00", "title": "Signature", "text": "Kind regards, Ann",
+  "expander": "::sig", "hotkey": "", "hide": false}]}],
+ "magic": -18022399, "removedItems": {}, "version": 7}
+EOF
 
 echo "Start: the release notes greet a new user; Escape closes them"
 wine "$velmorin" >"$work/velmorin1.log" 2>&1 &
@@ -92,6 +103,11 @@ wait_for 30 "the paste window did not open" has_window "Velmorin"
 sleep 0.5
 xdotool key Return
 wait_for 30 "the text did not reach the edit control" edit_has "$text"
+
+echo "Keyword: ::sig typed there becomes the snippet"
+xdotool type --delay 80 " ::sig "
+wait_for 30 "the keyword was not expanded" grep -qF "Kind regards, Ann" "$work/edit.txt"
+grep -qF "::sig" "$work/edit.txt" && fail "the keyword was left in the text"
 import -window root "$work/pasted.png" 2>/dev/null
 
 echo "Quit from the tray menu"
@@ -114,6 +130,7 @@ assert copied, history["clippings"]
 # Recorded with the program it was copied from, as the foreground process.
 assert copied[0]["application"] == "wintarget.exe", copied[0]["application"]
 EOF
+[ -d "$appdata/crashes" ] || fail "no folder for crash reports"
 ls "$appdata"/*.tmp "$appdata"/*.new 2>/dev/null && fail "a half-written file was left"
 run_entry || fail "the program's own start dropped the Windows start entry"
 
