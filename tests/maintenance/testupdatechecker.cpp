@@ -45,7 +45,6 @@ QString TestUpdateChecker::tool(const QStringList &lines, int exitCode, bool toE
     QFile file(path);
     file.open(QIODevice::WriteOnly);
     file.write(script.toUtf8());
-    file.close();
     file.setPermissions(file.permissions() | QFileDevice::ExeOwner);
     return path;
 }

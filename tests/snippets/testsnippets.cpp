@@ -78,6 +78,14 @@ bool syncLogHas(const QString &line)
     return false;
 }
 
+// The whole file, or nothing when it cannot be read. It is closed again at once: Windows does not
+// replace a file that is open, as the next save would.
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 } // namespace
 
 class TestSnippets : public QObject
@@ -153,10 +161,6 @@ void TestSnippets::unreadableFileIsKeptAndNeverEmptied_data()
 void TestSnippets::unreadableFileIsKeptAndNeverEmptied()
 {
     QFETCH(QByteArray, bytes);
-    const auto readAll = [](const QString &path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    };
     const auto writeAll = [](const QString &path, const QByteArray &content) {
         QDir().mkpath(QFileInfo(path).path());
         QFile file(path);
@@ -365,14 +369,9 @@ void TestSnippets::editsAreTimedSavedTogetherAndBackedUp()
     SnippetItemModel reread(snippetPath());
     QCOMPARE(reread.load(false), SnippetItemModel::LoadResult::Loaded);
     QCOMPARE(titles(reread), (QStringList{"Group", "Group/B"}));
-    {
-        // Closed again before the next save: Windows does not replace a file that is open.
-        QFile backup(SnippetFile::backupFolder() + "/Snippets-2026-11-01.json");
-        QVERIFY(backup.open(QIODevice::ReadOnly));
-        QFile file(snippetPath());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(backup.readAll(), file.readAll());
-    }
+    const QByteArray written = readAll(snippetPath());
+    QVERIFY(!written.isEmpty());
+    QCOMPARE(readAll(SnippetFile::backupFolder() + "/Snippets-2026-11-01.json"), written);
 
     // Removing a group records it and its snippets, with the time.
     clock = kNoon.addSecs(90);

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QSysInfo>
 
 TestProfile::TestProfile()
 {
@@ -19,11 +20,9 @@ QString TestProfile::path(const QString &relative) const
 
 QString TestProfile::settingsFile() const
 {
-#ifdef Q_OS_WIN
-    return path(QStringLiteral("config/Velmorin/Velmorin.ini"));
-#else
-    return path(QStringLiteral("config/Velmorin/Velmorin.conf"));
-#endif
+    // On Windows the profile's settings are an INI file (see useInThisProcess()).
+    const bool windows = QSysInfo::productType() == QLatin1String("windows");
+    return path(QStringLiteral("config/Velmorin/Velmorin.") + (windows ? "ini" : "conf"));
 }
 
 QString TestProfile::debugLogFile() const

@@ -48,7 +48,8 @@ has_window() { [ -n "$(window "$1")" ]; }
 tray_icon() { xdotool search --onlyvisible --classname explorer.exe | head -1; }
 has_tray_icon() { [ -n "$(tray_icon)" ]; }
 history_has() { grep -qF "$1" "$appdata/History.json"; }
-edit_has() { grep -qF "$1" "$work/edit.txt"; }
+edit_text() { iconv -f UTF-16LE -t UTF-8 "$work/edit.txt"; }
+edit_has() { edit_text | grep -qF "$1"; }
 run_entry() { wine reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Run' /v Velmorin >/dev/null 2>&1; }
 
 wine wineboot --init >/dev/null 2>&1
@@ -106,8 +107,8 @@ wait_for 30 "the text did not reach the edit control" edit_has "$text"
 
 echo "Keyword: ::sig typed there becomes the snippet"
 xdotool type --delay 80 " ::sig "
-wait_for 30 "the keyword was not expanded" grep -qF "Kind regards, Ann" "$work/edit.txt"
-grep -qF "::sig" "$work/edit.txt" && fail "the keyword was left in the text"
+wait_for 30 "the keyword was not expanded" edit_has "Kind regards, Ann"
+edit_has "::sig" && fail "the keyword was left in the text"
 import -window root "$work/pasted.png" 2>/dev/null
 
 echo "Quit from the tray menu"

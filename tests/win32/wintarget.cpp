@@ -2,7 +2,7 @@
 // Velmorin can tell.
 //   wintarget copy TEXT      puts TEXT on the clipboard from a window in the foreground, and ends
 //   wintarget edit FILE      shows a window with a focused edit control and writes what it holds
-//                            to FILE whenever it changes
+//                            to FILE (UTF-16) whenever it changes
 #include <windows.h>
 
 #include <cstdio>
@@ -32,8 +32,6 @@ int copy(const std::wstring &text)
     pump(500);
     const size_t bytes = (text.size() + 1) * sizeof(wchar_t);
     HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
-    if (!memory)
-        return 1;
     std::memcpy(GlobalLock(memory), text.c_str(), bytes);
     GlobalUnlock(memory);
     // Another clipboard user may hold it for a moment.
@@ -47,22 +45,15 @@ int copy(const std::wstring &text)
         }
         Sleep(100);
     }
-    GlobalFree(memory);
     return 1;
 }
 
 void writeText(HWND edit)
 {
-    const int length = GetWindowTextLengthW(edit);
-    std::wstring text(length + 1, L'\0');
-    GetWindowTextW(edit, text.data(), length + 1);
-    text.resize(length);
-    const int size =
-        WideCharToMultiByte(CP_UTF8, 0, text.c_str(), length, nullptr, 0, nullptr, nullptr);
-    std::string utf8(size, '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.c_str(), length, utf8.data(), size, nullptr, nullptr);
+    std::wstring text(GetWindowTextLengthW(edit) + 1, L'\0');
+    text.resize(GetWindowTextW(edit, text.data(), int(text.size())));
     if (FILE *file = _wfopen(outputFile, L"wb")) {
-        std::fwrite(utf8.data(), 1, utf8.size(), file);
+        std::fwrite(text.data(), sizeof(wchar_t), text.size(), file);
         std::fclose(file);
     }
 }
@@ -101,8 +92,6 @@ int edit(const wchar_t *file)
     editControl = CreateWindowExW(WS_EX_CLIENTEDGE, L"EDIT", L"",
                                   WS_CHILD | WS_VISIBLE | ES_MULTILINE | ES_AUTOVSCROLL, 10, 10,
                                   440, 170, window, nullptr, windowClass.hInstance, nullptr);
-    if (!window || !editControl)
-        return 1;
     SetForegroundWindow(window);
     SetFocus(editControl);
     writeText(editControl);
