@@ -21,7 +21,7 @@ if(WIN32)
         add_custom_command(OUTPUT ${installer}
             COMMAND ${CMAKE_COMMAND} -E make_directory ${installer_dir}
             COMMAND ${CMAKE_STRIP} -o ${installer_dir}/velmorin.exe $<TARGET_FILE:velmorin>
-            COMMAND ${VELMORIN_MAKENSIS} -V2 -DVERSION=${PROJECT_VERSION}
+            COMMAND ${VELMORIN_MAKENSIS} -V2 -INPUTCHARSET UTF8 -DVERSION=${PROJECT_VERSION}
                 -DPROGRAM=${installer_dir}/velmorin.exe -DOUTFILE=${installer}
                 ${PROJECT_SOURCE_DIR}/data/windows/velmorin.nsi
             DEPENDS velmorin ${PROJECT_SOURCE_DIR}/data/windows/velmorin.nsi

@@ -79,24 +79,31 @@ void logBanner(const AppModes &modes)
              << "supported:" << QSslSocket::supportsSsl();
 }
 
-void installTranslators(QCoreApplication &app)
+// Installs the catalogues for the user's language and answers which were found. They are
+// logged once logging is set up: before that, a Windows program's messages go nowhere visible.
+QStringList installTranslators(QCoreApplication &app)
 {
-    // Qt's own buttons and dialogs (Cancel, Yes, the file dialog) come from Qt's catalogue.
+    // Qt's own buttons and dialogs (Cancel, Yes, the file dialog) come from Qt's catalogue: the
+    // system's on Linux, the one built into the program on Windows.
     const QList<QPair<QString, QString>> catalogues{
         {QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)},
+        {QStringLiteral("qtbase"), QStringLiteral(":/i18n")},
         {QStringLiteral("velmorin"), QStringLiteral(":/i18n")}};
     QStringList loaded;
+    QStringList names;
     for (const auto &[name, folder] : catalogues) {
+        if (names.contains(name))
+            continue;
         auto *translator = new QTranslator(&app);
         if (translator->load(QLocale(), name, QStringLiteral("_"), folder)) {
             QCoreApplication::installTranslator(translator);
+            names.append(name);
             loaded.append(QFileInfo(translator->filePath()).completeBaseName());
         } else {
             delete translator;
         }
     }
-    qDebug().noquote() << "Translations for" << QLocale().name() << "loaded:"
-                       << (loaded.isEmpty() ? QStringLiteral("none") : loaded.join(u", "));
+    return loaded;
 }
 
 void connectTrayIcon(TrayIcon &tray, MainWindow &mainWindow)
@@ -178,7 +185,7 @@ int main(int argc, char *argv[])
 
     Application app(argc, argv);
     QApplication::setStyle(QStringLiteral("Fusion"));
-    installTranslators(app);
+    const QStringList translations = installTranslators(app);
 
     QSettings settings;
     Settings::writeDefaults(settings);
@@ -189,6 +196,9 @@ int main(int argc, char *argv[])
     Settings::setRunOverrides(modes.settingsOverrides());
     setUpLogging(modes);
     logBanner(modes);
+    qDebug().noquote() << "Translations for" << QLocale().name() << "loaded:"
+                       << (translations.isEmpty() ? QStringLiteral("none")
+                                                  : translations.join(u", "));
 
     RunGuard guard(QStringLiteral("VelmorinRunGuard"));
     QObject::connect(&app, &Application::terminationRequested, &guard, &RunGuard::cancelWaiting);

@@ -3,8 +3,8 @@
 # installer puts it in Program Files silently; it starts once, shows its icon in the tray,
 # records a text another Windows program copied, pastes it into a Win32 edit control through the
 # paste window on Ctrl+Shift+V, expands a snippet's keyword typed there, and quits from the tray
-# menu, leaving its history where Windows users find it; the uninstaller removes the program and
-# leaves that history.
+# menu, leaving its history where Windows users find it; a German user gets German texts, Qt's
+# own too; the uninstaller removes the program and leaves that history.
 #   endtoend.sh SETUP_EXE WINTARGET_EXE WORK_FOLDER
 # Run it under scripts/xvfb-session.sh. The Wine prefix is WORK_FOLDER/prefix, made anew.
 set -u
@@ -51,6 +51,17 @@ history_has() { grep -qF "$1" "$appdata/History.json"; }
 edit_text() { iconv -f UTF-16LE -t UTF-8 "$work/edit.txt"; }
 edit_has() { edit_text | grep -qF "$1"; }
 run_entry() { wine reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Run' /v Velmorin >/dev/null 2>&1; }
+
+quit_from_tray() {
+    wait_for 30 "no icon in the tray" has_tray_icon
+    eval "$(xdotool getwindowgeometry --shell "$(tray_icon)")"
+    xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT / 2)) click 3
+    wait_for 30 "the tray menu did not open" has_window "Velmorin"
+    import -window root "$work/traymenu.png" 2>/dev/null
+    # Quit is the menu's last command.
+    xdotool key Up Return
+    wait_for 60 "the program did not quit" none_running
+}
 
 wine wineboot --init >/dev/null 2>&1
 wineserver -p
@@ -112,13 +123,7 @@ edit_has "::sig" && fail "the keyword was left in the text"
 import -window root "$work/pasted.png" 2>/dev/null
 
 echo "Quit from the tray menu"
-eval "$(xdotool getwindowgeometry --shell "$(tray_icon)")"
-xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT / 2)) click 3
-wait_for 30 "the tray menu did not open" has_window "Velmorin"
-import -window root "$work/traymenu.png" 2>/dev/null
-# Quit is the menu's last command.
-xdotool key Up Return
-wait_for 60 "the program did not quit" none_running
+quit_from_tray
 kill "$editor" 2>/dev/null
 
 echo "History.json as a Windows user finds it in %APPDATA%\\Velmorin\\Velmorin"
@@ -134,6 +139,12 @@ EOF
 [ -d "$appdata/crashes" ] || fail "no folder for crash reports"
 ls "$appdata"/*.tmp "$appdata"/*.new 2>/dev/null && fail "a half-written file was left"
 run_entry || fail "the program's own start dropped the Windows start entry"
+
+echo "A German user gets Qt's own buttons in German too, from the catalogue built in"
+LANG=de_DE.UTF-8 LC_ALL=de_DE.UTF-8 wine "$velmorin" >"$work/velmorin-de.log" 2>&1 &
+wait_for 60 "Qt's catalogue is not loaded in German" \
+    grep -q "loaded: qtbase_de, velmorin_de" "$work/velmorin-de.log"
+quit_from_tray
 
 echo "Uninstall silently: the program goes, the user's data stays"
 wine "$installed/uninstall.exe" /S || fail "the uninstaller failed"
