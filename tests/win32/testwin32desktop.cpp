@@ -1,4 +1,5 @@
 #include "check.h"
+#include "pump.h"
 #include "win32foreground.h"
 #include "win32hotkeys.h"
 #include "win32inputhooks.h"
@@ -17,20 +18,6 @@ std::vector<Win32InputRecord> records;
 void collect(const Win32InputRecord &record, void *)
 {
     records.push_back(record);
-}
-
-// Pumps messages for a while: the hooks and the message window run inside the pump.
-void pump(DWORD milliseconds)
-{
-    const DWORD end = GetTickCount() + milliseconds;
-    MSG msg;
-    while (GetTickCount() < end) {
-        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
-            TranslateMessage(&msg);
-            DispatchMessageW(&msg);
-        }
-        Sleep(5);
-    }
 }
 
 // Pumps until the expected number of events came, within a generous limit (a loaded machine

@@ -3,6 +3,8 @@
 //   wintarget copy TEXT      puts TEXT on the clipboard from a window in the foreground, and ends
 //   wintarget edit FILE      shows a window with a focused edit control and writes what it holds
 //                            to FILE (UTF-16) whenever it changes
+#include "pump.h"
+
 #include <windows.h>
 
 #include <cstdio>
@@ -13,15 +15,6 @@ namespace {
 
 const wchar_t *outputFile = nullptr;
 HWND editControl = nullptr;
-
-void pump(DWORD milliseconds)
-{
-    for (const DWORD end = GetTickCount() + milliseconds; GetTickCount() < end; Sleep(10)) {
-        MSG message;
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-            DispatchMessageW(&message);
-    }
-}
 
 int copy(const std::wstring &text)
 {
