@@ -10,6 +10,9 @@ endfunction()
 if(MINGW)
     # One file to ship: the compiler's runtime goes into each program, not beside it as DLLs.
     add_link_options(-static -static-libgcc -static-libstdc++)
+    # Every program gets the runtime fix for thread_local destructors (see the source).
+    add_library(velmorin_mingw_runtime OBJECT ${CMAKE_CURRENT_LIST_DIR}/mingw/threadlocalorder.cpp)
+    link_libraries($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:velmorin_mingw_runtime>)
 endif()
 
 if(CMAKE_CROSSCOMPILING AND WIN32)
