@@ -26,10 +26,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     SyncPayload::Result result;
     switch (data[0] % 3) {
     case 0:
-        SyncPayload::decodeModel(body, {key, key + 1}, &result);
+        SyncPayload::decodeModel(body, QString(), {key, key + 1}, &result);
         break;
     case 1:
-        SyncPayload::decodeFile(SyncPayload::EncryptedMarker + body, {key, 0}, &result);
+        SyncPayload::decodeFile(SyncPayload::EncryptedMarker + body, QString(), {key, 0}, &result);
         break;
     default: {
         Cipher cipher(key);

@@ -101,167 +101,167 @@
 <context>
     <name>ActionList</name>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="22"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="21"/>
         <source>To lowercase</source>
         <translation>In Kleinbuchstaben</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="23"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="22"/>
         <source>Changes every letter to lower case.</source>
         <translation>Wandelt jeden Buchstaben in einen Kleinbuchstaben um.</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="24"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="23"/>
         <source>To uppercase</source>
         <translation>In Großbuchstaben</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="25"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="24"/>
         <source>Changes every letter to upper case.</source>
         <translation>Wandelt jeden Buchstaben in einen Großbuchstaben um.</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="26"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="25"/>
         <source>JSON Pretty Print</source>
         <translation>JSON formatieren</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="27"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="26"/>
         <source>Formats JSON with an indent of two spaces.</source>
         <translation>Formatiert JSON mit einer Einrückung von zwei Leerzeichen.</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="28"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="27"/>
         <source>Stript HTML tags</source>
         <translation>HTML-Tags entfernen</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="29"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="28"/>
         <source>Removes HTML tags and keeps the text, with links written out.</source>
         <translation>Entfernt HTML-Tags und behält den Text, Links mit ausgeschriebenem Ziel.</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="31"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="30"/>
         <source>Current time</source>
         <translation>Aktuelle Uhrzeit</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="32"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="31"/>
         <source>The current date and time.</source>
         <translation>Das aktuelle Datum und die Uhrzeit.</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="33"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="32"/>
         <source>Generate password</source>
         <translation>Passwort erzeugen</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="34"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="33"/>
         <source>A random password of 16 letters, digits and punctuation.</source>
         <translation>Ein zufälliges Passwort aus 16 Buchstaben, Ziffern und Satzzeichen.</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="35"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="34"/>
         <source>Hex dump</source>
         <translation>Hex-Dump</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="36"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="35"/>
         <source>The text&apos;s UTF-8 bytes in hexadecimal.</source>
         <translation>Die UTF-8-Bytes des Textes in hexadezimaler Form.</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="37"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="36"/>
         <source>Date to Value</source>
         <translation>Datum in Zahlenwert</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="38"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="37"/>
         <source>Reads a date and gives its milliseconds since 1970-01-01 UTC.</source>
         <translation>Liest ein Datum und gibt seine Millisekunden seit 1970-01-01 UTC aus.</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="40"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="39"/>
         <source>Value to Date</source>
         <translation>Zahlenwert in Datum</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="41"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="40"/>
         <source>Reads milliseconds since 1970-01-01 UTC and gives the local date and time.</source>
         <translation>Liest Millisekunden seit 1970-01-01 UTC und gibt das lokale Datum mit Uhrzeit aus.</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="43"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="42"/>
         <source>Create GUID</source>
         <translation>GUID erzeugen</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="44"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="43"/>
         <source>A new random identifier (UUID version 4).</source>
         <translation>Eine neue zufällige Kennung (UUID Version 4).</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="45"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="44"/>
         <source>Word wrap</source>
         <translation>Zeilenumbruch</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="46"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="45"/>
         <source>Wraps lines at spaces so that none is longer than the length (80 when empty).</source>
         <translation>Bricht Zeilen an Leerzeichen um, sodass keine länger als die Länge ist (80, wenn leer).</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="49"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="48"/>
         <source>Split lines</source>
         <translation>Zeilen aufteilen</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="50"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="49"/>
         <source>Splits the text at the separator that gives the most pieces; each piece becomes a clipping of its own.</source>
         <translation>Teilt den Text am Trennzeichen, das die meisten Teile ergibt; jeder Teil wird ein eigener Eintrag.</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="164"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="163"/>
         <source>View</source>
         <translation>Ansehen</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="164"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="163"/>
         <source>Edit</source>
         <translation>Bearbeiten</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="166"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="165"/>
         <source>Set shortcut</source>
         <translation>Tastenkürzel festlegen</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="169"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="168"/>
         <source>Remove shortcut</source>
         <translation>Tastenkürzel entfernen</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="173"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="172"/>
         <source>Show in menu</source>
         <translation>Im Menü zeigen</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="173"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="172"/>
         <source>Hide from menu</source>
         <translation>Im Menü ausblenden</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="177"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="176"/>
         <source>Delete</source>
         <translation>Löschen</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="229"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="228"/>
         <source>Are you sure you want to delete the action &apos;%1&apos;?</source>
         <translation>Soll die Aktion &apos;%1&apos; wirklich gelöscht werden?</translation>
     </message>
     <message>
-        <location filename="../src/ui/actions/actionlist.cpp" line="236"/>
+        <location filename="../src/ui/actions/actionlist.cpp" line="235"/>
         <source>Failed to delete the file &apos;%1&apos;.</source>
         <translation>Die Datei &apos;%1&apos; konnte nicht gelöscht werden.</translation>
     </message>
@@ -617,12 +617,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>HistoryItemModel</name>
     <message>
-        <location filename="../src/history/historyitemmodel.cpp" line="725"/>
+        <location filename="../src/history/historyitemmodel.cpp" line="722"/>
         <source>Failed to parse the clippings file: </source>
         <translation>Die Verlaufsdatei konnte nicht gelesen werden: </translation>
     </message>
     <message numerus="yes">
-        <location filename="../src/history/historyitemmodel.cpp" line="728"/>
+        <location filename="../src/history/historyitemmodel.cpp" line="725"/>
         <source>%n clipping(s) in the clippings file could not be taken and were left out: larger than the size limit, or damaged.</source>
         <translation>
             <numerusform>%n Eintrag in der Datei konnte nicht übernommen werden und wurde ausgelassen: größer als die Größengrenze oder beschädigt.</numerusform>
@@ -630,7 +630,7 @@ Möchten Sie den Ordner öffnen?</translation>
         </translation>
     </message>
     <message>
-        <location filename="../src/history/historyitemmodel.cpp" line="769"/>
+        <location filename="../src/history/historyitemmodel.cpp" line="766"/>
         <source>Writing the clippings file failed: %1 (%2). The clippings are kept and saved as soon as writing works again.</source>
         <translation>Die Datei mit den Einträgen konnte nicht geschrieben werden: %1 (%2). Die Einträge bleiben erhalten und werden gespeichert, sobald das Schreiben wieder gelingt.</translation>
     </message>
@@ -756,64 +756,64 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>MainWindow</name>
     <message>
-        <location filename="../src/ui/mainwindow.cpp" line="86"/>
+        <location filename="../src/ui/mainwindow.cpp" line="82"/>
         <source>Velmorin</source>
         <translation>Velmorin</translation>
     </message>
     <message>
-        <location filename="../src/ui/mainwindow.cpp" line="137"/>
+        <location filename="../src/ui/mainwindow.cpp" line="133"/>
         <source>Select sync target folder</source>
         <translation>Ordner für die Synchronisation wählen</translation>
     </message>
     <message>
-        <location filename="../src/ui/mainwindow.cpp" line="147"/>
+        <location filename="../src/ui/mainwindow.cpp" line="143"/>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>
     <message>
-        <location filename="../src/ui/mainwindow.cpp" line="148"/>
+        <location filename="../src/ui/mainwindow.cpp" line="144"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/ui/mainwindow.cpp" line="151"/>
+        <location filename="../src/ui/mainwindow.cpp" line="147"/>
         <source>History (%1)</source>
         <translation>Verlauf (%1)</translation>
     </message>
     <message>
-        <location filename="../src/ui/mainwindow.cpp" line="152"/>
+        <location filename="../src/ui/mainwindow.cpp" line="148"/>
         <source>Snippets (%1)</source>
         <translation>Textbausteine (%1)</translation>
     </message>
     <message>
-        <location filename="../src/ui/mainwindow.cpp" line="161"/>
+        <location filename="../src/ui/mainwindow.cpp" line="157"/>
         <source>Settings</source>
         <translation>Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/ui/mainwindow.cpp" line="163"/>
+        <location filename="../src/ui/mainwindow.cpp" line="159"/>
         <source>Keep the window open</source>
         <translation>Fenster geöffnet lassen</translation>
     </message>
     <message>
-        <location filename="../src/ui/mainwindow.cpp" line="183"/>
+        <location filename="../src/ui/mainwindow.cpp" line="179"/>
         <source>Copied items appear here.</source>
         <translation>Kopierte Einträge erscheinen hier.</translation>
     </message>
     <message>
-        <location filename="../src/ui/mainwindow.cpp" line="401"/>
+        <location filename="../src/ui/mainwindow.cpp" line="397"/>
         <source>Current clipboard content is not text. Unable to run the action.</source>
         <translation>Die Zwischenablage enthält keinen Text. Die Aktion kann nicht ausgeführt werden.</translation>
     </message>
     <message>
-        <location filename="../src/ui/mainwindow.cpp" line="410"/>
+        <location filename="../src/ui/mainwindow.cpp" line="406"/>
         <source>Failed to run action &apos;%1&apos;
 %2</source>
         <translation>Die Aktion &apos;%1&apos; konnte nicht ausgeführt werden
 %2</translation>
     </message>
     <message>
-        <location filename="../src/ui/mainwindow.cpp" line="646"/>
+        <location filename="../src/ui/mainwindow.cpp" line="642"/>
         <source>Another program already uses %1, so Velmorin cannot use it. &lt;a href=&quot;shortcuts&quot;&gt;Choose another shortcut&lt;/a&gt;</source>
         <translation>Ein anderes Programm verwendet bereits %1, daher kann Velmorin dieses Tastenkürzel nicht nutzen. &lt;a href=&quot;shortcuts&quot;&gt;Anderes Tastenkürzel wählen&lt;/a&gt;</translation>
     </message>
@@ -867,7 +867,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>QObject</name>
     <message>
-        <location filename="../src/app/main.cpp" line="160"/>
+        <location filename="../src/app/main.cpp" line="162"/>
         <source>Velmorin is already running!</source>
         <translation>Velmorin läuft bereits!</translation>
     </message>
@@ -1010,27 +1010,27 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="72"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="76"/>
         <source>Write a debug log</source>
         <translation>Debug-Protokoll schreiben</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="73"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="77"/>
         <source>The debug log is written from the next start on.</source>
         <translation>Das Debug-Protokoll wird ab dem nächsten Start geschrieben.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="67"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="71"/>
         <source>Start with the system</source>
         <translation>Mit dem System starten</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="153"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="157"/>
         <source>Only expand keyword after space is pressed</source>
         <translation>Schlüsselwort erst nach einem Leerzeichen ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="114"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="118"/>
         <source>Open the paste window:</source>
         <translation>Einfügefenster öffnen:</translation>
     </message>
@@ -1045,201 +1045,201 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Synchronisation</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="68"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="72"/>
         <source>Open the paste window at the mouse</source>
         <translation>Einfügefenster an der Maus öffnen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="69"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="73"/>
         <source>Paste as plain text by default</source>
         <translation>Standardmäßig als reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="71"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="75"/>
         <source>Send crash reports</source>
         <translation>Absturzberichte senden</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="76"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="80"/>
         <source>Light</source>
         <translation>Hell</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="77"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="81"/>
         <source>Dark</source>
         <translation>Dunkel</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="78"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="82"/>
         <source>Follow the system</source>
         <translation>Wie das System</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="81"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="85"/>
         <source>Theme:</source>
         <translation>Erscheinungsbild:</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="90"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="94"/>
         <source>This build has no address to send crash reports to; they stay on this computer.</source>
         <translation>Diese Ausgabe hat keine Adresse für Absturzberichte; sie bleiben auf diesem Computer.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="110"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="114"/>
         <source>Open the paste window</source>
         <translation>Einfügefenster öffnen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="111"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="115"/>
         <source>Paste as plain text</source>
         <translation>Als reinen Text einfügen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="112"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="116"/>
         <source>Paste the next item</source>
         <translation>Nächsten Eintrag einfügen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="116"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="120"/>
         <source>Paste as plain text:</source>
         <translation>Als reinen Text einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="118"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="122"/>
         <source>Paste the next item:</source>
         <translation>Nächsten Eintrag einfügen:</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="134"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="138"/>
         <source>Browse...</source>
         <translation>Durchsuchen...</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="137"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="141"/>
         <source>JSON files (*.json)</source>
         <translation>JSON-Dateien (*.json)</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="155"/>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="157"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="159"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="161"/>
         <source>Snippet file</source>
         <translation>Textbaustein-Datei</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="157"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="161"/>
         <source>Snippet file:</source>
         <translation>Textbaustein-Datei:</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="158"/>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="225"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="162"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="229"/>
         <source>A new file place applies from the next start.</source>
         <translation>Ein neuer Speicherort gilt ab dem nächsten Start.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="173"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="177"/>
         <source>Export snippets...</source>
         <translation>Textbausteine exportieren...</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="175"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="179"/>
         <source>Import snippets...</source>
         <translation>Textbausteine importieren...</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="193"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="197"/>
         <source>Save snippets</source>
         <translation>Textbausteine speichern</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="194"/>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="204"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="198"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="208"/>
         <source>JSON files (*.json);;All files (*.*);</source>
         <translation>JSON-Dateien (*.json);;Alle Dateien (*.*);</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="197"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="201"/>
         <source>Writing the snippets file failed: </source>
         <translation>Die Textbausteindatei konnte nicht geschrieben werden: </translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="203"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="207"/>
         <source>Load snippets</source>
         <translation>Textbausteine laden</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="207"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="211"/>
         <source>Failed to parse the snippets file: </source>
         <translation>Die Textbausteindatei konnte nicht gelesen werden: </translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="218"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="222"/>
         <source> characters</source>
         <translation> Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="221"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="225"/>
         <source> × 1024 characters</source>
         <translation> × 1024 Zeichen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="222"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="226"/>
         <source>Keep copied images</source>
         <translation>Kopierte Bilder behalten</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="70"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="74"/>
         <source>Clear the history on quit (locked items stay)</source>
         <translation>Verlauf beim Beenden leeren (gesperrte Elemente bleiben)</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="120"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="124"/>
         <source>Snippets and actions get their own shortcuts on their pages. Linux terminals keep Ctrl+Shift+V for their own paste: to open the paste window there, choose other keys.</source>
         <translation>Textbausteine und Aktionen erhalten ihre eigenen Tastenkürzel auf ihren Seiten. Linux-Terminals behalten Strg+Umschalt+V für ihr eigenes Einfügen: Um das Einfügefenster dort zu öffnen, wählen Sie andere Tasten.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="224"/>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="233"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="228"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="237"/>
         <source>History file</source>
         <translation>Verlaufsdatei</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="229"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="233"/>
         <source>Clippings to keep:</source>
         <translation>Anzahl der Einträge:</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="230"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="234"/>
         <source>Ignore texts shorter than:</source>
         <translation>Texte ignorieren, kürzer als:</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="231"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="235"/>
         <source>Ignore texts longer than:</source>
         <translation>Texte ignorieren, länger als:</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="233"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="237"/>
         <source>History file:</source>
         <translation>Verlaufsdatei:</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="243"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="247"/>
         <source>Applications appear here once you copy something in them. Right-click one to change how its copies are treated and which keys paste into it.</source>
         <translation>Anwendungen erscheinen hier, sobald Sie in ihnen etwas kopieren. Klicken Sie mit der rechten Maustaste auf eine, um festzulegen, wie ihre Kopien behandelt werden und mit welchen Tasten in sie eingefügt wird.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="249"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="253"/>
         <source>Rules</source>
         <translation>Regeln</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="264"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="268"/>
         <source>Actions change a clipping&apos;s text with a small script. Run them from a clipping&apos;s menu or give them a shortcut. Changes here apply at once.</source>
         <translation>Aktionen ändern den Text eines Eintrags mit einem kleinen Skript. Führen Sie sie aus dem Menü eines Eintrags aus oder geben Sie ihnen ein Tastenkürzel. Änderungen hier gelten sofort.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/settingsdialog.cpp" line="271"/>
+        <location filename="../src/ui/settings/settingsdialog.cpp" line="275"/>
         <source>New action</source>
         <translation>Neue Aktion</translation>
     </message>
@@ -1601,30 +1601,69 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>Sync</name>
     <message>
+        <location filename="../src/sync/sync.cpp" line="123"/>
         <location filename="../src/sync/sync.cpp" line="131"/>
-        <location filename="../src/sync/sync.cpp" line="139"/>
-        <location filename="../src/sync/sync.cpp" line="146"/>
-        <location filename="../src/sync/sync.cpp" line="151"/>
-        <location filename="../src/sync/sync.cpp" line="519"/>
-        <location filename="../src/sync/sync.cpp" line="577"/>
+        <location filename="../src/sync/sync.cpp" line="138"/>
+        <location filename="../src/sync/sync.cpp" line="143"/>
+        <location filename="../src/sync/sync.cpp" line="545"/>
+        <location filename="../src/sync/sync.cpp" line="602"/>
         <source>Synchronization failed.</source>
         <translation>Synchronisation fehlgeschlagen.</translation>
     </message>
     <message>
-        <location filename="../src/sync/sync.cpp" line="342"/>
+        <location filename="../src/sync/sync.cpp" line="321"/>
         <source>Synchronizing...</source>
         <translation>Wird synchronisiert...</translation>
     </message>
     <message>
-        <location filename="../src/sync/sync.cpp" line="406"/>
+        <location filename="../src/sync/sync.cpp" line="432"/>
         <source>Synchronization successful.</source>
         <translation>Synchronisation erfolgreich.</translation>
     </message>
     <message>
-        <location filename="../src/sync/sync.cpp" line="822"/>
-        <location filename="../src/sync/sync.cpp" line="841"/>
+        <location filename="../src/sync/sync.cpp" line="866"/>
+        <source>%1 was changed or damaged online; it is not used.</source>
+        <translation>%1 wurde online verändert oder beschädigt und wird nicht verwendet.</translation>
+    </message>
+    <message>
+        <location filename="../src/sync/sync.cpp" line="869"/>
+        <source>The files online use strong encryption: switch it on in the sync settings.</source>
+        <translation>Die Dateien online sind stark verschlüsselt: Schalten Sie die starke Verschlüsselung in den Synchronisationseinstellungen ein.</translation>
+    </message>
+    <message>
+        <location filename="../src/sync/sync.cpp" line="872"/>
+        <source>%1 is not sealed: another computer syncs without strong encryption.</source>
+        <translation>%1 ist nicht versiegelt: Ein anderer Computer synchronisiert ohne starke Verschlüsselung.</translation>
+    </message>
+    <message>
+        <location filename="../src/sync/sync.cpp" line="875"/>
+        <location filename="../src/sync/sync.cpp" line="884"/>
         <source>Decryption failed.</source>
         <translation>Entschlüsselung fehlgeschlagen.</translation>
+    </message>
+</context>
+<context>
+    <name>SyncEncryption</name>
+    <message>
+        <location filename="../src/sync/syncencryption.cpp" line="26"/>
+        <source>Strong encryption needs a pass phrase.</source>
+        <translation>Die starke Verschlüsselung braucht eine Passphrase.</translation>
+    </message>
+    <message>
+        <location filename="../src/sync/syncencryption.cpp" line="32"/>
+        <location filename="../src/sync/syncencryption.cpp" line="64"/>
+        <source>The encryption key could not be made.</source>
+        <translation>Der Schlüssel konnte nicht erzeugt werden.</translation>
+    </message>
+    <message>
+        <location filename="../src/sync/syncencryption.cpp" line="43"/>
+        <source>The encryption header online cannot be read.</source>
+        <translation>Die Verschlüsselungsangaben online sind nicht lesbar.</translation>
+    </message>
+    <message>
+        <location filename="../src/sync/syncencryption.cpp" line="54"/>
+        <source>Wrong pass phrase: it does not open what the other computers sealed.</source>
+        <translation>Falsche Passphrase: Sie öffnet nicht, was die anderen Computer versiegelt haben.</translation>
     </message>
 </context>
 <context>
@@ -1723,7 +1762,7 @@ Möchten Sie den Ordner öffnen?</translation>
     </message>
     <message>
         <location filename="../src/ui/settings/syncsettingspage.cpp" line="132"/>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="303"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="321"/>
         <source>Please choose the sync folder.</source>
         <translation>Bitte wählen Sie den Synchronisationsordner.</translation>
     </message>
@@ -1758,117 +1797,132 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Daten mit einer Passphrase verschlüsseln</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="152"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="153"/>
         <source>Pass phrase</source>
         <translation>Passphrase</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="153"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="154"/>
         <source>The same pass phrase on every computer</source>
         <translation>Dieselbe Passphrase auf jedem Computer</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="157"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="155"/>
+        <source>Strong encryption</source>
+        <translation>Starke Verschlüsselung</translation>
+    </message>
+    <message>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="158"/>
+        <source>A key derived from the pass phrase with Argon2id seals every file with XChaCha20-Poly1305, so that changed files are refused, and file names no longer show which contents are equal. Older versions of Velmorin cannot read these files.</source>
+        <translation>Ein mit Argon2id aus der Passphrase abgeleiteter Schlüssel versiegelt jede Datei mit XChaCha20-Poly1305: Veränderte Dateien werden abgewiesen, und die Dateinamen zeigen nicht mehr, welche Inhalte gleich sind. Ältere Versionen von Velmorin können diese Dateien nicht lesen.</translation>
+    </message>
+    <message>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="165"/>
         <source>Pass phrase:</source>
         <translation>Passphrase:</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="163"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="168"/>
+        <source>Switch strong encryption on or off on every computer that syncs.</source>
+        <translation>Schalten Sie die starke Verschlüsselung auf jedem Computer ein oder aus, der synchronisiert.</translation>
+    </message>
+    <message>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="175"/>
         <source>Status:</source>
         <translation>Status:</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="164"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="176"/>
         <source>Last success</source>
         <translation>Zuletzt erfolgreich</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="167"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="179"/>
         <source>Your other computers</source>
         <translation>Ihre anderen Computer</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="173"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="185"/>
         <source>Refresh</source>
         <translation>Aktualisieren</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="180"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="192"/>
         <source>Show sync log...</source>
         <translation>Synchronisationsprotokoll anzeigen...</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="181"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="193"/>
         <source>Stop synchronizing the data</source>
         <translation>Synchronisation beenden</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="205"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="217"/>
         <source>Full Sync</source>
         <translation>Vollständig synchronisieren</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="206"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="218"/>
         <source>Upload</source>
         <translation>Hochladen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="207"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="219"/>
         <source>Download</source>
         <translation>Herunterladen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="211"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="223"/>
         <source>Write the content of this computer over the online content</source>
         <translation>Den Inhalt dieses Computers über den Online-Inhalt schreiben</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="212"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="224"/>
         <source>Replace the content of this computer by the online content</source>
         <translation>Den Inhalt dieses Computers durch den Online-Inhalt ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="276"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="294"/>
         <source>All your local content will be overwritten with the remote data. Are you sure you want to continue?</source>
         <translation>Ihr gesamter lokaler Inhalt wird mit den entfernten Daten überschrieben. Wirklich fortfahren?</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="279"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="297"/>
         <source>The remote data will be overwritten with your local content. Are you sure you want to continue?</source>
         <translation>Die entfernten Daten werden mit Ihrem lokalen Inhalt überschrieben. Wirklich fortfahren?</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="301"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="319"/>
         <source>Please authorize Velmorin to access your Google Drive on the browser.</source>
         <translation>Bitte erlauben Sie Velmorin im Browser den Zugriff auf Ihr Google Drive.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="329"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="347"/>
         <source>Synchronizing with %1</source>
         <translation>Synchronisiert mit: %1</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="368"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="386"/>
         <source>Not synchronized</source>
         <translation>Nicht synchronisiert</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="387"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="405"/>
         <source>Changes from other computers are picked up as they arrive in the folder.</source>
         <translation>Änderungen anderer Computer werden übernommen, sobald sie im Ordner ankommen.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="390"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="408"/>
         <source>Connected to the notification server.</source>
         <translation>Mit dem Benachrichtigungsserver verbunden.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="392"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="410"/>
         <source>Failed to connect to the notification server.</source>
         <translation>Verbindung zum Benachrichtigungsserver fehlgeschlagen.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="394"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="412"/>
         <source>No connection to the notification server.</source>
         <translation>Keine Verbindung zum Benachrichtigungsserver.</translation>
     </message>

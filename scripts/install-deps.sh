@@ -10,6 +10,8 @@ packages=(
     qt6-websockets-dev qt6-declarative-dev qt6-svg-dev libqt6svg6
     qt6-httpserver-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
     libqscintilla2-qt6-dev libgl-dev
+    # strong sync encryption
+    libsodium-dev
     libx11-dev libx11-xcb-dev libxcb1-dev libxfixes-dev libxi-dev libxtst-dev libxres-dev
     libxkbcommon-dev libxkbcommon-x11-dev
     x11-xkb-utils
@@ -22,6 +24,8 @@ packages=(
     # the Windows build: cross compiler, Wine to run its tests, NSIS for its installer, and
     # what the end-to-end run under Wine uses to look (screenshots of failures) and check
     g++-mingw-w64-x86-64-posix wine wine64 nsis imagemagick procps python3
+    # libsodium for Windows, built from Debian's source package
+    autoconf automake libtool
     # the package and its metadata checks
     dpkg-dev appstream desktop-file-utils file
     # reading text in image clippings

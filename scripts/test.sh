@@ -27,8 +27,10 @@ if [ ! -f "$winbuild/qt6-mingw/lib/cmake/Qt6/qt.toolchain.cmake" ]; then
     tar -xJf "$windows_qt" -C "$winbuild"
 fi
 winqt="$PWD/$winbuild/qt6-mingw"
+scripts/build-windows-sodium.sh "$winqt" "$PWD/$winbuild/libsodium-src"
 cmake -S . -B "$winbuild/app" -G Ninja -DCMAKE_BUILD_TYPE=Release -DVELMORIN_BUILD_BENCH=OFF \
     -DCMAKE_TOOLCHAIN_FILE="$winqt/lib/cmake/Qt6/qt.toolchain.cmake" -DQSCINTILLA_ROOT="$winqt" \
+    -DSODIUM_ROOT="$winqt" \
     -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake
 cmake --build "$winbuild/app"
 export WINEPREFIX="$PWD/$winbuild/app/wineprefix" WINEDEBUG=-all

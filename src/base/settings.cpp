@@ -59,6 +59,7 @@ QList<QPair<QString, QVariant>> Settings::firstRunDefaults()
         {SyncSnippets, true},
         {SyncActions, true},
         {EncryptData, false},
+        {StrongEncryption, false},
         {Passphrase, none},
         {PreviousPassphrase, none},
         {SyncFolder,

@@ -40,6 +40,8 @@ inline constexpr char SyncHistory[] = "SyncHistory";
 inline constexpr char SyncSnippets[] = "SyncSnippets";
 inline constexpr char SyncActions[] = "SyncActions";
 inline constexpr char EncryptData[] = "EncryptData";
+// Sealing with a key derived from the pass phrase instead of the compatible cipher.
+inline constexpr char StrongEncryption[] = "StrongEncryption";
 inline constexpr char Passphrase[] = "Passphrase";
 inline constexpr char PreviousPassphrase[] = "PreviousPassphrase";
 inline constexpr char SyncFolder[] = "SyncFolder";

@@ -85,7 +85,7 @@ Sync::Sync(QObject *parent)
     m_reactTimer->setInterval(1000);
     connect(m_reactTimer, &QTimer::timeout, this, [this] { setNotifierReacts(true); });
     connectTarget(m_none);
-    m_settings = storedSettings();
+    setSettings(storedSettings());
 }
 
 Sync::~Sync() = default;
@@ -155,37 +155,22 @@ QVariantMap Sync::storedSettings()
     QVariantMap values;
     for (const char *key :
          {SettingsKey::SyncHistory, SettingsKey::SyncSnippets, SettingsKey::SyncActions,
-          SettingsKey::EncryptData, SettingsKey::SyncFolder})
+          SettingsKey::EncryptData, SettingsKey::StrongEncryption, SettingsKey::SyncFolder})
         values.insert(QLatin1String(key), Settings::value(QLatin1String(key)));
     for (const char *key : {SettingsKey::Passphrase, SettingsKey::PreviousPassphrase})
         values.insert(QLatin1String(key), Settings::secret(key));
     return values;
 }
 
+void Sync::setSettings(const QVariantMap &values)
+{
+    m_settings = values;
+    m_encryption.configure(values);
+}
+
 bool Sync::setting(const char *key) const
 {
     return m_settings.value(QLatin1String(key)).toBool();
-}
-
-SyncPayload::Keys Sync::keys() const
-{
-    const auto keyOf = [this](const char *name) {
-        const QString text = m_settings.value(QLatin1String(name)).toString();
-        return text.isEmpty() ? quint64(0) : Cipher::keyFromText(text);
-    };
-    return {keyOf(SettingsKey::Passphrase), keyOf(SettingsKey::PreviousPassphrase)};
-}
-
-std::unique_ptr<Cipher> Sync::uploadCipher() const
-{
-    if (!setting(SettingsKey::EncryptData))
-        return nullptr;
-    const quint64 key = keys().current;
-    if (!key) {
-        qWarning() << "Encryption is on but no pass phrase is set; uploading unencrypted";
-        return nullptr;
-    }
-    return std::make_unique<Cipher>(key);
 }
 
 ISyncTarget *Sync::activeTarget() const
@@ -330,6 +315,8 @@ void Sync::handleQueue()
     }
     if (m_queue.isEmpty()) {
         endRun(true);
+    } else if (!m_encryptionReady) {
+        prepareEncryption();
     } else {
         emit syncStatus(SyncStatus::Running, tr("Synchronizing..."));
         const SyncEntry entry = m_queue.takeFirst();
@@ -378,6 +365,10 @@ void Sync::dispatch(SyncEntry entry)
         // older one would pass for the newest.
         log(QStringLiteral("Sync: Resync skipped for ") + entry.file +
             QStringLiteral(": a newer version is online"));
+        if (isRenaming()) {
+            deleteFile(entry);
+            return;
+        }
         break;
     default:
         log(QStringLiteral("Unknown operation %1").arg(entry.operation));
@@ -386,10 +377,53 @@ void Sync::dispatch(SyncEntry entry)
     handleQueue();
 }
 
+void Sync::prepareEncryption()
+{
+    takeEncryptionStep(
+        m_encryption.begin(m_online.contains(EncryptionHeader::FileName), isReencoding()));
+}
+
+bool Sync::isRenaming() const
+{
+    // Strong encryption going on or off renames the model files; the versions before the
+    // newest would keep the old names and form, which show which contents are equal.
+    return m_encryption.isStrong() || m_online.contains(EncryptionHeader::FileName);
+}
+
+bool Sync::isReencoding() const
+{
+    return std::any_of(m_queue.cbegin(), m_queue.cend(), [](const SyncEntry &entry) {
+        return entry.operation == ResyncAll || entry.operation == ResyncDownload;
+    });
+}
+
+void Sync::takeEncryptionStep(SyncEncryption::Step step)
+{
+    const SyncEntry header = entryFor(SyncFile, EncryptionHeader::FileName);
+    switch (step) {
+    case SyncEncryption::Step::Ready:
+        m_encryptionReady = true;
+        handleQueue();
+        return;
+    case SyncEncryption::Step::DownloadHeader:
+        startDownload(HeaderDownload, header);
+        return;
+    case SyncEncryption::Step::UploadHeader:
+        log(QStringLiteral("Sync: Writing the encryption header"));
+        startUpload(HeaderUpload, header, m_encryption.headerToUpload());
+        return;
+    case SyncEncryption::Step::Failed:
+        log(QStringLiteral("Sync: ") + m_encryption.failure());
+        fail(m_encryption.failure());
+        return;
+    }
+}
+
 void Sync::endRun(bool success, const QString &failure)
 {
     m_online.clear();
     m_listRequested = false;
+    m_encryptionReady = false;
     if (success) {
         m_queueTimer->stop();
         QTimer::singleShot(0, this, [this] {
@@ -475,7 +509,7 @@ void Sync::syncFile(const SyncEntry &entry)
         mergeAndUpload(entry, QByteArray());
         return;
     }
-    const QString localHash = entry.merge->hash();
+    const QString localHash = m_encryption.nameHash(entry.merge->hash());
     QString onlineHash;
     SyncPayload::parseModelFileName(online, nullptr, &onlineHash);
     if (entry.direction != SyncDirection::FromServer && localHash == onlineHash) {
@@ -513,7 +547,7 @@ void Sync::mergeAndUpload(const SyncEntry &entry, const QByteArray &downloaded)
     }
     log(QStringLiteral("Sync: Merge succeeded for ") + entry.file);
     const QString mergedHash = ISyncMerge::contentHash(merged);
-    const QString name = SyncPayload::modelFileName(entry.file, mergedHash);
+    const QString name = SyncPayload::modelFileName(entry.file, m_encryption.nameHash(mergedHash));
     const QString lastSynced = m_syncedHashes.value(entry.merge);
     m_syncedHashes.insert(entry.merge, mergedHash);
     // Nothing goes up when the online copy holds exactly the merged content, or when it brought
@@ -529,10 +563,9 @@ void Sync::mergeAndUpload(const SyncEntry &entry, const QByteArray &downloaded)
         return;
     }
     entry.merge->lastDownloadId = name;
-    const std::unique_ptr<Cipher> cipher = uploadCipher();
     SyncEntry upload = entry;
     upload.file = name;
-    startUpload(ModelUpload, upload, SyncPayload::encodeModel(merged, cipher.get()));
+    startUpload(ModelUpload, upload, m_encryption.encodeModel(merged, name));
 }
 
 void Sync::finishModelSync(const SyncEntry &entry)
@@ -569,8 +602,7 @@ void Sync::uploadFile(const SyncEntry &entry, const QString &path)
         fail(tr("Synchronization failed."));
         return;
     }
-    const std::unique_ptr<Cipher> cipher = uploadCipher();
-    startUpload(FileUpload, entry, SyncPayload::encodeFile(file.readAll(), cipher.get()));
+    startUpload(FileUpload, entry, m_encryption.encodeFile(file.readAll(), entry.file));
 }
 
 void Sync::deleteFile(const SyncEntry &entry)
@@ -702,10 +734,15 @@ void Sync::resyncAll()
 {
     // Only the newest version of each model file: rewriting an older one would make it the
     // newest by its time, and every computer would go back to it.
-    const auto queueVersions = [this](const QString &localName) {
+    const bool renaming = isRenaming();
+    const auto queueVersions = [this, renaming](const QString &localName) {
         const QString newest = newestOnlineFile(localName);
         if (!newest.isEmpty())
             enqueue(entryFor(ResyncDownload, newest));
+        for (const OnlineFile &version : onlineVersions(localName)) {
+            if (renaming && version.name != newest)
+                enqueue(entryFor(DeleteFile, version.name));
+        }
     };
     if (setting(SettingsKey::SyncHistory))
         queueVersions(HistoryFile);
@@ -716,6 +753,9 @@ void Sync::resyncAll()
             (file.name.startsWith(ActionPrefix) && setting(SettingsKey::SyncActions)))
             enqueue(entryFor(ResyncDownload, file.name));
     }
+    // Switched off: once everything is re-encoded, nothing online is sealed any more.
+    if (!m_encryption.isStrong() && m_online.contains(EncryptionHeader::FileName))
+        enqueue(entryFor(DeleteFile, EncryptionHeader::FileName));
 }
 
 void Sync::initialized(bool success)
@@ -755,6 +795,9 @@ void Sync::onDownloaded(int kind, const SyncEntry &entry, const QByteArray &byte
     case Resync:
         resyncUpload(entry, bytes);
         return;
+    case HeaderDownload:
+        takeEncryptionStep(m_encryption.headerArrived(bytes));
+        return;
     default:
         log(QStringLiteral("Unknown download callback"));
         handleQueue();
@@ -764,8 +807,17 @@ void Sync::onDownloaded(int kind, const SyncEntry &entry, const QByteArray &byte
 void Sync::onModelDownloaded(const SyncEntry &entry, const QByteArray &body)
 {
     SyncPayload::Result result;
-    const QByteArray document = SyncPayload::decodeModel(body, keys(), &result);
+    const QByteArray document =
+        SyncPayload::decodeModel(body, entry.onlineName, m_encryption.keys(false), &result);
     switch (result) {
+    case SyncPayload::Result::Tampered:
+        // Refused, and passed over from now on: the next run goes on with the versions before.
+        m_unreadable.insert(entry.onlineName);
+        [[fallthrough]];
+    case SyncPayload::Result::SealedWithoutKey:
+    case SyncPayload::Result::NotSealed:
+        failDecoding(result, entry.onlineName);
+        return;
     case SyncPayload::Result::Ok:
         // Only a version that decrypted tells that the pass phrase is right. Newer encrypted
         // versions above a plain one may carry a pass phrase this computer does not have.
@@ -807,6 +859,24 @@ void Sync::tryVersionBefore(const SyncEntry &entry)
     }
 }
 
+void Sync::failDecoding(SyncPayload::Result result, const QString &name)
+{
+    switch (result) {
+    case SyncPayload::Result::Tampered:
+        fail(tr("%1 was changed or damaged online; it is not used.").arg(name));
+        return;
+    case SyncPayload::Result::SealedWithoutKey:
+        fail(tr("The files online use strong encryption: switch it on in the sync settings."));
+        return;
+    case SyncPayload::Result::NotSealed:
+        fail(tr("%1 is not sealed: another computer syncs without strong encryption.").arg(name));
+        return;
+    default:
+        fail(tr("Decryption failed."));
+        return;
+    }
+}
+
 void Sync::failDecryption(const QString &file)
 {
     log(QStringLiteral("Sync: No online version of ") + file +
@@ -828,9 +898,10 @@ void Sync::passOverDamagedVersions()
 void Sync::receiveFile(int kind, const SyncEntry &entry, const QByteArray &body)
 {
     SyncPayload::Result result;
-    const QByteArray bytes = SyncPayload::decodeFile(body, keys(), &result);
+    const QByteArray bytes =
+        SyncPayload::decodeFile(body, entry.onlineName, m_encryption.keys(false), &result);
     if (result != SyncPayload::Result::Ok) {
-        fail(tr("Decryption failed."));
+        failDecoding(result, entry.onlineName);
         return;
     }
     const QStringList parts = SyncPayload::downloadParts(entry.onlineName);
@@ -860,20 +931,27 @@ void Sync::resyncUpload(const SyncEntry &entry, const QByteArray &body)
     log(QStringLiteral("Sync: Resync download finished for ") + name);
     const bool model = !name.startsWith(ActionPrefix) && !name.startsWith(ImagePrefix);
     SyncPayload::Result result;
-    const QByteArray plain = model ? SyncPayload::decodeModel(body, keys(), &result)
-                                   : SyncPayload::decodeFile(body, keys(), &result);
+    const SyncPayload::Keys keys = m_encryption.keys(true);
+    const QByteArray plain = model ? SyncPayload::decodeModel(body, name, keys, &result)
+                                   : SyncPayload::decodeFile(body, name, keys, &result);
     if (result != SyncPayload::Result::Ok) {
         // Left as it is: unreadable with either pass phrase, it would only get worse.
         log(QStringLiteral("Sync: Resync skipped for ") + name);
         handleQueue();
         return;
     }
-    const std::unique_ptr<Cipher> cipher = uploadCipher();
     SyncEntry upload = entry;
     upload.file = name;
+    if (model) {
+        // The name's hash changes with strong encryption going on or off.
+        upload.file = SyncPayload::modelFileName(
+            localModelName(name), m_encryption.nameHash(ISyncMerge::contentHash(plain)));
+        if (upload.file != name)
+            enqueue(entryFor(DeleteFile, name));
+    }
     startUpload(ResyncUpload, upload,
-                model ? SyncPayload::encodeModel(plain, cipher.get())
-                      : SyncPayload::encodeFile(plain, cipher.get()));
+                model ? m_encryption.encodeModel(plain, upload.file)
+                      : m_encryption.encodeFile(plain, upload.file));
 }
 
 void Sync::onUploaded(int kind, const SyncEntry &entry)
@@ -887,6 +965,13 @@ void Sync::onUploaded(int kind, const SyncEntry &entry)
         break;
     case ResyncUpload:
         log(QStringLiteral("Sync: Resync upload finished for ") + name);
+        if (!m_online.contains(name))
+            m_online.insert(name, OnlineFile{name, name, nowText()});
+        break;
+    case HeaderUpload:
+        log(QStringLiteral("Sync: Encryption header written"));
+        m_online.insert(name, OnlineFile{name, name, nowText()});
+        m_encryptionReady = true;
         break;
     case ModelUpload:
         log(QStringLiteral("Sync: Upload finished for ") + name);

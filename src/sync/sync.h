@@ -2,6 +2,7 @@
 
 #include "sync/isyncnotifier.h"
 #include "sync/isynctarget.h"
+#include "sync/syncencryption.h"
 #include "sync/syncpayload.h"
 
 #include <QDateTime>
@@ -43,8 +44,14 @@ public:
         ResyncAll = 8,
         ResyncDownload = 9,
     };
-    enum DownloadKind { ActionDownload = 0, ImageDownload = 1, ModelDownload = 2, Resync = 3 };
-    enum UploadKind { FileUpload = 0, ResyncUpload = 1, ModelUpload = 2 };
+    enum DownloadKind {
+        ActionDownload = 0,
+        ImageDownload = 1,
+        ModelDownload = 2,
+        Resync = 3,
+        HeaderDownload = 4,
+    };
+    enum UploadKind { FileUpload = 0, ResyncUpload = 1, ModelUpload = 2, HeaderUpload = 3 };
     enum Content { History = 0, Snippets = 1 };
 
     static constexpr int QueueDelayMs = 5000;
@@ -61,9 +68,9 @@ public:
     // The image file names ("{id}_file.png") that the history's clippings refer to.
     void setImageNames(std::function<QStringList()> imageNames) { m_imageNames = imageNames; }
 
-    // The values a run reads: SyncHistory, SyncSnippets, SyncActions, EncryptData, Passphrase,
-    // PreviousPassphrase (both as plain text) and SyncFolder.
-    void setSettings(const QVariantMap &values) { m_settings = values; }
+    // The values a run reads: SyncHistory, SyncSnippets, SyncActions, EncryptData,
+    // StrongEncryption, Passphrase, PreviousPassphrase (both as plain text) and SyncFolder.
+    void setSettings(const QVariantMap &values);
     static QVariantMap storedSettings();
 
     void sync(int content, ISyncMerge *merge, SyncDirection direction);
@@ -110,6 +117,12 @@ private:
     void enqueue(const SyncEntry &entry);
     void dispatch(SyncEntry entry);
     void endRun(bool success, const QString &failure = QString());
+    // Reads or writes the strong encryption header, when the run needs it, before the queue.
+    void prepareEncryption();
+    void takeEncryptionStep(SyncEncryption::Step step);
+    bool isReencoding() const;
+    // A re-encoding deletes the old versions of the model files instead of keeping them.
+    bool isRenaming() const;
     void fail(const QString &text);
     void startDownload(int kind, const SyncEntry &entry);
     void startUpload(int kind, const SyncEntry &entry, const QByteArray &bytes);
@@ -143,9 +156,8 @@ private:
     void resyncUpload(const SyncEntry &entry, const QByteArray &body);
 
     bool setting(const char *key) const;
-    SyncPayload::Keys keys() const;
-    // The cipher for uploads, or none when encryption is off (or has no pass phrase).
-    std::unique_ptr<Cipher> uploadCipher() const;
+    // Tells the user what a download that did not decode means.
+    void failDecoding(SyncPayload::Result result, const QString &name);
 
     QList<SyncEntry> m_queue;
     QMap<QString, OnlineFile> m_online;
@@ -161,6 +173,9 @@ private:
     // Lets the notifier react to folder changes again a second after a run.
     QTimer *m_reactTimer;
     QVariantMap m_settings;
+    SyncEncryption m_encryption;
+    // The header of this run has been read or written (or none is needed).
+    bool m_encryptionReady = false;
     ISyncMerge *m_history = nullptr;
     ISyncMerge *m_snippets = nullptr;
     std::function<QStringList()> m_imageNames;

@@ -53,10 +53,38 @@ QByteArray encrypt(const QByteArray &bytes, Cipher *cipher)
     return EncryptedMarker + cipher->encrypt(bytes);
 }
 
+// A sealed body's plain bytes; the result says why there are none.
+QByteArray open(const QByteArray &body, const QString &name, const Keys &keys, Result *result)
+{
+    QByteArray plain;
+    if (!keys.sealed.isValid()) {
+        log(QStringLiteral("Sync: ") + name +
+            QStringLiteral(" is sealed with strong encryption, which is off here"));
+        *result = Result::SealedWithoutKey;
+    } else if (!keys.sealed.open(body, name, &plain)) {
+        log(QStringLiteral("Sync: ") + name + QStringLiteral(" was changed or damaged"));
+        *result = Result::Tampered;
+    }
+    return plain;
+}
+
+// Strong encryption admits nothing else: anyone who can write to the target could put
+// content there otherwise.
+bool refuseUnsealed(const QString &name, const Keys &keys, Result *result)
+{
+    if (!keys.onlySealed)
+        return false;
+    log(QStringLiteral("Sync: ") + name + QStringLiteral(" is not sealed; refused"));
+    *result = Result::NotSealed;
+    return true;
+}
+
 } // namespace
 
 Form formOf(const QByteArray &body)
 {
+    if (body.startsWith(SealKey::Marker))
+        return Form::Sealed;
     if (body.startsWith(EncryptedMarker))
         return Form::Encrypted;
     return isPlainDocument(body) ? Form::Plain : Form::CompressedPlain;
@@ -126,10 +154,33 @@ QByteArray encodeFile(const QByteArray &bytes, Cipher *cipher)
     return cipher ? encrypt(bytes, cipher) : bytes;
 }
 
-QByteArray decodeModel(const QByteArray &body, const Keys &keys, Result *result)
+QByteArray sealModel(const QByteArray &document, const SealKey &key, const QString &name)
+{
+    return key.seal(qCompress(document), name);
+}
+
+QByteArray sealFile(const QByteArray &bytes, const SealKey &key, const QString &name)
+{
+    return key.seal(bytes, name);
+}
+
+QByteArray decodeModel(const QByteArray &body, const QString &name, const Keys &keys,
+                       Result *result)
 {
     *result = Result::Ok;
-    switch (formOf(body)) {
+    const Form form = formOf(body);
+    if (form != Form::Sealed && refuseUnsealed(name, keys, result))
+        return {};
+    switch (form) {
+    case Form::Sealed: {
+        log(QStringLiteral("Sync: Downloaded data is compressed and sealed"));
+        const QByteArray compressed = open(body, name, keys, result);
+        const QByteArray document =
+            compressed.isEmpty() ? QByteArray() : Cipher::uncompress(compressed);
+        if (*result == Result::Ok && document.isEmpty())
+            *result = Result::Failed;
+        return document;
+    }
     case Form::Encrypted: {
         log(QStringLiteral("Sync: Downloaded data is compressed and encrypted"));
         const QByteArray compressed = decrypt(body, keys);
@@ -154,9 +205,13 @@ QByteArray decodeModel(const QByteArray &body, const Keys &keys, Result *result)
     return document;
 }
 
-QByteArray decodeFile(const QByteArray &body, const Keys &keys, Result *result)
+QByteArray decodeFile(const QByteArray &body, const QString &name, const Keys &keys, Result *result)
 {
     *result = Result::Ok;
+    if (body.startsWith(SealKey::Marker))
+        return open(body, name, keys, result);
+    if (refuseUnsealed(name, keys, result))
+        return {};
     if (!body.startsWith(EncryptedMarker))
         return body;
     const QByteArray plain = decrypt(body, keys);

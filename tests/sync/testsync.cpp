@@ -6,6 +6,7 @@
 #include "base/cipher.h"
 #include "base/settings.h"
 #include "support/testprofile.h"
+#include "sync/encryptionheader.h"
 #include "sync/sync.h"
 #include "sync/synclocalfolder.h"
 #include "sync/syncpayload.h"
@@ -76,8 +77,12 @@ private slots:
     void damagedNewestVersionsArePassedOver_data();
     void damagedNewestVersionsArePassedOver();
     void resyncWritesEverythingAgainEncrypted();
+    void strongEncryptionSealsAndRenamesEverything();
 
 private:
+    // A computer of its own (its own derived keys) on the same folder, with these models.
+    void newComputer(LinesMerge *history, LinesMerge *snippets);
+    QString statusOfRunWith(const QVariantMap &values);
     // One run to its end: the status it ended with (-1: none came).
     int run(SyncDirection direction);
     int runQueued();
@@ -113,11 +118,24 @@ void TestSync::init()
     settings.setValue(SettingsKey::SyncTarget, QStringLiteral("LocalFolder"));
     m_history = LinesMerge("a\nb");
     m_snippets = LinesMerge("s1");
+    newComputer(&m_history, &m_snippets);
+    SyncLog::instance().clear();
+}
+
+void TestSync::newComputer(LinesMerge *history, LinesMerge *snippets)
+{
     m_sync = std::make_unique<Sync>();
     m_localFolder = std::make_unique<SyncLocalFolder>();
     m_sync->addTarget(ISyncTarget::LocalFolderSetting, m_localFolder.get());
-    m_sync->setModels(&m_history, &m_snippets);
-    SyncLog::instance().clear();
+    m_sync->setModels(history, snippets);
+}
+
+QString TestSync::statusOfRunWith(const QVariantMap &values)
+{
+    m_sync->setSettings(values);
+    QSignalSpy status(m_sync.get(), &Sync::syncStatus);
+    run(SyncDirection::Both);
+    return status.isEmpty() ? QString() : status.last().at(1).toString();
 }
 
 int TestSync::run(SyncDirection direction)
@@ -127,7 +145,7 @@ int TestSync::run(SyncDirection direction)
     const auto ended = [&status] {
         return !status.isEmpty() && status.last().at(0).value<SyncStatus>() != SyncStatus::Running;
     };
-    if (!QTest::qWaitFor(ended, 5000))
+    if (!QTest::qWaitFor(ended, 30000))
         return -1;
     QTest::qWait(20); // a second success would come on the next turn
     int finished = 0;
@@ -499,6 +517,76 @@ void TestSync::resyncWritesEverythingAgainEncrypted()
     // Written again in place, a version keeps the time that orders it among the others.
     QVERIFY(logged(QStringLiteral("Sync: Resync upload finished for ") + snippets.fileName()));
     QCOMPARE(QFileInfo(snippets.filePath()).lastModified(), snippetsTime);
+}
+
+// Switched on, strong encryption seals and renames what is online once; another computer with
+// the pass phrase joins, the others are told why they cannot, and a changed file is refused.
+void TestSync::strongEncryptionSealsAndRenamesEverything()
+{
+    writeAction(QStringLiteral("Act.json"), QDateTime(QDate(2024, 1, 1), QTime(9, 0)));
+    writeOnline(QStringLiteral("History#") + sha256("a") + QStringLiteral(".json"),
+                qCompress(QByteArray("a")), QDateTime::currentDateTime().addSecs(-60));
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    QVariantMap strong = Sync::storedSettings();
+    strong.insert(QLatin1String(SettingsKey::StrongEncryption), true);
+    strong.insert(QLatin1String(SettingsKey::Passphrase), QStringLiteral("secret"));
+    m_sync->setSettings(strong);
+    m_sync->queueResyncAll();
+    QCOMPARE(run(SyncDirection::Both), int(SyncStatus::Success));
+    QStringList files = online();
+    QVERIFY(files.removeOne(EncryptionHeader::FileName));
+    QVERIFY2(files.size() == 3, qPrintable(files.join(" ")));
+    const QString history = online(QStringLiteral("History#*")).value(0);
+    QVERIFY(history != QStringLiteral("History#") + sha256("a\nb") + QStringLiteral(".json"));
+    for (const QString &name : std::as_const(files)) {
+        QFile file(QDir(m_folder).filePath(name));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY2(file.readAll().startsWith(SealKey::Marker), qPrintable(name));
+    }
+
+    // Another computer derives the same keys: it merges, and its name for the merged content
+    // is the one the first computer finds equal.
+    LinesMerge other("z");
+    newComputer(&other, &m_snippets);
+    QCOMPARE(statusOfRunWith(strong), QStringLiteral("Synchronization successful."));
+    QCOMPARE(other.content, QByteArray("a\nb\nz"));
+    newComputer(&m_history, &m_snippets);
+    QCOMPARE(statusOfRunWith(strong), QStringLiteral("Synchronization successful."));
+    QCOMPARE(m_history.content, other.content);
+    SyncLog::instance().clear();
+    QCOMPARE(statusOfRunWith(strong), QStringLiteral("Synchronization successful."));
+    QVERIFY(logged(QStringLiteral("Online and local hash are equal")));
+
+    LinesMerge stranger("q");
+    newComputer(&stranger, &m_snippets);
+    QVariantMap wrong = strong;
+    wrong.insert(QLatin1String(SettingsKey::Passphrase), QStringLiteral("guess"));
+    QVERIFY(statusOfRunWith(wrong).startsWith(QStringLiteral("Wrong pass phrase")));
+    QVERIFY(statusOfRunWith(Sync::storedSettings()).contains(QStringLiteral("switch it on")));
+    QCOMPARE(stranger.merges, 0);
+
+    // A byte changed online: refused and told, then passed over.
+    const QString newest = QDir(m_folder).entryList({"History#*"}, QDir::Files, QDir::Time)[0];
+    QFile file(QDir(m_folder).filePath(newest));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QByteArray body = file.readAll();
+    body[body.size() / 2] = char(body.at(body.size() / 2) ^ 0x20);
+    QVERIFY(file.seek(0) && file.write(body) == body.size());
+    file.close();
+    LinesMerge fresh("new");
+    newComputer(&fresh, &m_snippets);
+    QCOMPARE(statusOfRunWith(strong), newest + " was changed or damaged online; it is not used.");
+    QCOMPARE(statusOfRunWith(strong), QStringLiteral("Synchronization successful."));
+    QCOMPARE(fresh.content, QByteArray("a\nb\nnew"));
+
+    // Switched off again: the compatible form and plain names, and no header.
+    QVariantMap off = Sync::storedSettings();
+    m_sync->setSettings(off);
+    m_sync->queueResyncAll();
+    QCOMPARE(statusOfRunWith(off), QStringLiteral("Synchronization successful."));
+    QVERIFY(!online().contains(EncryptionHeader::FileName));
+    QCOMPARE(online(QStringLiteral("History#*")),
+             QStringList(QStringLiteral("History#") + sha256(fresh.content) + ".json"));
 }
 
 QTEST_MAIN(TestSync)

@@ -2,8 +2,10 @@
 // code, so that a change that breaks files already online fails here), the payload forms and
 // the online names.
 #include "base/cipher.h"
+#include "base/isyncmerge.h"
 #include "base/settings.h"
 #include "support/testprofile.h"
+#include "sync/encryptionheader.h"
 #include "sync/syncpayload.h"
 
 #include <QSettings>
@@ -23,6 +25,26 @@ Cipher pinned(quint64 key, Cipher::CompressionMode compression, Cipher::Protecti
     return cipher;
 }
 
+// The smallest limits libsodium allows: these tests derive many keys. What sync writes uses the
+// moderate ones.
+EncryptionHeader quickHeader()
+{
+    const QByteArray salt = QByteArray(16, 's').toBase64();
+    const QByteArray check = QByteArray(16, 'c').toBase64();
+    return EncryptionHeader::fromJson(R"({"version": 1, "kdf": "argon2id13", "opslimit": 1,
+        "memlimit": 8192, "salt": ")" + salt +
+                                          R"(", "check": ")" + check + R"("})",
+                                      nullptr);
+}
+
+SyncPayload::Keys sealedWith(const SealKey &key, bool onlySealed = true)
+{
+    SyncPayload::Keys keys;
+    keys.sealed = key;
+    keys.onlySealed = onlySealed;
+    return keys;
+}
+
 } // namespace
 
 class TestSyncPayload final : public QObject
@@ -37,6 +59,10 @@ private slots:
     void filesAreEncryptedAsTheyAre();
     void onlineNames();
     void secretsAreStoredEnciphered();
+    void encryptionHeaderRefusesWhatItDoesNotKnow_data();
+    void encryptionHeaderRefusesWhatItDoesNotKnow();
+    void sealedFilesOpenOnlyAsTheyWereSealed();
+    void namesHideEqualityFromOthers();
 
 private:
     TestProfile m_profile;
@@ -101,33 +127,35 @@ void TestSyncPayload::modelPayloadsInEveryForm()
 
     const QByteArray compressed = SyncPayload::encodeModel(document, nullptr);
     QCOMPARE(SyncPayload::formOf(compressed), SyncPayload::Form::CompressedPlain);
-    QCOMPARE(SyncPayload::decodeModel(compressed, {}, &result), document);
+    QCOMPARE(SyncPayload::decodeModel(compressed, QString(), {}, &result), document);
     QCOMPARE(result, Result::Ok);
 
     Cipher cipher(Cipher::keyFromText(QStringLiteral("secret")));
     const QByteArray encrypted = SyncPayload::encodeModel(document, &cipher);
     QVERIFY(encrypted.startsWith("|ENCRYPTED|"));
-    QCOMPARE(SyncPayload::decodeModel(encrypted, {cipher.key(), 0}, &result), document);
+    QCOMPARE(SyncPayload::decodeModel(encrypted, QString(), {cipher.key(), 0}, &result), document);
     QCOMPARE(result, Result::Ok);
 
     // Written by hand: taken as it is.
-    QCOMPARE(SyncPayload::decodeModel(document, {}, &result), document);
+    QCOMPARE(SyncPayload::decodeModel(document, QString(), {}, &result), document);
     QCOMPARE(result, Result::Ok);
     const QByteArray snippets = R"({"magic": -18022399})";
     QCOMPARE(SyncPayload::formOf(snippets), SyncPayload::Form::Plain);
 
     // A JSON document of anything else is no plain file, and no compressed one either.
-    QVERIFY(SyncPayload::decodeModel(R"({"magic": 7})", {}, &result).isEmpty());
+    QVERIFY(SyncPayload::decodeModel(R"({"magic": 7})", QString(), {}, &result).isEmpty());
     QCOMPARE(result, Result::Failed);
-    QVERIFY(
-        SyncPayload::decodeModel(compressed.left(compressed.size() / 2), {}, &result).isEmpty());
+    QVERIFY(SyncPayload::decodeModel(compressed.left(compressed.size() / 2), QString(), {}, &result)
+                .isEmpty());
     QCOMPARE(result, Result::Failed);
     // A length prefix of 2.6 GB ahead of five bytes: refused, not allocated.
-    QVERIFY(SyncPayload::decodeModel(QByteArray::fromHex("9b0100015b"), {}, &result).isEmpty());
+    QVERIFY(SyncPayload::decodeModel(QByteArray::fromHex("9b0100015b"), QString(), {}, &result)
+                .isEmpty());
     QCOMPARE(result, Result::Failed);
-    QVERIFY(SyncPayload::decodeModel("|ENCRYPTED|", {cipher.key(), 0}, &result).isEmpty());
+    QVERIFY(
+        SyncPayload::decodeModel("|ENCRYPTED|", QString(), {cipher.key(), 0}, &result).isEmpty());
     QCOMPARE(result, Result::DecryptionFailed);
-    QVERIFY(SyncPayload::decodeModel(encrypted, {}, &result).isEmpty());
+    QVERIFY(SyncPayload::decodeModel(encrypted, QString(), {}, &result).isEmpty());
     QCOMPARE(result, Result::DecryptionFailed);
 }
 
@@ -136,12 +164,13 @@ void TestSyncPayload::filesAreEncryptedAsTheyAre()
     const QByteArray png = QByteArray::fromHex("89504e470d0a1a0a0000000d49484452");
     Result result = Result::Failed;
     QCOMPARE(SyncPayload::encodeFile(png, nullptr), png);
-    QCOMPARE(SyncPayload::decodeFile(png, {}, &result), png);
+    QCOMPARE(SyncPayload::decodeFile(png, QString(), {}, &result), png);
     Cipher cipher(Cipher::keyFromText(QStringLiteral("secret")));
     const QByteArray encrypted = SyncPayload::encodeFile(png, &cipher);
     QVERIFY(encrypted.startsWith("|ENCRYPTED|"));
-    QCOMPARE(SyncPayload::decodeFile(encrypted, {cipher.key(), 0}, &result), png);
-    QVERIFY(SyncPayload::decodeFile(encrypted, {cipher.key() ^ 1, 0}, &result).isEmpty());
+    QCOMPARE(SyncPayload::decodeFile(encrypted, QString(), {cipher.key(), 0}, &result), png);
+    QVERIFY(
+        SyncPayload::decodeFile(encrypted, QString(), {cipher.key() ^ 1, 0}, &result).isEmpty());
     QCOMPARE(result, Result::DecryptionFailed);
 }
 
@@ -190,6 +219,113 @@ void TestSyncPayload::secretsAreStoredEnciphered()
     Settings::setSecret(SettingsKey::Passphrase, QString());
     QVERIFY(Settings::secret(SettingsKey::Passphrase).isEmpty());
     QCOMPARE(SyncPayload::storedKeys().current, quint64(0));
+}
+
+void TestSyncPayload::encryptionHeaderRefusesWhatItDoesNotKnow_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("as written") << QString() << QString() << QString();
+    QTest::newRow("other version") << "\"version\": 1"
+                                   << "\"version\": 2"
+                                   << "not a header";
+    QTest::newRow("other function") << "argon2id13"
+                                    << "argon2i13"
+                                    << "not a header";
+    QTest::newRow("short salt") << "\"salt\": \""
+                                << "\"salt\": \"AAAA"
+                                << "of the wrong size";
+    QTest::newRow("a terabyte") << "\"memlimit\": 8192"
+                                << "\"memlimit\": 1099511627776"
+                                << "out of range";
+    QTest::newRow("no work") << "\"opslimit\": 1"
+                             << "\"opslimit\": 0"
+                             << "out of range";
+}
+
+void TestSyncPayload::encryptionHeaderRefusesWhatItDoesNotKnow()
+{
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    QFETCH(QString, reason);
+    QByteArray json = quickHeader().toJson();
+    QVERIFY(!json.isEmpty());
+    json.replace(from.toUtf8(), to.toUtf8());
+    QString error;
+    const EncryptionHeader header = EncryptionHeader::fromJson(json, &error);
+    QCOMPARE(header.isValid(), reason.isEmpty());
+    QVERIFY2(error.contains(reason), qPrintable(error));
+    if (header.isValid())
+        QCOMPARE(header.toJson(), json);
+    const EncryptionHeader fresh = EncryptionHeader::create();
+    QVERIFY(fresh.salt != EncryptionHeader::create().salt);
+    QVERIFY(fresh.memLimit > header.memLimit);
+}
+
+void TestSyncPayload::sealedFilesOpenOnlyAsTheyWereSealed()
+{
+    const SealKey key = SealKey::derive(QStringLiteral("secret"), quickHeader());
+    const SealKey other = SealKey::derive(QStringLiteral("Secret"), quickHeader());
+    QVERIFY(key.isValid() && other.isValid());
+    QCOMPARE(key.check().size(), 16);
+    QVERIFY(key.check() != other.check());
+    Result result = Result::Failed;
+
+    const QByteArray document = R"({"magic": -18022398, "version": 8, "clippings": []})";
+    const QString name = QStringLiteral("History#1.json");
+    const QByteArray sealed = SyncPayload::sealModel(document, key, name);
+    QCOMPARE(SyncPayload::formOf(sealed), SyncPayload::Form::Sealed);
+    QVERIFY(sealed != SyncPayload::sealModel(document, key, name));
+    QCOMPARE(SyncPayload::decodeModel(sealed, name, sealedWith(key), &result), document);
+    QCOMPARE(result, Result::Ok);
+
+    // Any change anywhere, a file cut short or grown, another key or another name: refused.
+    const QByteArray image = SyncPayload::sealFile("png bytes", key, QStringLiteral("image_x"));
+    QCOMPARE(SyncPayload::decodeFile(image, QStringLiteral("image_x"), sealedWith(key), &result),
+             QByteArray("png bytes"));
+    QList<QByteArray> changed{image.chopped(1), image + '\0'};
+    for (qsizetype at = 0; at < image.size(); ++at)
+        changed.append(QByteArray(image).replace(at, 1, QByteArray(1, char(image.at(at) ^ 1))));
+    for (const QByteArray &body : std::as_const(changed)) {
+        const QByteArray opened =
+            SyncPayload::decodeFile(body, QStringLiteral("image_x"), sealedWith(key), &result);
+        QVERIFY(opened.isEmpty() && result != Result::Ok);
+    }
+    QVERIFY(
+        SyncPayload::decodeModel(sealed, QStringLiteral("History#2.json"), sealedWith(key), &result)
+            .isEmpty());
+    QCOMPARE(result, Result::Tampered);
+    QVERIFY(SyncPayload::decodeModel(sealed, name, sealedWith(other), &result).isEmpty());
+    QCOMPARE(result, Result::Tampered);
+
+    // Without strong encryption here, a sealed file is told apart from a damaged one; with it,
+    // nothing else is taken.
+    QVERIFY(SyncPayload::decodeModel(sealed, name, {}, &result).isEmpty());
+    QCOMPARE(result, Result::SealedWithoutKey);
+    QVERIFY(
+        SyncPayload::decodeModel(qCompress(document), name, sealedWith(key), &result).isEmpty());
+    QCOMPARE(result, Result::NotSealed);
+    QVERIFY(SyncPayload::decodeFile("png bytes", name, sealedWith(key), &result).isEmpty());
+    QCOMPARE(result, Result::NotSealed);
+    QCOMPARE(SyncPayload::decodeModel(qCompress(document), name, sealedWith(key, false), &result),
+             document);
+}
+
+void TestSyncPayload::namesHideEqualityFromOthers()
+{
+    const SealKey key = SealKey::derive(QStringLiteral("secret"), quickHeader());
+    EncryptionHeader otherSalt = quickHeader();
+    otherSalt.salt.fill('t');
+    const SealKey sameWordOtherSalt = SealKey::derive(QStringLiteral("secret"), otherSalt);
+    const QString hash = ISyncMerge::contentHash("a\nb");
+    const QString named = key.nameHash(hash);
+    QCOMPARE(named.size(), 64);
+    QCOMPARE(key.nameHash(hash), named);
+    QVERIFY(named != hash);
+    QVERIFY(named != key.nameHash(ISyncMerge::contentHash("a\nc")));
+    QVERIFY(named != sameWordOtherSalt.nameHash(hash));
+    QVERIFY(key.check() != sameWordOtherSalt.check());
 }
 
 QTEST_GUILESS_MAIN(TestSyncPayload)

@@ -2,7 +2,7 @@
 # mingw-w64 compiler against the Qt headers, without linking, so that code only a Windows build
 # compiles cannot rot unseen and nothing POSIX- or X11-only slips into shared code.
 # Inputs: COMPILER, SOURCE_DIR, SOURCE_LIST (a file, one source a line), QT_INCLUDE_DIR,
-# QSCINTILLA_INCLUDE_DIR, JOBS.
+# QSCINTILLA_INCLUDE_DIR, SODIUM_INCLUDE_DIR, JOBS.
 file(STRINGS "${SOURCE_LIST}" sources)
 list(LENGTH sources total)
 if(total EQUAL 0)
@@ -14,7 +14,7 @@ set(flags -std=c++17 -fsyntax-only -Wall -Wextra -Werror
     # What the build gives the sync and maintenance rooms.
     -DVELMORIN_GOOGLE_CLIENT_ID=\"\" -DVELMORIN_GOOGLE_CLIENT_SECRET=\"\"
     -DVELMORIN_NOTIFIER_URL=\"\" -DVELMORIN_CRASH_REPORT_URL=\"\"
-    -isystem ${QT_INCLUDE_DIR} -isystem ${QSCINTILLA_INCLUDE_DIR})
+    -isystem ${QT_INCLUDE_DIR} -isystem ${QSCINTILLA_INCLUDE_DIR} -isystem ${SODIUM_INCLUDE_DIR})
 foreach(module Core Gui Widgets Network WebSockets Qml Svg)
     list(APPEND flags -isystem ${QT_INCLUDE_DIR}/Qt${module})
 endforeach()

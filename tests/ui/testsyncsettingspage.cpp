@@ -79,7 +79,7 @@ void TestSyncSettingsPage::localFolderAsksAndKeepsTheOldPassPhrase()
     QCOMPARE(runs.last().first().value<SyncDirection>(), SyncDirection::Both);
 
     // Encryption needs a pass phrase; a new one keeps the old one for files written before.
-    QCheckBox *encrypt = page.findChildren<QCheckBox *>().last();
+    auto *encrypt = page.findChild<QCheckBox *>(QStringLiteral("encryptData"));
     auto *passphrase = page.findChild<QLineEdit *>();
     encrypt->setChecked(true);
     QVERIFY(!page.save());
@@ -91,6 +91,15 @@ void TestSyncSettingsPage::localFolderAsksAndKeepsTheOldPassPhrase()
     QCOMPARE(Settings::secret(SettingsKey::Passphrase), QStringLiteral("two"));
     QCOMPARE(Settings::secret(SettingsKey::PreviousPassphrase), QStringLiteral("one"));
     QVERIFY(!page.save());
+    // Strong encryption goes with the pass phrase; switching it re-encodes what is online.
+    auto *strong = page.findChild<QCheckBox *>(QStringLiteral("strongEncryption"));
+    strong->setChecked(true);
+    QVERIFY(page.save());
+    QVERIFY(QSettings().value(SettingsKey::StrongEncryption).toBool());
+    encrypt->setChecked(false);
+    QVERIFY(!strong->isEnabled());
+    QVERIFY(page.save());
+    QVERIFY(!QSettings().value(SettingsKey::StrongEncryption).toBool());
 
     page.findChild<QPushButton *>(QStringLiteral("stopSync"))->click();
     QCOMPARE(QSettings().value(SettingsKey::SyncTarget).toString(), QStringLiteral("None"));

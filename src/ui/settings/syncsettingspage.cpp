@@ -147,14 +147,25 @@ QWidget *SyncSettingsPage::createSyncPage()
 
     auto *encryption = new QGroupBox(tr("Encryption"), page);
     m_encrypt = new QCheckBox(tr("Encrypt the data with a pass phrase"), encryption);
+    m_encrypt->setObjectName(QStringLiteral("encryptData"));
     m_passphrase = new QLineEdit(encryption);
     m_passphrase->setEchoMode(QLineEdit::Password);
     m_passphrase->setAccessibleName(tr("Pass phrase"));
     m_passphrase->setPlaceholderText(tr("The same pass phrase on every computer"));
+    m_strong = new QCheckBox(tr("Strong encryption"), encryption);
+    m_strong->setObjectName(QStringLiteral("strongEncryption"));
+    m_strong->setToolTip(
+        tr("A key derived from the pass phrase with Argon2id seals every file with "
+           "XChaCha20-Poly1305, so that changed files are refused, and file names no longer "
+           "show which contents are equal. Older versions of Velmorin cannot read these files."));
     connect(m_encrypt, &QCheckBox::toggled, m_passphrase, &QLineEdit::setEnabled);
+    connect(m_encrypt, &QCheckBox::toggled, m_strong, &QCheckBox::setEnabled);
     auto *encryptionLayout = new QFormLayout(encryption);
     encryptionLayout->addRow(m_encrypt);
     encryptionLayout->addRow(tr("Pass phrase:"), m_passphrase);
+    encryptionLayout->addRow(m_strong);
+    encryptionLayout->addRow(wrappedLabel(
+        tr("Switch strong encryption on or off on every computer that syncs."), encryption));
 
     m_status = new QLabel(page);
     m_lastSuccess = new QLabel(page);
@@ -229,6 +240,8 @@ void SyncSettingsPage::load()
     m_encrypt->setChecked(Settings::value(SettingsKey::EncryptData).toBool());
     m_passphrase->setEnabled(m_encrypt->isChecked());
     m_passphrase->setText(Settings::secret(SettingsKey::Passphrase));
+    m_strong->setChecked(Settings::value(SettingsKey::StrongEncryption).toBool());
+    m_strong->setEnabled(m_encrypt->isChecked());
     showCurrentPage();
 }
 
@@ -241,6 +254,9 @@ bool SyncSettingsPage::save()
     const bool encrypt = m_encrypt->isChecked() && !m_passphrase->text().isEmpty();
     const bool encryptChanged = encrypt != Settings::value(SettingsKey::EncryptData).toBool();
     Settings::setValue(SettingsKey::EncryptData, encrypt);
+    const bool strong = encrypt && m_strong->isChecked();
+    const bool strongChanged = strong != Settings::value(SettingsKey::StrongEncryption).toBool();
+    Settings::setValue(SettingsKey::StrongEncryption, strong);
     const QString old = Settings::secret(SettingsKey::Passphrase);
     const bool passphraseChanged = m_passphrase->text() != old;
     if (passphraseChanged) {
@@ -249,7 +265,7 @@ bool SyncSettingsPage::save()
             Settings::setSecret(SettingsKey::PreviousPassphrase, old);
         Settings::setSecret(SettingsKey::Passphrase, m_passphrase->text());
     }
-    return encryptChanged || (encrypt && passphraseChanged);
+    return encryptChanged || strongChanged || (encrypt && passphraseChanged);
 }
 
 QVariantMap SyncSettingsPage::values() const
@@ -258,8 +274,9 @@ QVariantMap SyncSettingsPage::values() const
     values.insert(QLatin1String(SettingsKey::SyncHistory), m_history->isChecked());
     values.insert(QLatin1String(SettingsKey::SyncSnippets), m_snippets->isChecked());
     values.insert(QLatin1String(SettingsKey::SyncActions), m_actions->isChecked());
-    values.insert(QLatin1String(SettingsKey::EncryptData),
-                  m_encrypt->isChecked() && !m_passphrase->text().isEmpty());
+    const bool encrypt = m_encrypt->isChecked() && !m_passphrase->text().isEmpty();
+    values.insert(QLatin1String(SettingsKey::EncryptData), encrypt);
+    values.insert(QLatin1String(SettingsKey::StrongEncryption), encrypt && m_strong->isChecked());
     const QString stored = Settings::secret(SettingsKey::Passphrase);
     if (m_passphrase->text() != stored) {
         values.insert(QLatin1String(SettingsKey::Passphrase), m_passphrase->text());

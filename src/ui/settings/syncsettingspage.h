@@ -76,6 +76,7 @@ private:
     QCheckBox *m_snippets = nullptr;
     QCheckBox *m_actions = nullptr;
     QCheckBox *m_encrypt = nullptr;
+    QCheckBox *m_strong = nullptr;
     QLineEdit *m_passphrase = nullptr;
     QLabel *m_status = nullptr;
     QLabel *m_lastSuccess = nullptr;
