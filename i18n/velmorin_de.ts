@@ -867,7 +867,7 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>QObject</name>
     <message>
-        <location filename="../src/app/main.cpp" line="162"/>
+        <location filename="../src/app/main.cpp" line="163"/>
         <source>Velmorin is already running!</source>
         <translation>Velmorin läuft bereits!</translation>
     </message>
@@ -975,6 +975,19 @@ Möchten Sie den Ordner öffnen?</translation>
         <location filename="../src/ui/search/searchview.cpp" line="31"/>
         <source>No clippings match</source>
         <translation>Keine passenden Einträge</translation>
+    </message>
+</context>
+<context>
+    <name>Secrets</name>
+    <message>
+        <location filename="../src/base/secrets.cpp" line="111"/>
+        <source>this system has no secret store</source>
+        <translation>dieses System hat keinen Schlüsselbund</translation>
+    </message>
+    <message>
+        <location filename="../src/base/secrets.cpp" line="125"/>
+        <source>the secret store did not take them</source>
+        <translation>der Schlüsselbund hat sie nicht angenommen</translation>
     </message>
 </context>
 <context>
@@ -1726,203 +1739,208 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>SyncSettingsPage</name>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="70"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="72"/>
         <source>Keep your history, snippets and actions the same on all your computers.</source>
         <translation>Verlauf, Textbausteine und Aktionen auf allen Ihren Computern gleich halten.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="71"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="73"/>
         <source>Use a shared folder</source>
         <translation>Gemeinsamen Ordner verwenden</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="74"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="76"/>
         <source>Point every computer at the same folder: on a network drive, or in a folder that a file-sharing service such as Dropbox keeps the same on all of them.</source>
         <translation>Wählen Sie auf jedem Computer denselben Ordner: auf einem Netzlaufwerk oder in einem Ordner, den ein Dienst wie Dropbox auf allen gleich hält.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="78"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="80"/>
         <source>Use Google Drive</source>
         <translation>Google Drive verwenden</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="81"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="83"/>
         <source>The data is stored in the application specific folder of your personal Google account, which only Velmorin can see.</source>
         <translation>Die Daten werden im anwendungsspezifischen Ordner Ihres persönlichen Google-Kontos gespeichert, den nur Velmorin sehen kann.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="87"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="89"/>
         <source>This build of Velmorin has no Google client configured, so it cannot connect to Google Drive. The README says how to set one up.</source>
         <translation>In diesem Build von Velmorin ist kein Google-Client eingerichtet, daher kann es keine Verbindung zu Google Drive herstellen. Die README beschreibt, wie man einen einrichtet.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="130"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="132"/>
         <source>Change folder...</source>
         <translation>Ordner ändern...</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="132"/>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="321"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="134"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="330"/>
         <source>Please choose the sync folder.</source>
         <translation>Bitte wählen Sie den Synchronisationsordner.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="140"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="142"/>
         <source>What to synchronize</source>
         <translation>Was synchronisiert wird</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="141"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="143"/>
         <source>History, with its images</source>
         <translation>Verlauf, mit seinen Bildern</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="142"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="144"/>
         <source>Snippets</source>
         <translation>Textbausteine</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="143"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="145"/>
         <source>Actions</source>
         <translation>Aktionen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="148"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="150"/>
         <source>Encryption</source>
         <translation>Verschlüsselung</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="149"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="151"/>
         <source>Encrypt the data with a pass phrase</source>
         <translation>Daten mit einer Passphrase verschlüsseln</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="153"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="155"/>
         <source>Pass phrase</source>
         <translation>Passphrase</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="154"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="156"/>
         <source>The same pass phrase on every computer</source>
         <translation>Dieselbe Passphrase auf jedem Computer</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="155"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="157"/>
         <source>Strong encryption</source>
         <translation>Starke Verschlüsselung</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="158"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="160"/>
         <source>A key derived from the pass phrase with Argon2id seals every file with XChaCha20-Poly1305, so that changed files are refused, and file names no longer show which contents are equal. Older versions of Velmorin cannot read these files.</source>
         <translation>Ein mit Argon2id aus der Passphrase abgeleiteter Schlüssel versiegelt jede Datei mit XChaCha20-Poly1305: Veränderte Dateien werden abgewiesen, und die Dateinamen zeigen nicht mehr, welche Inhalte gleich sind. Ältere Versionen von Velmorin können diese Dateien nicht lesen.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="165"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="167"/>
         <source>Pass phrase:</source>
         <translation>Passphrase:</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="168"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="170"/>
         <source>Switch strong encryption on or off on every computer that syncs.</source>
         <translation>Schalten Sie die starke Verschlüsselung auf jedem Computer ein oder aus, der synchronisiert.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="175"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="176"/>
         <source>Status:</source>
         <translation>Status:</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="176"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="177"/>
         <source>Last success</source>
         <translation>Zuletzt erfolgreich</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="179"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="180"/>
         <source>Your other computers</source>
         <translation>Ihre anderen Computer</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="185"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="186"/>
         <source>Refresh</source>
         <translation>Aktualisieren</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="192"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="193"/>
         <source>Show sync log...</source>
         <translation>Synchronisationsprotokoll anzeigen...</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="193"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="194"/>
         <source>Stop synchronizing the data</source>
         <translation>Synchronisation beenden</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="217"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="218"/>
         <source>Full Sync</source>
         <translation>Vollständig synchronisieren</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="218"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="219"/>
         <source>Upload</source>
         <translation>Hochladen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="219"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="220"/>
         <source>Download</source>
         <translation>Herunterladen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="223"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="224"/>
         <source>Write the content of this computer over the online content</source>
         <translation>Den Inhalt dieses Computers über den Online-Inhalt schreiben</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="224"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="225"/>
         <source>Replace the content of this computer by the online content</source>
         <translation>Den Inhalt dieses Computers durch den Online-Inhalt ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="294"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="274"/>
+        <source>The pass phrase and the Google Drive sign-in stay in the settings, enciphered under a key built into Velmorin: %1.</source>
+        <translation>Die Passphrase und die Anmeldung bei Google Drive bleiben in den Einstellungen, verschlüsselt mit einem in Velmorin eingebauten Schlüssel: %1.</translation>
+    </message>
+    <message>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="303"/>
         <source>All your local content will be overwritten with the remote data. Are you sure you want to continue?</source>
         <translation>Ihr gesamter lokaler Inhalt wird mit den entfernten Daten überschrieben. Wirklich fortfahren?</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="297"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="306"/>
         <source>The remote data will be overwritten with your local content. Are you sure you want to continue?</source>
         <translation>Die entfernten Daten werden mit Ihrem lokalen Inhalt überschrieben. Wirklich fortfahren?</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="319"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="328"/>
         <source>Please authorize Velmorin to access your Google Drive on the browser.</source>
         <translation>Bitte erlauben Sie Velmorin im Browser den Zugriff auf Ihr Google Drive.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="347"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="356"/>
         <source>Synchronizing with %1</source>
         <translation>Synchronisiert mit: %1</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="386"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="395"/>
         <source>Not synchronized</source>
         <translation>Nicht synchronisiert</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="405"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="414"/>
         <source>Changes from other computers are picked up as they arrive in the folder.</source>
         <translation>Änderungen anderer Computer werden übernommen, sobald sie im Ordner ankommen.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="408"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="417"/>
         <source>Connected to the notification server.</source>
         <translation>Mit dem Benachrichtigungsserver verbunden.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="410"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="419"/>
         <source>Failed to connect to the notification server.</source>
         <translation>Verbindung zum Benachrichtigungsserver fehlgeschlagen.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="412"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="421"/>
         <source>No connection to the notification server.</source>
         <translation>Keine Verbindung zum Benachrichtigungsserver.</translation>
     </message>

@@ -10,8 +10,9 @@ packages=(
     qt6-websockets-dev qt6-declarative-dev qt6-svg-dev libqt6svg6
     qt6-httpserver-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
     libqscintilla2-qt6-dev libgl-dev
-    # strong sync encryption
-    libsodium-dev
+    # strong sync encryption, and the secret store its pass phrase goes to (the tests start a
+    # GNOME keyring of their own)
+    libsodium-dev qtkeychain-qt6-dev gnome-keyring
     libx11-dev libx11-xcb-dev libxcb1-dev libxfixes-dev libxi-dev libxtst-dev libxres-dev
     libxkbcommon-dev libxkbcommon-x11-dev
     x11-xkb-utils

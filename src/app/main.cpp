@@ -1,6 +1,7 @@
 #include "app/application.h"
 #include "base/appmodes.h"
 #include "base/runguard.h"
+#include "base/secrets.h"
 #include "base/settings.h"
 #include "base/settingsevents.h"
 #include "consoleengine.h"
@@ -207,6 +208,9 @@ int main(int argc, char *argv[])
         tellAlreadyRunning(app);
     if (start != RunGuard::Start::Running)
         return 0;
+
+    // With strong encryption, the pass phrases and the Google tokens live there.
+    Secrets::setStore(Platform::secretStore());
 
     // The box shows ticked from the first start on, so the entry is there from then on too; it
     // also follows the program when it has moved.

@@ -1,6 +1,6 @@
 #include "base/settings.h"
 
-#include "base/cipher.h"
+#include "base/secrets.h"
 
 #include <QDir>
 #include <QSize>
@@ -112,18 +112,12 @@ void Settings::setValue(const QString &key, const QVariant &value)
 
 QString Settings::secret(const char *key)
 {
-    const QByteArray stored = QSettings().value(QLatin1String(key)).toByteArray();
-    if (stored.isEmpty())
-        return {};
-    Cipher cipher(Cipher::settingsKey());
-    return cipher.decryptText(stored);
+    return Secrets::read(QLatin1String(key));
 }
 
 void Settings::setSecret(const char *key, const QString &text)
 {
-    Cipher cipher(Cipher::settingsKey());
-    QSettings().setValue(QLatin1String(key),
-                         text.isEmpty() ? QByteArray() : cipher.encryptText(text));
+    Secrets::write(QLatin1String(key), text);
 }
 
 bool Settings::writeDebugLog()

@@ -83,7 +83,7 @@ public:
     static QVariant value(const QString &key, const QVariant &fallback = QVariant());
     static bool contains(const QString &key);
     static void setValue(const QString &key, const QVariant &value);
-    // Secrets (the pass phrases) are stored enciphered under the settings key; empty is none.
+    // The pass phrases, kept as Secrets says; empty is none.
     static QString secret(const char *key);
     static void setSecret(const char *key, const QString &text);
 

@@ -1,9 +1,12 @@
 #include "platform/platform.h"
 
+#include "base/isecretstore.h"
 #include "platform/idesktop.h"
 
 #include <QCoreApplication>
 #include <QPointer>
+
+#include <memory>
 
 namespace {
 QPointer<IDesktop> &current()
@@ -25,6 +28,12 @@ IDesktop *desktop()
 void setDesktop(IDesktop *desktop)
 {
     current() = desktop;
+}
+
+ISecretStore *secretStore()
+{
+    static const std::unique_ptr<ISecretStore> store(createSecretStore());
+    return store.get();
 }
 
 QString foregroundApplicationName()

@@ -4,6 +4,7 @@
 #include <QString>
 
 class IDesktop;
+class ISecretStore;
 
 // Desktop integration for the rest of the program, served by the platform's IDesktop.
 namespace Platform {
@@ -25,5 +26,10 @@ void showInFileManager(const QString &path);
 void applyStartWithSystem(bool enabled);
 bool isDarkTheme();
 QString name();
+
+// The system's secret store, made on first use and kept until the program ends.
+ISecretStore *secretStore();
+// Made by the back end.
+ISecretStore *createSecretStore();
 
 } // namespace Platform

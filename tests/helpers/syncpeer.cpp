@@ -6,7 +6,7 @@
 //   link                                        authorise Google Drive (through the stand-in)
 //   snippet TITLE TEXT | edit TITLE TEXT          snippets, in the group "Peer"
 //   action FILE TITLE | unaction FILE           action files
-//   sync | encrypt PASSPHRASE | state | uploads
+//   sync | encrypt PASSPHRASE | strong PASSPHRASE | state | uploads
 #include "actions/actionfiles.h"
 #include "base/appmodes.h"
 #include "base/settings.h"
@@ -107,8 +107,8 @@ public:
             m_waiting = m_number;
             m_sync.syncAll(SyncDirection::Both);
             return;
-        } else if (command == QLatin1String("encrypt")) {
-            encrypt(all);
+        } else if (command == QLatin1String("encrypt") || command == QLatin1String("strong")) {
+            encrypt(all, command == QLatin1String("strong"));
             return;
         } else if (command == QLatin1String("state")) {
             settle();
@@ -212,9 +212,10 @@ private:
 
     // As the settings dialog does it: the old pass phrase is kept to read older files, and
     // everything online is written again.
-    void encrypt(const QString &passphrase)
+    void encrypt(const QString &passphrase, bool strong)
     {
         QSettings().setValue(SettingsKey::EncryptData, true);
+        QSettings().setValue(SettingsKey::StrongEncryption, strong);
         const QString old = Settings::secret(SettingsKey::Passphrase);
         if (!old.isEmpty())
             Settings::setSecret(SettingsKey::PreviousPassphrase, old);

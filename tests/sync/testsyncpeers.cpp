@@ -5,6 +5,7 @@
 #include "support/appprocess.h"
 #include "support/fakegoogle.h"
 #include "support/testprofile.h"
+#include "sync/encryptionheader.h"
 #include "sync/syncpayload.h"
 
 #include <QDate>
@@ -50,8 +51,8 @@ public:
     // two computers within the same second are told apart by nothing.
     QString ask(const QString &command, int timeoutMs = 20000)
     {
-        static const QStringList reading{u"sync"_s, u"state"_s, u"uploads"_s, u"encrypt"_s,
-                                         u"link"_s};
+        static const QStringList reading{u"sync"_s,    u"state"_s,  u"uploads"_s,
+                                         u"encrypt"_s, u"strong"_s, u"link"_s};
         if (!reading.contains(command.section(' ', 0, 0))) {
             const qint64 second = QDateTime::currentSecsSinceEpoch();
             if (!QTest::qWaitFor([second] { return QDateTime::currentSecsSinceEpoch() > second; }))
@@ -120,7 +121,9 @@ class TestSyncPeers final : public QObject
 
 private slots:
     void init();
+    void interleavedChangesConverge_data();
     void interleavedChangesConverge();
+    void throughGoogleDriveWithEncryptionAndNotifications_data();
     void throughGoogleDriveWithEncryptionAndNotifications();
 
 private:
@@ -151,10 +154,20 @@ QString TestSyncPeers::settle(Peer &a, Peer &b)
     return {};
 }
 
+void TestSyncPeers::interleavedChangesConverge_data()
+{
+    QTest::addColumn<QString>("encryption"); // a command, or none
+    QTest::newRow("plain") << QString();
+    QTest::newRow("strong encryption") << u"strong correct horse"_s;
+}
+
 void TestSyncPeers::interleavedChangesConverge()
 {
+    QFETCH(QString, encryption);
     Peer a(m_folder, u"a"_s);
     Peer b(m_folder, u"b"_s);
+    if (!encryption.isEmpty())
+        QVERIFY(a.ask(encryption).startsWith('1') && b.ask(encryption).startsWith('1'));
     QVERIFY(a.did({u"copy alpha"_s}) && b.did({u"copy beta"_s}) && a.did({u"sync"_s}));
     QVERIFY(b.did({u"snippet greet Hello there"_s}) && a.did({u"action Tool.json Tool"_s}));
     QVERIFY(b.did({u"sync"_s}) && a.did({u"image sunset"_s}));
@@ -167,6 +180,14 @@ void TestSyncPeers::interleavedChangesConverge()
     QVERIFY2(!state.isEmpty(), qPrintable(a.ask(u"state"_s) + '\n' + b.ask(u"state"_s)));
     checkState(state, {u"gamma"_s, u"alpha"_s}, {u"greet=Hello from a"_s, u"bye=See you"_s},
                u"Other.json=Other"_s);
+
+    // Sealed, all of it, but the header the keys are derived under.
+    for (const QString &name : QDir(m_folder).entryList(QDir::Files)) {
+        QFile file(QDir(m_folder).filePath(name));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.read(SealKey::Marker.size()) == SealKey::Marker,
+                 !encryption.isEmpty() && name != EncryptionHeader::FileName);
+    }
 
     // Once equal, further runs put nothing online.
     const QString uploadsA = a.ask(u"uploads"_s);
@@ -181,10 +202,20 @@ void TestSyncPeers::interleavedChangesConverge()
     QVERIFY(b.sees(u"history[delta|"_s));
 }
 
+void TestSyncPeers::throughGoogleDriveWithEncryptionAndNotifications_data()
+{
+    QTest::addColumn<QString>("encryption");
+    QTest::addColumn<QByteArray>("marker");
+    QTest::newRow("compatible") << u"encrypt drive"_s << SyncPayload::EncryptedMarker;
+    QTest::newRow("strong") << u"strong drive"_s << SealKey::Marker;
+}
+
 // The first computer sets up the folder (and the pass phrase) with nothing to sync yet and
 // goes on working; the second joins later with clippings and an image of its own.
 void TestSyncPeers::throughGoogleDriveWithEncryptionAndNotifications()
 {
+    QFETCH(QString, encryption);
+    QFETCH(QByteArray, marker);
     FakeGoogle google;
     QVERIFY(google.start());
     google.setMaxPageSize(3); // the files soon take more than one listing page
@@ -206,7 +237,7 @@ void TestSyncPeers::throughGoogleDriveWithEncryptionAndNotifications()
     Peer b(u"b"_s, settings, environment);
     QCOMPARE(a.ask(u"link"_s), u"1"_s);
     QCOMPARE(b.ask(u"link"_s), u"1"_s);
-    QVERIFY(a.ask(u"encrypt drive"_s).startsWith('1') && b.ask(u"encrypt drive"_s).startsWith('1'));
+    QVERIFY(a.ask(encryption).startsWith('1') && b.ask(encryption).startsWith('1'));
 
     QVERIFY(a.did({u"copy alpha"_s, u"bigimage noise"_s}));
     QVERIFY(b.did({u"image harbour"_s, u"snippet greet Hello there"_s}));
@@ -222,7 +253,9 @@ void TestSyncPeers::throughGoogleDriveWithEncryptionAndNotifications()
     QVERIFY(files.size() > 3);
     qsizetype largest = 0;
     for (const FakeGoogle::File &file : files) {
-        QVERIFY2(file.content.startsWith(SyncPayload::EncryptedMarker), qPrintable(file.name));
+        if (file.name == EncryptionHeader::FileName)
+            continue;
+        QVERIFY2(file.content.startsWith(marker), qPrintable(file.name));
         largest = qMax(largest, file.content.size());
     }
     QVERIFY(largest > 5 * 1024 * 1024);

@@ -1,10 +1,10 @@
 #include "sync/remote/syncgoogledrive.h"
 
-#include "base/cipher.h"
 #include "o0settingsstore.h"
 #include "o2google.h"
 #include "o2requestor.h"
 #include "sync/remote/googleendpoints.h"
+#include "sync/remote/tokenstore.h"
 
 #include <QDebug>
 #include <QDesktopServices>
@@ -43,13 +43,11 @@ bool isRateLimit(const QByteArray &data)
     return false;
 }
 
-O0SettingsStore *tokenStore()
+TokenStore *tokenStore()
 {
     // Versions before 1.9 kept the tokens in a group.
     O0SettingsStore::moveFromGroup(QStringLiteral("GoogleDrive"));
-    return new O0SettingsStore(
-        [](const QString &text) { return Cipher(Cipher::settingsKey()).encryptText(text); },
-        [](const QByteArray &bytes) { return Cipher(Cipher::settingsKey()).decryptText(bytes); });
+    return new TokenStore;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "ui/settings/syncsettingspage.h"
 
 #include "base/relativetime.h"
+#include "base/secrets.h"
 #include "base/settings.h"
 #include "services/appservices.h"
 #include "sync/remote/syncgoogledrive.h"
@@ -10,6 +11,7 @@
 #include "ui/settings/synclogdialog.h"
 
 #include <QCheckBox>
+#include <QDebug>
 #include <QDir>
 #include <QFormLayout>
 #include <QGroupBox>
@@ -264,6 +266,14 @@ bool SyncSettingsPage::save()
         if (!old.isEmpty())
             Settings::setSecret(SettingsKey::PreviousPassphrase, old);
         Settings::setSecret(SettingsKey::Passphrase, m_passphrase->text());
+    }
+    QString problem;
+    if (strongChanged && !Secrets::place(&problem)) {
+        qWarning().noquote() << "Secrets stay in the settings:" << problem;
+        QMessageBox::warning(this, QStringLiteral("Velmorin"),
+                             tr("The pass phrase and the Google Drive sign-in stay in the "
+                                "settings, enciphered under a key built into Velmorin: %1.")
+                                 .arg(problem));
     }
     return encryptChanged || strongChanged || (encrypt && passphraseChanged);
 }
