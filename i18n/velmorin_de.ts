@@ -980,12 +980,12 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>Secrets</name>
     <message>
-        <location filename="../src/base/secrets.cpp" line="111"/>
+        <location filename="../src/base/secrets.cpp" line="112"/>
         <source>this system has no secret store</source>
         <translation>dieses System hat keinen Schlüsselbund</translation>
     </message>
     <message>
-        <location filename="../src/base/secrets.cpp" line="125"/>
+        <location filename="../src/base/secrets.cpp" line="126"/>
         <source>the secret store did not take them</source>
         <translation>der Schlüsselbund hat sie nicht angenommen</translation>
     </message>
@@ -1614,43 +1614,43 @@ Möchten Sie den Ordner öffnen?</translation>
 <context>
     <name>Sync</name>
     <message>
-        <location filename="../src/sync/sync.cpp" line="123"/>
-        <location filename="../src/sync/sync.cpp" line="131"/>
-        <location filename="../src/sync/sync.cpp" line="138"/>
-        <location filename="../src/sync/sync.cpp" line="143"/>
-        <location filename="../src/sync/sync.cpp" line="545"/>
-        <location filename="../src/sync/sync.cpp" line="602"/>
+        <location filename="../src/sync/sync.cpp" line="125"/>
+        <location filename="../src/sync/sync.cpp" line="133"/>
+        <location filename="../src/sync/sync.cpp" line="140"/>
+        <location filename="../src/sync/sync.cpp" line="145"/>
+        <location filename="../src/sync/sync.cpp" line="547"/>
+        <location filename="../src/sync/sync.cpp" line="604"/>
         <source>Synchronization failed.</source>
         <translation>Synchronisation fehlgeschlagen.</translation>
     </message>
     <message>
-        <location filename="../src/sync/sync.cpp" line="321"/>
+        <location filename="../src/sync/sync.cpp" line="323"/>
         <source>Synchronizing...</source>
         <translation>Wird synchronisiert...</translation>
     </message>
     <message>
-        <location filename="../src/sync/sync.cpp" line="432"/>
+        <location filename="../src/sync/sync.cpp" line="434"/>
         <source>Synchronization successful.</source>
         <translation>Synchronisation erfolgreich.</translation>
     </message>
     <message>
-        <location filename="../src/sync/sync.cpp" line="866"/>
+        <location filename="../src/sync/sync.cpp" line="872"/>
         <source>%1 was changed or damaged online; it is not used.</source>
         <translation>%1 wurde online verändert oder beschädigt und wird nicht verwendet.</translation>
     </message>
     <message>
-        <location filename="../src/sync/sync.cpp" line="869"/>
+        <location filename="../src/sync/sync.cpp" line="875"/>
         <source>The files online use strong encryption: switch it on in the sync settings.</source>
         <translation>Die Dateien online sind stark verschlüsselt: Schalten Sie die starke Verschlüsselung in den Synchronisationseinstellungen ein.</translation>
     </message>
     <message>
-        <location filename="../src/sync/sync.cpp" line="872"/>
+        <location filename="../src/sync/sync.cpp" line="878"/>
         <source>%1 is not sealed: another computer syncs without strong encryption.</source>
         <translation>%1 ist nicht versiegelt: Ein anderer Computer synchronisiert ohne starke Verschlüsselung.</translation>
     </message>
     <message>
-        <location filename="../src/sync/sync.cpp" line="875"/>
-        <location filename="../src/sync/sync.cpp" line="884"/>
+        <location filename="../src/sync/sync.cpp" line="881"/>
+        <location filename="../src/sync/sync.cpp" line="890"/>
         <source>Decryption failed.</source>
         <translation>Entschlüsselung fehlgeschlagen.</translation>
     </message>
@@ -1775,7 +1775,7 @@ Möchten Sie den Ordner öffnen?</translation>
     </message>
     <message>
         <location filename="../src/ui/settings/syncsettingspage.cpp" line="134"/>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="330"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="334"/>
         <source>Please choose the sync folder.</source>
         <translation>Bitte wählen Sie den Synchronisationsordner.</translation>
     </message>
@@ -1840,107 +1840,107 @@ Möchten Sie den Ordner öffnen?</translation>
         <translation>Schalten Sie die starke Verschlüsselung auf jedem Computer ein oder aus, der synchronisiert.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="176"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="178"/>
         <source>Status:</source>
         <translation>Status:</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="177"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="179"/>
         <source>Last success</source>
         <translation>Zuletzt erfolgreich</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="180"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="182"/>
         <source>Your other computers</source>
         <translation>Ihre anderen Computer</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="186"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="188"/>
         <source>Refresh</source>
         <translation>Aktualisieren</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="193"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="195"/>
         <source>Show sync log...</source>
         <translation>Synchronisationsprotokoll anzeigen...</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="194"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="196"/>
         <source>Stop synchronizing the data</source>
         <translation>Synchronisation beenden</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="218"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="220"/>
         <source>Full Sync</source>
         <translation>Vollständig synchronisieren</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="219"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="221"/>
         <source>Upload</source>
         <translation>Hochladen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="220"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="222"/>
         <source>Download</source>
         <translation>Herunterladen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="224"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="226"/>
         <source>Write the content of this computer over the online content</source>
         <translation>Den Inhalt dieses Computers über den Online-Inhalt schreiben</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="225"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="227"/>
         <source>Replace the content of this computer by the online content</source>
         <translation>Den Inhalt dieses Computers durch den Online-Inhalt ersetzen</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="274"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="276"/>
         <source>The pass phrase and the Google Drive sign-in stay in the settings, enciphered under a key built into Velmorin: %1.</source>
         <translation>Die Passphrase und die Anmeldung bei Google Drive bleiben in den Einstellungen, verschlüsselt mit einem in Velmorin eingebauten Schlüssel: %1.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="303"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="305"/>
         <source>All your local content will be overwritten with the remote data. Are you sure you want to continue?</source>
         <translation>Ihr gesamter lokaler Inhalt wird mit den entfernten Daten überschrieben. Wirklich fortfahren?</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="306"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="308"/>
         <source>The remote data will be overwritten with your local content. Are you sure you want to continue?</source>
         <translation>Die entfernten Daten werden mit Ihrem lokalen Inhalt überschrieben. Wirklich fortfahren?</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="328"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="332"/>
         <source>Please authorize Velmorin to access your Google Drive on the browser.</source>
         <translation>Bitte erlauben Sie Velmorin im Browser den Zugriff auf Ihr Google Drive.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="356"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="360"/>
         <source>Synchronizing with %1</source>
         <translation>Synchronisiert mit: %1</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="395"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="399"/>
         <source>Not synchronized</source>
         <translation>Nicht synchronisiert</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="414"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="418"/>
         <source>Changes from other computers are picked up as they arrive in the folder.</source>
         <translation>Änderungen anderer Computer werden übernommen, sobald sie im Ordner ankommen.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="417"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="421"/>
         <source>Connected to the notification server.</source>
         <translation>Mit dem Benachrichtigungsserver verbunden.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="419"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="423"/>
         <source>Failed to connect to the notification server.</source>
         <translation>Verbindung zum Benachrichtigungsserver fehlgeschlagen.</translation>
     </message>
     <message>
-        <location filename="../src/ui/settings/syncsettingspage.cpp" line="421"/>
+        <location filename="../src/ui/settings/syncsettingspage.cpp" line="425"/>
         <source>No connection to the notification server.</source>
         <translation>Keine Verbindung zum Benachrichtigungsserver.</translation>
     </message>

@@ -86,6 +86,8 @@ Sync::Sync(QObject *parent)
     connect(m_reactTimer, &QTimer::timeout, this, [this] { setNotifierReacts(true); });
     connectTarget(m_none);
     setSettings(storedSettings());
+    connect(this, &Sync::syncStatus, this,
+            [this](SyncStatus, const QString &text) { m_lastStatusText = text; });
 }
 
 Sync::~Sync() = default;
@@ -859,8 +861,12 @@ void Sync::tryVersionBefore(const SyncEntry &entry)
     }
 }
 
-void Sync::failDecoding(SyncPayload::Result result, const QString &name)
+void Sync::failDecoding(SyncPayload::Result result, const QString &onlineName)
 {
+    // The status line names the file as the user knows it: "History.json", "Tool.json".
+    const bool model = !onlineName.startsWith(ActionPrefix) && !onlineName.startsWith(ImagePrefix);
+    const QString name =
+        model ? localModelName(onlineName) : SyncPayload::localFileName(onlineName);
     switch (result) {
     case SyncPayload::Result::Tampered:
         fail(tr("%1 was changed or damaged online; it is not used.").arg(name));

@@ -91,6 +91,9 @@ public:
     // Starts listening for news from other computers when the target is usable.
     void connectNotifier();
 
+    // What the last run ended with, for a page that opens later: empty before the first.
+    QString lastStatusText() const { return m_lastStatusText; }
+
     QStringList queuedFiles() const;
     bool isQueueTimerActive() const;
 
@@ -173,6 +176,7 @@ private:
     // Lets the notifier react to folder changes again a second after a run.
     QTimer *m_reactTimer;
     QVariantMap m_settings;
+    QString m_lastStatusText;
     SyncEncryption m_encryption;
     // The header of this run has been read or written (or none is needed).
     bool m_encryptionReady = false;

@@ -5,6 +5,7 @@
 #include "support/modalanswer.h"
 #include "support/testprofile.h"
 #include "sync/remote/syncgoogledrive.h"
+#include "sync/sync.h"
 #include "ui/settings/synclogdialog.h"
 #include "ui/settings/syncsettingspage.h"
 
@@ -55,7 +56,12 @@ void TestSyncSettingsPage::initTestCase()
 
 void TestSyncSettingsPage::localFolderAsksAndKeepsTheOldPassPhrase()
 {
+    // A run in the background ended before the page opened: the page still tells how.
+    const QString failure = QStringLiteral("Wrong pass phrase: it does not open it.");
+    emit m_services->sync()->syncStatus(SyncStatus::Failure, failure);
     SyncSettingsPage page(m_services.get());
+    page.show();
+    QCOMPARE(page.findChild<QLabel *>(QStringLiteral("syncStatusText"))->text(), failure);
     QSignalSpy runs(&page, &SyncSettingsPage::syncNow);
     QString question;
     const auto answer = [&question](QMessageBox::StandardButton button) {

@@ -169,7 +169,9 @@ QWidget *SyncSettingsPage::createSyncPage()
     encryptionLayout->addRow(wrappedLabel(
         tr("Switch strong encryption on or off on every computer that syncs."), encryption));
 
-    m_status = new QLabel(page);
+    // Wrapped: a status that names a file or tells what to do is longer than the page is wide.
+    m_status = wrappedLabel(QString(), page);
+    m_status->setObjectName(QStringLiteral("syncStatusText"));
     m_lastSuccess = new QLabel(page);
     m_notifierState = wrappedLabel(QString(), page);
     auto *state = new QFormLayout;
@@ -315,6 +317,8 @@ void SyncSettingsPage::startRun(SyncDirection direction)
 
 void SyncSettingsPage::showEvent(QShowEvent *event)
 {
+    // A run in the background may have ended before the page was there to hear it.
+    m_status->setText(m_sync->lastStatusText());
     updateLastSuccess();
     updateNotifierState();
     QWidget::showEvent(event);
