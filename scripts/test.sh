@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is needed, builds Velmorin and runs every test: the native build's unit,
-# process, X11, format and Windows syntax tests, then the Windows program and its installer
+# process, X11 and source checks, then the Windows program and its installer
 # cross-built with mingw-w64, their tests run under Wine on a virtual X server.
 set -euo pipefail
 cd "$(dirname "$0")/.."
