@@ -6,6 +6,7 @@
 
 #include <QDebug>
 #include <QHash>
+#include <QSet>
 #include <QSettings>
 
 namespace {
@@ -21,6 +22,8 @@ struct State
     ISecretStore *store = nullptr;
     // What was read from the store: each secret is asked for once, not at every sync run.
     QHash<QString, QString> cache;
+    // Keys already in the settings' list: tokens are read for every request to Google.
+    QSet<QString> remembered;
 };
 
 State &state()
@@ -31,6 +34,9 @@ State &state()
 
 void remember(const QString &key)
 {
+    if (state().remembered.contains(key))
+        return;
+    state().remembered.insert(key);
     QSettings settings;
     QStringList keys = settings.value(KnownKeys).toStringList();
     if (!keys.contains(key)) {
@@ -55,7 +61,7 @@ void forgetInStore(const QString &key)
 
 void Secrets::setStore(ISecretStore *store)
 {
-    state() = State{store, {}};
+    state() = State{store, {}, {}};
 }
 
 QString Secrets::read(const QString &key)

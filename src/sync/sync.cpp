@@ -39,6 +39,12 @@ QString nowText()
     return QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs);
 }
 
+// History and snippet versions, as against action and image files.
+bool isModelFile(const QString &onlineName)
+{
+    return !onlineName.startsWith(ActionPrefix) && !onlineName.startsWith(ImagePrefix);
+}
+
 // "History#<hash>.json" belongs to "History.json".
 QString localModelName(const QString &onlineName)
 {
@@ -498,7 +504,7 @@ QString Sync::newestOnlineFile(const QString &localName) const
 
 bool Sync::isNewestOrNoModel(const QString &onlineName) const
 {
-    if (onlineName.startsWith(ActionPrefix) || onlineName.startsWith(ImagePrefix))
+    if (!isModelFile(onlineName))
         return true;
     return newestOnlineFile(localModelName(onlineName)) == onlineName;
 }
@@ -864,9 +870,8 @@ void Sync::tryVersionBefore(const SyncEntry &entry)
 void Sync::failDecoding(SyncPayload::Result result, const QString &onlineName)
 {
     // The status line names the file as the user knows it: "History.json", "Tool.json".
-    const bool model = !onlineName.startsWith(ActionPrefix) && !onlineName.startsWith(ImagePrefix);
-    const QString name =
-        model ? localModelName(onlineName) : SyncPayload::localFileName(onlineName);
+    const QString name = isModelFile(onlineName) ? localModelName(onlineName)
+                                                 : SyncPayload::localFileName(onlineName);
     switch (result) {
     case SyncPayload::Result::Tampered:
         fail(tr("%1 was changed or damaged online; it is not used.").arg(name));
@@ -935,7 +940,7 @@ void Sync::resyncUpload(const SyncEntry &entry, const QByteArray &body)
 {
     const QString &name = entry.onlineName;
     log(QStringLiteral("Sync: Resync download finished for ") + name);
-    const bool model = !name.startsWith(ActionPrefix) && !name.startsWith(ImagePrefix);
+    const bool model = isModelFile(name);
     SyncPayload::Result result;
     const SyncPayload::Keys keys = m_encryption.keys(true);
     const QByteArray plain = model ? SyncPayload::decodeModel(body, name, keys, &result)
